@@ -1,0 +1,54 @@
+#include "TOLVCurve.h"
+
+#include "../platform/graphics/CurrentContext.h"
+#include "../platform/graphics/DrawingContext.h"
+#include "../platform/graphics/GraphicsStateSaver.h"
+
+namespace TOLVGraphing {
+
+void TOLVCurve::reset()
+{
+    m_path.removeAllPoints();
+    for (TOLVDrawPoint& drawPoint : m_drawPoints)
+        TOLVDrawPointInit(drawPoint);
+    m_pointIdx = 0;
+    m_closed = false;
+}
+
+void TOLVCurve::addPoint(Point point)
+{
+    if (!point.valid())
+        return;
+    if (m_pointIdx == 0)
+        m_path.moveToPoint(point);
+    else
+        m_path.addLineToPoint(point);
+    ++m_pointIdx;
+}
+
+void TOLVCurve::stroke()
+{
+    if (!m_closed)
+        close();
+    DrawingContext* context = currentContext();
+    if (!context)
+        return;
+    const GraphicsStateSaver saver(*context);
+    if (m_lineStyle)
+        m_lineStyle->setInContext(*context);
+    context->drawStrokedPath(m_path);
+}
+
+void TOLVCurve::fillWithColor(const std::optional<Color>& color)
+{
+    if (!m_closed)
+        close();
+    DrawingContext* context = currentContext();
+    if (!context)
+        return;
+    const GraphicsStateSaver saver(*context);
+    context->setFillColor(color);
+    context->drawFilledPath(m_path, FillRule::EvenOdd);
+}
+
+} // namespace TOLVGraphing

@@ -1,0 +1,98 @@
+#include "TOLVGraphData.h"
+
+#include "../platform/foundation/Exception.h"
+#include "../platform/foundation/Log.h"
+
+#include <TOLVMath/TOLVRealVector.h>
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace TOLVGraphing {
+
+TOLVGraphData::TOLVGraphData()
+    : m_lineStyle(TOLVLineStyle::solidLineWithColor(Color::blackColor(), 1.0))
+{
+}
+
+std::shared_ptr<TOLVGraphData> TOLVGraphData::graphDataWithDataArray(std::span<const Samples> vectors)
+{
+    if (vectors.size() < 2)
+        throw Exception("BadGraphData", "A series needs two vectors, X and Y");
+    auto data = std::make_shared<TOLVGraphData>();
+    data->setX(vectors[0]);
+    data->setY(vectors[1]);
+    return data;
+}
+
+std::shared_ptr<TOLVGraphData> TOLVGraphData::graphDataWithX(Samples x, Samples y, const std::optional<Color>& color)
+{
+    auto data = std::make_shared<TOLVGraphData>();
+    data->setX(std::move(x));
+    data->setY(std::move(y));
+    data->setColor(color);
+    return data;
+}
+
+std::shared_ptr<TOLVGraphData> TOLVGraphData::graphDataWithX(Samples x, Samples y, std::shared_ptr<TOLVLineStyle> lineStyle)
+{
+    auto data = std::make_shared<TOLVGraphData>();
+    data->setX(std::move(x));
+    data->setY(std::move(y));
+    data->setLineStyle(std::move(lineStyle));
+    return data;
+}
+
+std::shared_ptr<TOLVGraphData> TOLVGraphData::graphDataWithX(
+    Samples x, Samples y, const std::optional<Color>& color, std::shared_ptr<TOLVLineStyle> lineStyle)
+{
+    auto data = graphDataWithX(std::move(x), std::move(y), color);
+    data->setLineStyle(std::move(lineStyle));
+    return data;
+}
+
+std::optional<Color> TOLVGraphData::color() const
+{
+    return m_lineStyle ? m_lineStyle->color() : std::nullopt;
+}
+
+void TOLVGraphData::setColor(const std::optional<Color>& color)
+{
+    if (m_lineStyle)
+        m_lineStyle->setColor(color);
+}
+
+float TOLVGraphData::YValueAtX(float x, float* actualX) const
+{
+    const std::size_t length = m_x && m_y ? std::min(m_x->length(), m_y->length()) : 0;
+    const float* xs = length ? m_x->components() : nullptr;
+    float best = std::numeric_limits<float>::max();
+    std::size_t nearest = length;
+    for (std::size_t i = 0; i < length; ++i) {
+        const float distance = (x - xs[i]) * (x - xs[i]);
+        if (best > distance) {
+            nearest = i;
+            best = distance;
+        }
+    }
+    if (nearest == length) {
+        writeLog("Could not obtain an x index!!");
+        return 0.0F;
+    }
+    if (actualX)
+        *actualX = xs[nearest];
+    return m_y->components()[nearest];
+}
+
+std::shared_ptr<TOLVGraphData> TOLVGraphData::graphDataInRange(IndexRange range) const
+{
+    const auto x = std::dynamic_pointer_cast<const TOLVRealVector>(m_x);
+    const auto y = std::dynamic_pointer_cast<const TOLVRealVector>(m_y);
+    if (!x || !y)
+        stopProgram("graphDataInRange only works for TOLVRealVector-based graph data");
+    return graphDataWithX(
+        x->realVectorInRange(range.location, range.length), y->realVectorInRange(range.location, range.length), color(), m_lineStyle);
+}
+
+} // namespace TOLVGraphing

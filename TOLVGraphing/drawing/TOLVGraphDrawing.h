@@ -1,0 +1,32 @@
+#pragma once
+
+#include "../platform/geometry/Rect.h"
+
+#include <memory>
+#include <vector>
+
+namespace TOLVGraphing {
+
+class TOLVGraph;
+class TOLVMarker;
+
+/// Draws the series of a graph into the current drawing context. A strategy keeps nothing about a graph: it takes what it needs from the graph it is given, and one object may
+/// serve several graphs. It leaves the context's state as it was.
+class TOLVGraphDrawing {
+public:
+    virtual ~TOLVGraphDrawing();
+
+    /// Draws the graph's series; the rectangle is the graph rectangle, of which `dataRectInRect` gives the data area. An absent graph (null) draws nothing.
+    virtual void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) = 0;
+};
+
+/// What a strategy implements in addition when it draws something at the graph's markers. The graph asks whether its strategy has this interface.
+class TOLVGraphMarkerDrawing {
+public:
+    virtual ~TOLVGraphMarkerDrawing();
+
+    /// Draws over data and title, with the graph's markers of both axes; the rectangle is the graph rectangle.
+    virtual void drawMarkers(const std::vector<std::shared_ptr<TOLVMarker>>& markers, const std::shared_ptr<TOLVGraph>& forGraph, const Rect& inRect) = 0;
+};
+
+} // namespace TOLVGraphing

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "TOLVMapping.h"
+
+namespace TOLVGraphing {
+
+/// Maps values linearly: (value - minValue) * scale + minPoint, each operation rounded to single precision.
+class TOLVLinearMapping final : public TOLVMapping {
+public:
+    [[nodiscard]] float pointForValue(float value) const override { return (value - mMinValue) * mScaler + mMinPoint; }
+    [[nodiscard]] float valueForPoint(float point) const override { return (point - mMinPoint) / mScaler + mMinValue; }
+    [[nodiscard]] std::shared_ptr<TOLVMapping> copy() const override;
+
+protected:
+    void scaleUpdate() override;
+
+private:
+    /// Positions per data unit; 0 while the value range is empty or NaN.
+    float mScaler = 0.0F;
+};
+
+} // namespace TOLVGraphing

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "TOLVMapping.h"
+
+#include <cmath>
+#include <limits>
+
+namespace TOLVGraphing {
+
+/// Maps the base-10 logarithm of the values linearly. The smallest normal float is added before each logarithm: 0 maps as if it were that number, far below any
+/// sensible range, and values below its negative map to NaN. Callers keep the range positive.
+class TOLVLogarithmicMapping final : public TOLVMapping {
+public:
+    void setMinValue(float value) override;
+    void setMaxValue(float value) override;
+
+    [[nodiscard]] float pointForValue(float value) const override { return (logarithm(value) - mLogMin) * mScaler + mMinPoint; }
+    [[nodiscard]] float valueForPoint(float point) const override { return std::pow(10.0F, (point - mMinPoint) / mScaler + mLogMin); }
+    [[nodiscard]] std::shared_ptr<TOLVMapping> copy() const override;
+
+protected:
+    void scaleUpdate() override;
+
+private:
+    static float logarithm(float value) { return std::log10(value + std::numeric_limits<float>::min()); }
+
+    float mLogMin = 0.0F;
+    float mLogMax = 0.0F;
+    /// Positions per decade; 0 while the logarithmic range is empty or NaN.
+    float mScaler = 0.0F;
+};
+
+} // namespace TOLVGraphing

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <limits>
+#include <vector>
+
+namespace TOLVGraphing {
+
+/// The index that stands for "not found": the largest signed 64-bit value.
+inline constexpr std::int64_t kNotFoundIndex = std::numeric_limits<std::int64_t>::max();
+
+/// A run of indices.
+struct IndexRange {
+    std::uint64_t location = 0;
+    std::uint64_t length = 0;
+
+    friend bool operator==(const IndexRange&, const IndexRange&) = default;
+};
+
+/// A set of list positions in ascending order. A value.
+class IndexSet {
+public:
+    IndexSet() = default;
+    IndexSet(std::initializer_list<std::size_t> indexes);
+    explicit IndexSet(std::vector<std::size_t> indexes);
+    /// The consecutive indices from `location` on.
+    [[nodiscard]] static IndexSet indexSetWithRange(std::size_t location, std::size_t length);
+
+    [[nodiscard]] bool isEmpty() const { return m_indexes.empty(); }
+    [[nodiscard]] std::size_t count() const { return m_indexes.size(); }
+    [[nodiscard]] auto begin() const { return m_indexes.begin(); }
+    [[nodiscard]] auto end() const { return m_indexes.end(); }
+
+    friend bool operator==(const IndexSet&, const IndexSet&) = default;
+
+private:
+    std::vector<std::size_t> m_indexes;
+};
+
+} // namespace TOLVGraphing

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace TOLVGraphing {
+
+/// Receives each log line, without a newline at its end.
+using LogSink = std::function<void(std::string_view line)>;
+
+/// Writes one line to the log: to standard error unless a host has put another sink in its place. Safe to call from any thread.
+void writeLog(std::string_view line);
+
+/// Replaces the sink of the process and returns the former one; an empty sink brings standard error back. Sinks are called one at a time and must not log.
+LogSink setLogSink(LogSink sink);
+
+/// Replaces the sink for the life of the scope.
+class LogSinkScope {
+public:
+    explicit LogSinkScope(LogSink sink) : m_former(setLogSink(std::move(sink))) {}
+    ~LogSinkScope() { setLogSink(std::move(m_former)); }
+    LogSinkScope(const LogSinkScope&) = delete;
+    LogSinkScope& operator=(const LogSinkScope&) = delete;
+
+private:
+    LogSink m_former;
+};
+
+} // namespace TOLVGraphing

@@ -1,0 +1,110 @@
+#include "Observable.h"
+
+#include "Exception.h"
+
+#include <algorithm>
+#include <map>
+
+namespace TOLVGraphing {
+
+struct Observable::State {
+    struct Subscription {
+        ObserverToken token;
+        std::string key;
+        // Shared, so that an observer which unsubscribes itself lives until its call returns.
+        std::shared_ptr<Observer> observer;
+    };
+    std::vector<Subscription> subscriptions;
+    std::map<std::string, int, std::less<>> begun;
+    ObserverToken lastToken = 0;
+};
+
+Observable::Observable()
+    : m_observing(std::make_unique<State>())
+{
+}
+
+Observable::~Observable() = default;
+
+Observable::Observable(const Observable&)
+    : Observable()
+{
+}
+
+Observable& Observable::operator=(const Observable&)
+{
+    return *this;
+}
+
+ObserverToken Observable::addObserver(std::string_view key, Observer observer, InitialDelivery initial)
+{
+    const ObserverToken token = ++m_observing->lastToken;
+    auto shared = std::make_shared<Observer>(std::move(observer));
+    m_observing->subscriptions.push_back({token, std::string(key), shared});
+    if (initial == InitialDelivery::Yes)
+        (*shared)({std::string(key), ChangeKind::Setting, {}, true});
+    return token;
+}
+
+void Observable::removeObserver(ObserverToken token)
+{
+    auto& subscriptions = m_observing->subscriptions;
+    const auto found = std::find_if(subscriptions.begin(), subscriptions.end(), [&](const auto& one) { return one.token == token; });
+    if (found == subscriptions.end())
+        throw Exception("UnknownObserver", "Cannot remove an observer that is not registered");
+    subscriptions.erase(found);
+}
+
+std::vector<std::string> Observable::keysAffectingValueOfKey(std::string_view) const
+{
+    return {};
+}
+
+void Observable::willChangeValueForKey(std::string_view key)
+{
+    willChange(ChangeKind::Setting, {}, key);
+}
+
+void Observable::didChangeValueForKey(std::string_view key)
+{
+    didChange(ChangeKind::Setting, {}, key);
+}
+
+void Observable::willChange(ChangeKind, const IndexSet&, std::string_view key)
+{
+    if (!m_observing->subscriptions.empty())
+        ++m_observing->begun[std::string(key)];
+}
+
+void Observable::didChange(ChangeKind kind, const IndexSet& indexes, std::string_view key)
+{
+    const auto begun = m_observing->begun.find(key);
+    if (begun == m_observing->begun.end())
+        return;
+    if (--begun->second > 0)
+        return;
+    m_observing->begun.erase(begun);
+    announce({std::string(key), kind, indexes, false});
+}
+
+void Observable::announce(const PropertyChange& change)
+{
+    // A copy, because observers may subscribe and unsubscribe while they are told.
+    const auto subscriptions = m_observing->subscriptions;
+    for (const auto& subscription : subscriptions) {
+        const auto& current = m_observing->subscriptions;
+        const bool stillThere
+            = std::any_of(current.begin(), current.end(), [&](const auto& one) { return one.token == subscription.token; });
+        if (!stillThere)
+            continue;
+        if (subscription.key == change.key) {
+            (*subscription.observer)(change);
+            continue;
+        }
+        const auto affecting = keysAffectingValueOfKey(subscription.key);
+        if (std::find(affecting.begin(), affecting.end(), change.key) != affecting.end())
+            (*subscription.observer)({subscription.key, ChangeKind::Setting, {}, false});
+    }
+}
+
+} // namespace TOLVGraphing

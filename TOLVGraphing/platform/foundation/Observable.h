@@ -1,0 +1,91 @@
+#pragma once
+
+#include "IndexSet.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace TOLVGraphing {
+
+/// What happened to a property. Setting replaces the whole value; the other kinds belong to lists and come with the positions concerned.
+enum class ChangeKind : std::uint8_t { Setting, Insertion, Removal, Replacement };
+
+/// One announcement.
+struct PropertyChange {
+    std::string key;
+    ChangeKind kind = ChangeKind::Setting;
+    /// Positions inserted (after the change), removed (before it) or replaced; empty for a setting.
+    IndexSet indexes;
+    /// True for the first delivery that an observer asked for when it subscribed.
+    bool isInitial = false;
+};
+
+/// Identifies one subscription; zero is none.
+using ObserverToken = std::uint64_t;
+
+/// Whether an observer is told once right away, before `addObserver` returns.
+enum class InitialDelivery : std::uint8_t { No, Yes };
+
+/// An object that announces changes of its properties by name.
+///
+/// Every setter announces, also when the value set equals the old one. A change that is begun and not finished announces nothing. The order among observers is
+/// not defined; an observer may subscribe or unsubscribe others while it is told. Used from one thread at a time.
+class Observable {
+public:
+    using Observer = std::function<void(const PropertyChange&)>;
+
+    Observable();
+    virtual ~Observable();
+    /// Observers are not copied: they watch one object.
+    Observable(const Observable&);
+    Observable& operator=(const Observable&);
+
+    /// Calls the observer (copied) after each change of the property until it is removed or this object ends.
+    ObserverToken addObserver(std::string_view key, Observer observer, InitialDelivery initial = InitialDelivery::No);
+    /// Throws Exception "UnknownObserver" when the token is not (or no longer) subscribed.
+    void removeObserver(ObserverToken token);
+
+    /// The properties whose changes also change `key`; none unless a subclass says so.
+    [[nodiscard]] virtual std::vector<std::string> keysAffectingValueOfKey(std::string_view key) const;
+
+    /// Begin and end a change of a property; setters call them, and so do owners that change a derived property. Pairs may nest.
+    void willChangeValueForKey(std::string_view key);
+    void didChangeValueForKey(std::string_view key);
+    void willChange(ChangeKind kind, const IndexSet& indexes, std::string_view key);
+    void didChange(ChangeKind kind, const IndexSet& indexes, std::string_view key);
+
+protected:
+    /// Stores a property's new value between the beginning and the end of its change.
+    template <typename Value>
+    void setProperty(Value& field, Value value, std::string_view key)
+    {
+        willChangeValueForKey(key);
+        field = std::move(value);
+        didChangeValueForKey(key);
+    }
+
+private:
+    struct State;
+    void announce(const PropertyChange& change);
+    std::unique_ptr<State> m_observing;
+};
+
+/// Begins a change of a property and ends it with the scope.
+class PropertyChangeScope {
+public:
+    PropertyChangeScope(Observable& object, std::string key) : m_object(object), m_key(std::move(key)) { m_object.willChangeValueForKey(m_key); }
+    ~PropertyChangeScope() { m_object.didChangeValueForKey(m_key); }
+    PropertyChangeScope(const PropertyChangeScope&) = delete;
+    PropertyChangeScope& operator=(const PropertyChangeScope&) = delete;
+
+private:
+    Observable& m_object;
+    std::string m_key;
+};
+
+} // namespace TOLVGraphing

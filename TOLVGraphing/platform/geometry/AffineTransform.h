@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Point.h"
+#include "Rect.h"
+
+#include <string>
+
+namespace TOLVGraphing {
+
+/// A two-dimensional affine transform: a point (x, y) maps to (a x + c y + tx, b x + d y + ty). Double precision; identity by default.
+/// The operations modify the transform in place and act before what it already does, as a drawing context's own transform:
+/// after t.translateXBy(10, 0), points are first moved by 10 and then mapped as before.
+struct AffineTransform {
+    double a = 1.0;
+    double b = 0.0;
+    double c = 0.0;
+    double d = 1.0;
+    double tx = 0.0;
+    double ty = 0.0;
+
+    /// Moves by (dx, dy) first.
+    void translateXBy(double dx, double dy);
+    /// Scales by (sx, sy) first.
+    void scaleXBy(double sx, double sy);
+    /// Turns by the angle in radians first, counter-clockwise where y grows upwards.
+    void rotateRadians(double angle);
+    /// Turns by the angle in degrees about the given point first.
+    void rotateDegrees(double angle, Point aboutPoint = {});
+    /// Applies `first` before this transform.
+    void concatenate(const AffineTransform& first);
+
+    /// The point's image.
+    [[nodiscard]] Point apply(Point point) const;
+    /// The bounding box of the images of the four corners.
+    [[nodiscard]] Rect apply(const Rect& rect) const;
+    /// The transform that undoes this one; a transform that cannot be undone gives the identity.
+    [[nodiscard]] AffineTransform inverted() const;
+    [[nodiscard]] bool isIdentity() const;
+
+    friend bool operator==(const AffineTransform&, const AffineTransform&) = default;
+};
+
+/// "[a b c d tx ty]".
+[[nodiscard]] std::string toString(const AffineTransform& transform);
+
+} // namespace TOLVGraphing

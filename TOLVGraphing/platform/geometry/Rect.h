@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Point.h"
+
+#include <string>
+
+namespace TOLVGraphing {
+
+/// A rectangle in points: its origin is the corner with the smallest coordinates while the size is positive, that is the
+/// lower-left corner where y grows upwards (the upper-left one in a flipped view). Sizes may be negative; nothing is normalised.
+struct Rect {
+    Point origin;
+    Size size;
+
+    Rect() = default;
+    Rect(Point rectOrigin, Size rectSize) : origin(rectOrigin), size(rectSize) {}
+    Rect(double x, double y, double width, double height) : origin{x, y}, size{width, height} {}
+
+    [[nodiscard]] double x() const { return origin.x; }
+    [[nodiscard]] double y() const { return origin.y; }
+    [[nodiscard]] double width() const { return size.width; }
+    [[nodiscard]] double height() const { return size.height; }
+    /// The coordinate at the end of the width: x + width.
+    [[nodiscard]] double maxX() const { return origin.x + size.width; }
+    /// The coordinate at the end of the height: y + height.
+    [[nodiscard]] double maxY() const { return origin.y + size.height; }
+    /// True when the width or the height is not greater than zero (a NaN counts as empty).
+    [[nodiscard]] bool isEmpty() const { return !(size.width > 0.0) || !(size.height > 0.0); }
+    /// True when all four numbers are finite. Negative and empty rectangles are valid.
+    [[nodiscard]] bool valid() const { return origin.valid() && size.valid(); }
+
+    friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+/// The smallest rectangle with whole coordinates around r: left floor(x), bottom floor(y), right ceil(x + width), top ceil(y + height).
+/// An empty or negative rectangle gives the zero rectangle.
+[[nodiscard]] Rect integralRect(const Rect& r);
+/// (x + dx, y + dy, width - 2 dx, height - 2 dy), as computed: the size may become negative.
+[[nodiscard]] Rect insetRect(const Rect& r, double dx, double dy);
+/// The rectangle moved by (dx, dy).
+[[nodiscard]] Rect offsetRect(const Rect& r, double dx, double dy);
+/// The common area; rectangles that are disjoint or only touch give the zero rectangle.
+[[nodiscard]] Rect intersectionRect(const Rect& a, const Rect& b);
+/// True when the interiors overlap with positive area. Rectangles that only touch, and empty ones, intersect nothing.
+[[nodiscard]] bool intersectsRect(const Rect& a, const Rect& b);
+/// The smallest rectangle around both; an empty one is left out.
+[[nodiscard]] Rect unionRect(const Rect& a, const Rect& b);
+
+/// "(x, y, width, height)".
+[[nodiscard]] std::string toString(const Rect& rect);
+
+} // namespace TOLVGraphing

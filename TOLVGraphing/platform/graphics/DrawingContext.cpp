@@ -1,0 +1,82 @@
+#include "DrawingContext.h"
+
+#include "GraphicsStateSaver.h"
+
+#include <utility>
+
+namespace TOLVGraphing {
+
+DrawingContext::~DrawingContext() = default;
+
+void DrawingContext::inIsolatedContext(const std::function<void(DrawingContext&)>& drawing)
+{
+    const GraphicsStateSaver saver(*this);
+    drawing(*this);
+}
+
+void DrawingContext::addPath(const Path& path)
+{
+    m_currentPath.addPath(path);
+}
+
+void DrawingContext::addRect(const Rect& rect)
+{
+    m_currentPath.addRect(rect);
+}
+
+void DrawingContext::clip()
+{
+    clipToPath(std::exchange(m_currentPath, {}), FillRule::NonZero);
+}
+
+void DrawingContext::EOClip()
+{
+    clipToPath(std::exchange(m_currentPath, {}), FillRule::EvenOdd);
+}
+
+void DrawingContext::strokePath()
+{
+    drawStrokedPath(std::exchange(m_currentPath, {}));
+}
+
+void DrawingContext::fillPath()
+{
+    drawFilledPath(std::exchange(m_currentPath, {}), FillRule::NonZero);
+}
+
+void DrawingContext::EOFillPath()
+{
+    drawFilledPath(std::exchange(m_currentPath, {}), FillRule::EvenOdd);
+}
+
+void DrawingContext::fillRect(const Rect& rect)
+{
+    drawFilledPath(Path::pathWithRect(rect), FillRule::NonZero);
+}
+
+void DrawingContext::fill(const Rect& rect, const std::optional<Color>& withColor)
+{
+    if (withColor)
+        setFillColor(withColor);
+    fillRect(rect);
+}
+
+void DrawingContext::fill(const Path* path, const std::optional<Color>& withColor)
+{
+    if (withColor)
+        setFillColor(withColor);
+    if (path)
+        addPath(*path);
+    fillPath();
+}
+
+void DrawingContext::stroke(const Path* path, const std::optional<Color>& withColor)
+{
+    if (withColor)
+        setStrokeColor(withColor);
+    if (path)
+        addPath(*path);
+    strokePath();
+}
+
+} // namespace TOLVGraphing

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "../geometry/AffineTransform.h"
+#include "../geometry/Rect.h"
+#include "Color.h"
+#include "Path.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace TOLVGraphing {
+
+class AttributedString;
+
+enum class LineCap : std::uint8_t { Butt, Round, Square };
+enum class LineJoin : std::uint8_t { Miter, Round, Bevel };
+
+/// Something to draw into. Coordinates are points (1/72 inch) with y growing upwards; the unit reaches the device through the transform that the
+/// context was made with. Shapes are painted over what is there (source over) with coverage at the edges.
+///
+/// The graphics state is: transform, clip, fill and stroke colour, line width (1), dash (none), cap (butt), join (miter), miter limit (10). It is saved and
+/// restored as a whole; the current path is not part of it. A colour that is absent paints black, the state every context starts with.
+///
+/// The current path collects what `addPath` and `addRect` give it, in the coordinates in force when it is painted, and is empty again after a fill, stroke or
+/// clip. Everything else draws at once. Non-finite points in a path are the caller's to avoid: backends skip elements that have them.
+///
+/// A backend implements the pure operations; one context is used by one thread at a time.
+class DrawingContext {
+public:
+    DrawingContext() = default;
+    virtual ~DrawingContext();
+    DrawingContext(const DrawingContext&) = delete;
+    DrawingContext& operator=(const DrawingContext&) = delete;
+
+    // State.
+
+    virtual void saveState() = 0;
+    /// Returns to the last saved state; with none saved nothing happens.
+    virtual void restoreState() = 0;
+    /// Applies the transform before the ones in force.
+    virtual void concatenateTransform(const AffineTransform& transform) = 0;
+    /// Intersects the clip with the path's inside.
+    virtual void clipToPath(const Path& path, FillRule rule) = 0;
+    virtual void setFillColor(const std::optional<Color>& color) = 0;
+    virtual void setStrokeColor(const std::optional<Color>& color) = 0;
+    virtual void setLineWidth(double width) = 0;
+    virtual void setLineDash(const LineDash& dash) = 0;
+    virtual void setLineCap(LineCap cap) = 0;
+    virtual void setLineJoin(LineJoin join) = 0;
+    virtual void setMiterLimit(double limit) = 0;
+
+    // Painting.
+
+    virtual void drawFilledPath(const Path& path, FillRule rule) = 0;
+    /// Strokes with the context's own width and dash; those of the path are not consulted (Path::stroke applies them).
+    virtual void drawStrokedPath(const Path& path) = 0;
+    /// Draws the text with its own attributes; `origin` is the lower-left corner of its line box. The clip and the transform hold, the fill colour does not.
+    virtual void drawText(const AttributedString& text, Point origin) = 0;
+
+    // Conveniences over the operations above.
+
+    /// Saves the state, runs the drawing with this context and restores the state, also when the drawing throws.
+    void inIsolatedContext(const std::function<void(DrawingContext&)>& drawing);
+    /// Adds to the current path.
+    void addPath(const Path& path);
+    void addRect(const Rect& rect);
+    /// Clips to the current path, non-zero winding.
+    void clip();
+    /// Clips to the current path, even-odd rule.
+    void EOClip();
+    /// Strokes the current path.
+    void strokePath();
+    /// Fills the current path, non-zero winding.
+    void fillPath();
+    /// Fills the current path, even-odd rule.
+    void EOFillPath();
+    /// Fills the rectangle with the current fill colour. A negative height fills downwards.
+    void fillRect(const Rect& rect);
+    /// Makes the colour, if one is given, the fill colour; then fills the rectangle.
+    void fill(const Rect& rect, const std::optional<Color>& withColor = std::nullopt);
+    /// Makes the colour, if given, the fill colour; adds the path, if given, to the current path; then fills the current path.
+    void fill(const Path* path = nullptr, const std::optional<Color>& withColor = std::nullopt);
+    /// Makes the colour, if given, the stroke colour; adds the path, if given, to the current path; then strokes the current path.
+    void stroke(const Path* path = nullptr, const std::optional<Color>& withColor = std::nullopt);
+
+    /// What has been added and not yet painted.
+    [[nodiscard]] const Path& currentPath() const { return m_currentPath; }
+
+private:
+    Path m_currentPath;
+};
+
+} // namespace TOLVGraphing

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "../geometry/Point.h"
+#include "../geometry/Rect.h"
+#include "TextAttributes.h"
+
+#include <string>
+
+namespace TOLVGraphing {
+
+/// A text in UTF-8 with one set of attributes for its whole length. A value. Newlines start new lines.
+class AttributedString {
+public:
+    AttributedString() = default;
+    explicit AttributedString(std::string string, TextAttributes attributes = {});
+    /// With absent attributes (null) the text is plain.
+    AttributedString(std::string string, const SharedTextAttributes& attributes);
+
+    [[nodiscard]] const std::string& string() const { return m_string; }
+    [[nodiscard]] const TextAttributes& attributes() const { return m_attributes; }
+    /// Sets the text's colour over its whole length.
+    void setForegroundColor(const std::optional<Color>& color) { m_attributes.foregroundColor = color; }
+
+    /// The typographic width of the longest line and the height of all lines, in points, as the installed text system measures them.
+    [[nodiscard]] Size size() const;
+    /// Draws into the current context with the lower-left corner of the line box at the point; nothing happens without a context.
+    void drawAtPoint(Point point) const;
+    /// Draws into the current context with the upper-left corner of the text in that of the rectangle (y growing upwards). Nothing is wrapped or cut off.
+    void drawInRect(const Rect& rect) const;
+
+    friend bool operator==(const AttributedString&, const AttributedString&) = default;
+
+private:
+    std::string m_string;
+    TextAttributes m_attributes;
+};
+
+} // namespace TOLVGraphing

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace TOLVGraphing {
+
+/// A font by its name and its size in points. A value; the text system finds the face when it measures or draws.
+struct Font {
+    std::string name = "Helvetica";
+    double size = 12.0;
+
+    /// The distance from the baseline to the top of the face in points, as the installed text system answers it.
+    [[nodiscard]] double ascender() const;
+
+    friend bool operator==(const Font&, const Font&) = default;
+};
+
+} // namespace TOLVGraphing

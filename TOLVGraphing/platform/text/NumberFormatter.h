@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace TOLVGraphing {
+
+/// Turns numbers into the texts that people read. The base class writes the decimal style: groups of three with ",", at most three fraction digits and
+/// none that are not needed, halves rounded to even on the shortest digits of the double: 1234567.875 gives "1,234,567.875", 0.0625 gives "0.062".
+/// NaN gives "NaN" whatever its sign, infinities "+∞" and "-∞"; a negative number that rounds to nothing gives "-0". The text is UTF-8 and does not depend
+/// on the process's locale. Other styles are subclasses; a formatter is not changed once it is in use.
+class NumberFormatter {
+public:
+    virtual ~NumberFormatter();
+
+    /// The number's text, or nothing when this formatter has none for it. Single-precision values are widened by the caller.
+    [[nodiscard]] virtual std::optional<std::string> stringFromNumber(double number) const;
+    /// An equal, independent formatter of the same class.
+    [[nodiscard]] virtual std::shared_ptr<NumberFormatter> copy() const;
+};
+
+/// The text that a formatter gives a value shown to people on an axis or in a callout: as `stringFromNumber`, but what would read as
+/// minus zero ("-0") reads as zero.
+[[nodiscard]] std::optional<std::string> labelTextFromNumber(const NumberFormatter& formatter, double number);
+
+} // namespace TOLVGraphing

@@ -1,0 +1,29 @@
+#include "NumberText.h"
+
+#include <charconv>
+
+namespace TOLVGraphing {
+
+namespace {
+
+template <typename Number>
+std::string shortest(Number number)
+{
+    char buffer[64];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, number);
+    return {buffer, result.ptr};
+}
+
+} // namespace
+
+std::string shortestText(double number)
+{
+    return shortest(number);
+}
+
+std::string shortestText(float number)
+{
+    return shortest(number);
+}
+
+} // namespace TOLVGraphing

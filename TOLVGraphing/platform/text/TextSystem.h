@@ -1,0 +1,46 @@
+#pragma once
+
+#include "../geometry/Point.h"
+#include "AttributedString.h"
+
+#include <memory>
+
+namespace TOLVGraphing {
+
+/// Measures text. A desktop installs one that knows its fonts; until then FixedTextSystem answers, so that the library works without any fonts.
+/// Every answer is in points and unrounded, so that screen, file and paper lay out alike. Implementations are safe to ask from several threads.
+class TextSystem {
+public:
+    virtual ~TextSystem();
+
+    /// Width of the longest line and height of all lines.
+    [[nodiscard]] virtual Size size(const AttributedString& text) const = 0;
+    /// Baseline to top of the face.
+    [[nodiscard]] virtual double ascender(const Font& font) const = 0;
+};
+
+/// A text system whose characters are all equally wide: 0.6 em a character (a code point), lines 1.2 em high, ascender 0.8 em.
+class FixedTextSystem final : public TextSystem {
+public:
+    [[nodiscard]] Size size(const AttributedString& text) const override;
+    [[nodiscard]] double ascender(const Font& font) const override;
+};
+
+/// The text system in force for the whole process, never null.
+[[nodiscard]] std::shared_ptr<const TextSystem> textSystem();
+/// Installs a text system (shared) for the process; null brings the fixed one back. Safe to call from any thread.
+void setTextSystem(std::shared_ptr<const TextSystem> system);
+
+/// Installs a text system for the life of the scope.
+class TextSystemScope {
+public:
+    explicit TextSystemScope(std::shared_ptr<const TextSystem> system);
+    ~TextSystemScope();
+    TextSystemScope(const TextSystemScope&) = delete;
+    TextSystemScope& operator=(const TextSystemScope&) = delete;
+
+private:
+    std::shared_ptr<const TextSystem> m_former;
+};
+
+} // namespace TOLVGraphing

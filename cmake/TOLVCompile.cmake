@@ -1,0 +1,39 @@
+# How every target of this project is compiled.
+
+# tolv_compile(<target>): the language level, the arithmetic rules and the warnings.
+# Results are defined to the last bit, one rounding per written operation, so multiply and add are never fused.
+function(tolv_compile target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
+  target_compile_options(${target} PRIVATE
+    -ffp-contract=off -fno-fast-math
+    -Wall -Wextra -Wconversion -Wdouble-promotion -Wshadow)
+  if(TOLVGRAPHING_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(TOLVGRAPHING_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+  endif()
+endfunction()
+
+# tolv_sources(<variable> <folder>...): the .cpp files below the folders, without the tests beside them.
+function(tolv_sources variable)
+  set(found)
+  foreach(folder ${ARGN})
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS ${folder}/*.cpp)
+    list(APPEND found ${files})
+  endforeach()
+  list(FILTER found EXCLUDE REGEX "_test\\.cpp$")
+  set(${variable} ${found} PARENT_SCOPE)
+endfunction()
+
+# tolv_test_sources(<variable> <folder>...): the *_test.cpp files below the folders.
+function(tolv_test_sources variable)
+  set(found)
+  foreach(folder ${ARGN})
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS ${folder}/*_test.cpp)
+    list(APPEND found ${files})
+  endforeach()
+  set(${variable} ${found} PARENT_SCOPE)
+endfunction()
