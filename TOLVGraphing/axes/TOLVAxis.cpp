@@ -267,6 +267,9 @@ void TOLVAxis::drawMarkers(const Markers& markers, const Rect& inRect) const
     getLabels(&labels, values, tickLabelRectInRect(inRect));
     for (const auto& label : labels) {
         AttributedString text = label->label();
+        // There is nothing to put a badge around.
+        if (text.string().empty())
+            continue;
         text.setForegroundColor(Color::whiteColor());
         label->setLabel(text);
         Rect badge = integralRect({label->rect().origin, text.size()});

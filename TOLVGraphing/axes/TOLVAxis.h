@@ -119,7 +119,8 @@ public:
     /// The title, centred in its strip; on the vertical axis it reads upwards.
     virtual void drawLabelInRect(const Rect& rect) const;
     virtual void drawTickLabelsInRect(const Rect& rect) const;
-    /// Black badges with white texts at the markers' values on the tick label strip; a badge that would collide with an earlier one is left out.
+    /// Black badges with white texts at the markers' values on the tick label strip; a badge that would collide with an earlier one, or that the
+    /// formatter has no text for, is left out.
     virtual void drawMarkers(const Markers& markers, const Rect& inRect) const;
     /// One stroke for the grid lines of all values; rect is the data area. Lines stand on the middle of a point.
     virtual void drawLinesForValues(const Values& values, const Rect& inRect, const TOLVLineStyle* withStyle) const;

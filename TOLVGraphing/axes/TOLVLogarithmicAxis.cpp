@@ -58,7 +58,7 @@ std::vector<double> logRange(std::uint32_t depth, double min, double max)
     const int low = static_cast<int>(std::floor(std::log10(min)));
     const int high = static_cast<int>(std::floor(std::log10(max) + 1.0));
     const std::uint32_t levels = std::min(depth, kMaximumDepth);
-    for (int exponent = low; levels > 0 && exponent < high; ++exponent) {
+    for (int exponent = low; exponent < high; ++exponent) {
         const double start = std::pow(10.0, exponent);
         if (start > max)
             break;

@@ -7,8 +7,8 @@
 
 namespace TOLVGraphing {
 
-/// The values that divide the decades of [min, max], ascending: at depth 1 the powers of ten and 2 to 9 times them, at depth 2 also every tenth in between, and so on.
-/// Unless 0 < min <= max < infinity, and at depth 0, there are none. Depths beyond 4 list what depth 4 lists.
+/// The values that divide the decades of [min, max], ascending: at depth 0 the powers of ten, at depth 1 also 2 to 9 times them, at depth 2 also every tenth in between, and so on.
+/// Unless 0 < min <= max < infinity there are none. Depths beyond 4 list what depth 4 lists.
 [[nodiscard]] std::vector<double> logRange(std::uint32_t depth, double min, double max);
 
 /// An axis on a base-10 logarithmic scale. Major values stand on the powers of ten and minor ones on 2 to 9 times them; where the axis is long enough for lines at least
@@ -25,7 +25,7 @@ public:
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVLogarithmicAxis"; }
     [[nodiscard]] std::vector<std::string> archiveBaseClassNames() const override { return {"TOLVAxis"}; }
 
-    /// The levels of subdivision in the full list of values: 0 before the first preparation, then 1 or 2.
+    /// The levels of subdivision in the full list of values: 0 before the first preparation, when there are no tick values at all, then 1 or 2.
     [[nodiscard]] std::uint32_t minorValuesDepth() const { return m_minorValuesDepth; }
     void setMinorValuesDepth(std::uint32_t depth) { m_minorValuesDepth = depth; }
 

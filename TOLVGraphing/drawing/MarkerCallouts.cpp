@@ -27,7 +27,7 @@ std::shared_ptr<TOLVLabel> labelForValue(float value, Point dataPoint, const TOL
     std::optional<std::string> text;
     if (axis.tickLabelFormatter())
         text = labelTextFromNumber(*axis.tickLabelFormatter(), static_cast<double>(value));
-    if (!text)
+    if (!text || text->empty())
         return nullptr;
     AttributedString string(*std::move(text), axis.tickLabelAttributes());
     const Size size = string.size();

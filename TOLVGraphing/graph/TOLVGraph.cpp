@@ -45,7 +45,8 @@ TOLVGraph::TOLVGraph(ConstructionKey) {}
 
 TOLVGraph::~TOLVGraph()
 {
-    setExtents(nullptr);
+    // Without an announcement: whoever observes may be on its way out together with the graph.
+    stopObservingExtents();
 }
 
 void TOLVGraph::initialize()

@@ -152,9 +152,10 @@ void KeyedUnarchiver::throwUnexpected(const ArchiveValue& found, std::string_vie
         + std::string(expected));
 }
 
-void KeyedUnarchiver::throwWrongClass(std::string_view key, std::string_view expected) const
+void KeyedUnarchiver::throwWrongClass(const Codable& found, std::string_view key, std::string_view expected) const
 {
-    throwUnexpected(*value(key), key, expected);
+    throw ArchiveError(m_source.className + " \"" + std::string(key) + "\": found an object of class " + found.archiveClassName() + ", expected "
+        + std::string(expected));
 }
 
 bool KeyedUnarchiver::containsValueForKey(std::string_view key) const

@@ -40,7 +40,8 @@ public:
     void encodeInteger(std::int64_t number, std::string_view key);
     void encodeBool(bool flag, std::string_view key);
     void encodeString(const std::string& text, std::string_view key);
-    /// Null stores "nothing" under the key, which reads back as an absent value.
+    /// Null stores "nothing" under the key, which reads back as an absent value. Objects are told apart by their address, so each has to live until the root
+    /// has been archived: a copy made for the occasion would be taken for the next one at its place.
     void encodeObject(const Codable* object, std::string_view key);
     void encodeObjects(const std::vector<std::shared_ptr<const Codable>>& objects, std::string_view key);
 
@@ -103,7 +104,7 @@ private:
     static std::shared_ptr<Codable> unarchive(const std::shared_ptr<ArchiveObject>& object, Reading& reading);
     [[nodiscard]] const ArchiveValue* value(std::string_view key) const;
     [[noreturn]] void throwUnexpected(const ArchiveValue& found, std::string_view key, std::string_view expected) const;
-    [[noreturn]] void throwWrongClass(std::string_view key, std::string_view expected) const;
+    [[noreturn]] void throwWrongClass(const Codable& found, std::string_view key, std::string_view expected) const;
     std::shared_ptr<Codable> decodeAnyObject(std::string_view key);
     std::optional<std::vector<std::shared_ptr<Codable>>> decodeAnyObjects(std::string_view key, std::string_view expected);
 
@@ -112,7 +113,7 @@ private:
     {
         auto typed = std::dynamic_pointer_cast<Type>(object);
         if (object && !typed)
-            throwWrongClass(key, expected);
+            throwWrongClass(*object, key, expected);
         return typed;
     }
 

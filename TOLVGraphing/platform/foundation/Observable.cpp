@@ -20,11 +20,15 @@ struct Observable::State {
 };
 
 Observable::Observable()
-    : m_observing(std::make_unique<State>())
+    : m_observing(std::make_shared<State>())
 {
 }
 
-Observable::~Observable() = default;
+Observable::~Observable()
+{
+    // Nobody is left to be told by an announcement that is still under way.
+    m_observing->subscriptions.clear();
+}
 
 Observable::Observable(const Observable&)
     : Observable()
@@ -81,18 +85,19 @@ void Observable::didChange(ChangeKind kind, const IndexSet& indexes, std::string
     const auto begun = m_observing->begun.find(key);
     if (begun == m_observing->begun.end())
         return;
-    if (--begun->second > 0)
-        return;
-    m_observing->begun.erase(begun);
+    // Announced for every pair, not only for the outermost one: a change that was begun and never finished must not silence the later ones.
+    if (--begun->second == 0)
+        m_observing->begun.erase(begun);
     announce({std::string(key), kind, indexes, false});
 }
 
 void Observable::announce(const PropertyChange& change)
 {
-    // A copy, because observers may subscribe and unsubscribe while they are told.
-    const auto subscriptions = m_observing->subscriptions;
+    // Copies, because observers may subscribe, unsubscribe and end this object while they are told. Once it has ended no subscription is left and it is not touched again.
+    const std::shared_ptr<const State> state = m_observing;
+    const auto subscriptions = state->subscriptions;
     for (const auto& subscription : subscriptions) {
-        const auto& current = m_observing->subscriptions;
+        const auto& current = state->subscriptions;
         const bool stillThere
             = std::any_of(current.begin(), current.end(), [&](const auto& one) { return one.token == subscription.token; });
         if (!stillThere)

@@ -34,7 +34,7 @@ enum class InitialDelivery : std::uint8_t { No, Yes };
 /// An object that announces changes of its properties by name.
 ///
 /// Every setter announces, also when the value set equals the old one. A change that is begun and not finished announces nothing. The order among observers is
-/// not defined; an observer may subscribe or unsubscribe others while it is told. Used from one thread at a time.
+/// not defined; an observer may subscribe or unsubscribe others, and may end this object, while it is told. Used from one thread at a time.
 class Observable {
 public:
     using Observer = std::function<void(const PropertyChange&)>;
@@ -53,7 +53,8 @@ public:
     /// The properties whose changes also change `key`; none unless a subclass says so.
     [[nodiscard]] virtual std::vector<std::string> keysAffectingValueOfKey(std::string_view key) const;
 
-    /// Begin and end a change of a property; setters call them, and so do owners that change a derived property. Pairs may nest.
+    /// Begin and end a change of a property; setters call them, and so do owners that change a derived property.
+    /// Pairs may nest, and each announces. An end without a beginning announces nothing, a beginning without an end leaves later pairs as they are.
     void willChangeValueForKey(std::string_view key);
     void didChangeValueForKey(std::string_view key);
     void willChange(ChangeKind kind, const IndexSet& indexes, std::string_view key);
@@ -72,7 +73,8 @@ protected:
 private:
     struct State;
     void announce(const PropertyChange& change);
-    std::unique_ptr<State> m_observing;
+    // Shared with announcements under way, because an observer may bring this object to its end.
+    std::shared_ptr<State> m_observing;
 };
 
 /// Begins a change of a property and ends it with the scope.

@@ -13,8 +13,10 @@ constexpr double kRadiansPerDegree = 0.017453292519943295;
 
 } // namespace
 
-void AffineTransform::concatenate(const AffineTransform& first)
+void AffineTransform::concatenate(const AffineTransform& transform)
 {
+    // Copies of both, because a transform may be concatenated with itself.
+    const AffineTransform first = transform;
     const AffineTransform second = *this;
     a = first.a * second.a + first.b * second.c;
     b = first.a * second.b + first.b * second.d;

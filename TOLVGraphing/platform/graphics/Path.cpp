@@ -33,23 +33,16 @@ void includeCubicExtremes(double p0, double p1, double p2, double p3, double& lo
     const double a = -p0 + 3.0 * p1 - 3.0 * p2 + p3;
     const double b = 2.0 * (p0 - 2.0 * p1 + p2);
     const double c = p1 - p0;
-    double roots[2];
-    int count = 0;
-    if (std::abs(a) < 1e-12) {
-        if (b != 0.0)
-            roots[count++] = -c / b;
-    } else {
-        const double discriminant = b * b - 4.0 * a * c;
-        if (discriminant >= 0.0) {
-            const double root = std::sqrt(discriminant);
-            roots[count++] = (-b + root) / (2.0 * a);
-            roots[count++] = (-b - root) / (2.0 * a);
-        }
-    }
-    for (int i = 0; i < count; ++i) {
-        if (!(roots[i] > 0.0 && roots[i] < 1.0))
+    const double discriminant = b * b - 4.0 * a * c;
+    if (discriminant < 0.0)
+        return;
+    // Neither root loses digits to cancellation this way, also when a is nothing but rounding; a root that does not exist comes out infinite or NaN.
+    const double q = -0.5 * (b + std::copysign(std::sqrt(discriminant), b));
+    for (const double root : {q / a, c / q}) {
+        if (!(root > 0.0 && root < 1.0))
             continue;
-        const double value = cubicAt(p0, p1, p2, p3, roots[i]);
+        // The curve never leaves the range of its four coordinates, only rounding does.
+        const double value = std::clamp(cubicAt(p0, p1, p2, p3, root), std::min({p0, p1, p2, p3}), std::max({p0, p1, p2, p3}));
         low = std::min(low, value);
         high = std::max(high, value);
     }
@@ -189,6 +182,7 @@ Rect Path::bounds() const
     Point low = m_points.front();
     Point high = low;
     Point current = low;
+    Point start = low;
     std::size_t next = 0;
     const auto include = [&](Point point) {
         low = {std::min(low.x, point.x), std::min(low.y, point.y)};
@@ -198,6 +192,9 @@ Rect Path::bounds() const
     for (const Verb verb : m_verbs) {
         switch (verb) {
         case Verb::Move:
+            start = m_points[next];
+            include(m_points[next++]);
+            break;
         case Verb::Line:
             include(m_points[next++]);
             break;
@@ -212,6 +209,8 @@ Rect Path::bounds() const
             break;
         }
         case Verb::Close:
+            // What follows goes on from where the closed part began.
+            current = start;
             break;
         }
     }

@@ -1,5 +1,6 @@
 #include "NumberFormatter.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -7,7 +8,8 @@ namespace TOLVGraphing {
 
 namespace {
 
-constexpr int kMaximumFractionDigits = 3;
+/// A double has no more than these.
+constexpr int kLargestFractionDigits = 18;
 
 /// A number's shortest decimal digits, without sign: value = 0.d1 d2 d3 ... x 10^exponent.
 struct Decimal {
@@ -77,10 +79,10 @@ std::string groupedInteger(const Decimal& decimal)
     return text;
 }
 
-std::string fraction(const Decimal& decimal)
+std::string fraction(const Decimal& decimal, int maximumDigits)
 {
     std::string text;
-    for (int place = 0; place < kMaximumFractionDigits; ++place) {
+    for (int place = 0; place < maximumDigits; ++place) {
         const int index = decimal.exponent + place;
         const bool stored = index >= 0 && index < static_cast<int>(decimal.digits.size());
         text += stored ? decimal.digits[static_cast<std::size_t>(index)] : '0';
@@ -90,6 +92,11 @@ std::string fraction(const Decimal& decimal)
 }
 
 } // namespace
+
+NumberFormatter::NumberFormatter(int maximumFractionDigits)
+    : m_maximumFractionDigits(std::clamp(maximumFractionDigits, 0, kLargestFractionDigits))
+{
+}
 
 NumberFormatter::~NumberFormatter() = default;
 
@@ -101,10 +108,10 @@ std::optional<std::string> NumberFormatter::stringFromNumber(double number) cons
     if (std::isinf(number))
         return negative ? "-∞" : "+∞";
     Decimal decimal = shortestDecimal(std::abs(number));
-    roundDigits(decimal, decimal.exponent + kMaximumFractionDigits);
+    roundDigits(decimal, decimal.exponent + m_maximumFractionDigits);
     std::string text = negative ? "-" : "";
     text += groupedInteger(decimal);
-    const std::string places = fraction(decimal);
+    const std::string places = fraction(decimal, m_maximumFractionDigits);
     return places.empty() ? text : text + "." + places;
 }
 

@@ -6,18 +6,27 @@
 
 namespace TOLVGraphing {
 
-/// Turns numbers into the texts that people read. The base class writes the decimal style: groups of three with ",", at most three fraction digits and
-/// none that are not needed, halves rounded to even on the shortest digits of the double: 1234567.875 gives "1,234,567.875", 0.0625 gives "0.062".
+/// Turns numbers into the texts that people read. The base class writes the decimal style: groups of three with ",", at most three fraction digits
+/// (or as many as it is made with) and none that are not needed, halves rounded to even on the shortest digits of the double: 1234567.875 gives "1,234,567.875", 0.0625 gives "0.062".
 /// NaN gives "NaN" whatever its sign, infinities "+∞" and "-∞"; a negative number that rounds to nothing gives "-0". The text is UTF-8 and does not depend
 /// on the process's locale. Other styles are subclasses; a formatter is not changed once it is in use.
 class NumberFormatter {
 public:
+    /// The decimal style with at most this many fraction digits, 0 to 18; numbers outside are limited to that.
+    explicit NumberFormatter(int maximumFractionDigits = 3);
     virtual ~NumberFormatter();
+    NumberFormatter(const NumberFormatter&) = default;
+    NumberFormatter& operator=(const NumberFormatter&) = delete;
+
+    [[nodiscard]] int maximumFractionDigits() const { return m_maximumFractionDigits; }
 
     /// The number's text, or nothing when this formatter has none for it. Single-precision values are widened by the caller.
     [[nodiscard]] virtual std::optional<std::string> stringFromNumber(double number) const;
     /// An equal, independent formatter of the same class.
     [[nodiscard]] virtual std::shared_ptr<NumberFormatter> copy() const;
+
+private:
+    const int m_maximumFractionDigits;
 };
 
 /// The text that a formatter gives a value shown to people on an axis or in a callout: as `stringFromNumber`, but what would read as

@@ -9,6 +9,9 @@ namespace {
 template <typename Number>
 std::string shortest(Number number)
 {
+    // The sign of a NaN differs between processors and means nothing.
+    if (number != number)
+        return "nan";
     char buffer[64];
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, number);
     return {buffer, result.ptr};

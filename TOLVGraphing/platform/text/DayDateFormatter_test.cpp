@@ -1,0 +1,43 @@
+#include "DayDateFormatter.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace TOLVGraphing {
+namespace {
+
+TEST(DayDateFormatter, WritesIsoDatesAndTheTimeOfPartDays)
+{
+    const struct {
+        double days;
+        const char* text;
+    } cases[] = {
+        {0.0, "1970-01-01"},
+        {-0.0, "1970-01-01"},
+        {-1.0, "1969-12-31"},
+        {19782.0, "2024-02-29"},
+        {20778.0, "2026-11-21"},
+        {20778.270833333, "2026-11-21 06:30"},
+        {-0.25, "1969-12-31 18:00"},
+        {0.99999, "1970-01-02"},
+        {-719528.0, "0000-01-01"},
+        {2932896.0, "9999-12-31"},
+        {2932897.0, "2,932,897"},
+        {-719529.0, "-719,529"},
+        {1e30, "1,000,000,000,000,000,000,000,000,000,000"},
+        {std::numeric_limits<double>::quiet_NaN(), "NaN"},
+        {std::numeric_limits<double>::infinity(), "+∞"},
+    };
+    const DayDateFormatter formatter;
+    for (const auto& one : cases)
+        EXPECT_EQ(formatter.stringFromNumber(one.days), one.text) << one.days;
+}
+
+TEST(DayDateFormatter, CopyWritesDatesToo)
+{
+    EXPECT_EQ(DayDateFormatter().copy()->stringFromNumber(1.0), "1970-01-02");
+}
+
+} // namespace
+} // namespace TOLVGraphing

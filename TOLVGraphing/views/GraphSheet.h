@@ -1,0 +1,48 @@
+#pragma once
+
+#include "../platform/geometry/EdgeInsets.h"
+#include "../platform/geometry/Rect.h"
+#include "LegendRows.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace TOLVGraphing {
+
+class TOLVGraph;
+
+/// A graph with a legend below it, laid out for a sheet of any size: what a file, a page or a window shows. Coordinates are points, y growing upwards.
+class GraphSheet {
+public:
+    /// The graph is shared; its margin, padding and tick label paddings are set by the layout.
+    explicit GraphSheet(std::shared_ptr<TOLVGraph> graph);
+
+    [[nodiscard]] const std::shared_ptr<TOLVGraph>& graph() const { return m_graph; }
+    /// Copied. No entries, no legend.
+    void setLegendEntries(std::vector<LegendEntry> entries) { m_legendEntries = std::move(entries); }
+    /// A margin that holds as it is, with no padding added; nothing, the default, fits the margins to the labels.
+    void setMargin(const std::optional<EdgeInsets>& margin) { m_margin = margin; }
+
+    /// Places legend and graph in the rectangle. Ticks and labels are those of the graph's extents at this moment.
+    void layoutInRect(const Rect& rect);
+    /// Where the last layout put the graph and the legend.
+    [[nodiscard]] const Rect& graphRect() const { return m_graphRect; }
+    [[nodiscard]] const Rect& legendRect() const { return m_legendRect; }
+
+    /// Lays out and draws into the current context. The rectangle's background is the caller's.
+    void drawInRect(const Rect& rect);
+
+private:
+    void placeLegend(const Rect& rect, double left, double width);
+    void placeGraph(const Rect& rect);
+
+    std::shared_ptr<TOLVGraph> m_graph;
+    std::vector<LegendEntry> m_legendEntries;
+    std::optional<EdgeInsets> m_margin;
+    std::optional<LegendRows> m_legend;
+    Rect m_graphRect;
+    Rect m_legendRect;
+};
+
+} // namespace TOLVGraphing
