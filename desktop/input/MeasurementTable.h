@@ -1,0 +1,105 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace TOLVGraphing::input {
+
+/// What the fields of a column are.
+enum class ColumnKind {
+    Number, ///< at least half of the fields that are not empty are numbers; also a column without any field filled
+    Date,   ///< at least nine tenths of the fields that are not empty are ISO dates; the values are days, see MeasurementColumn::values
+    Text,   ///< words; numbers among them are still in the values
+};
+
+/// "number", "date" or "text".
+[[nodiscard]] std::string_view columnKindName(ColumnKind kind);
+
+/// One column of a measurement: a name and one float per row.
+struct MeasurementColumn {
+    /// Position in the file, counted from 1.
+    std::size_t number = 0;
+    /// From the header row; empty where there is none. Two columns may have the same name.
+    std::string name;
+    /// From the units row, for example "Volt"; without the brackets that may surround it; empty where there is none.
+    std::string unit;
+    ColumnKind kind = ColumnKind::Number;
+
+    /// One value per row, NaN for a gap (an empty or missing field, a word). A number is the float nearest to the decimal text: beyond
+    /// the range of float it is an infinity, below it a zero.
+    ///
+    /// A date is days since 1970-01-01 00:00 UTC. A float has 24 bits, so a time of day survives only roughly: whole days are exact for
+    /// 45,000 years, but from 1992 (day 8,192) to 2014-11-08 the step is 2^-10 day (84 s) and from 2014-11-09 (day 16,384) to 2059 it is
+    /// 2^-9 day (169 s). A time without an offset counts as UTC.
+    std::vector<float> values;
+
+    /// How many of the values are NaN.
+    std::size_t gapCount = 0;
+    /// How many of those gaps have a word in the file, in contrast to nothing or "nan".
+    std::size_t wordCount = 0;
+    /// The fields as they stand in the file, one per row, without quotes; empty unless ReadSettings asks for this column's texts.
+    std::vector<std::string> texts;
+
+    /// The name, or "column N" where there is none.
+    [[nodiscard]] std::string displayName() const;
+    /// For example `CH1 [Volt] number, 600 rows, 2 gaps, 1 word`.
+    [[nodiscard]] std::string text() const;
+
+    /// NaN equals NaN here, because a gap equals a gap.
+    friend bool operator==(const MeasurementColumn&, const MeasurementColumn&);
+};
+
+/// How a file was read: what a listing of its columns can tell the user.
+struct TableFormat {
+    /// For example "delimited text", "npy 1.0 <f8" or "WAV (Microsoft), Signed 16 bit PCM".
+    std::string kind;
+    /// ',' ';' '\t' or another character; ' ' stands for runs of blanks and tabs. NUL where the file is not text.
+    char delimiter = '\0';
+    /// '.' or ','.
+    char decimalMark = '.';
+    /// Rows used for names and units: 0, 1 or 2.
+    std::size_t headerRows = 0;
+    /// Lines that are neither header nor rows of the table: what stands before it, comments, remarks, blank lines.
+    std::size_t skippedLines = 0;
+
+    /// For example `delimited text, comma, decimal point, 1 header row, 16 skipped lines`.
+    [[nodiscard]] std::string text() const;
+
+    friend bool operator==(const TableFormat&, const TableFormat&) = default;
+};
+
+/// "comma", "semicolon", "tab", "blanks", otherwise the character itself in quotation marks.
+[[nodiscard]] std::string delimiterName(char delimiter);
+
+/// A measurement file in memory. All columns have the same number of rows, and at least one column has at least one value.
+///
+/// The values may be moved out of the columns (`std::move(table.columns[1].values)`) without a copy; rowCount() is then meaningless.
+struct MeasurementTable {
+    std::vector<MeasurementColumn> columns;
+    /// The path as it was given, `-` for standard input.
+    std::string sourceName;
+    /// Samples per second, where the file states them: a sound file, or a line about the sampling rate before a text table.
+    std::optional<double> sampleRate;
+    TableFormat format;
+
+    /// Rows with fewer fields than the table has columns; the missing fields are gaps. The line of the first one, 0 for none.
+    std::size_t shortRowCount = 0;
+    std::size_t firstShortLine = 0;
+    /// Rows with more fields than the table has columns; the surplus is not in the table. The line of the first one, 0 for none.
+    std::size_t longRowCount = 0;
+    std::size_t firstLongLine = 0;
+
+    /// 0 for a table without columns.
+    [[nodiscard]] std::size_t rowCount() const;
+    /// The index (from 0) of the first column whose name, or else whose display name, is this text.
+    [[nodiscard]] std::optional<std::size_t> indexOfColumn(std::string_view name) const;
+    /// The source, the format and one line per column.
+    [[nodiscard]] std::string text() const;
+
+    friend bool operator==(const MeasurementTable&, const MeasurementTable&) = default;
+};
+
+} // namespace TOLVGraphing::input

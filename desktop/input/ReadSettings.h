@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace TOLVGraphing::input {
+
+/// The largest number of columns of any file. More is an error.
+inline constexpr std::size_t kMaximumColumnCount = 16384;
+/// The longest field of a text file, in bytes. More is an error.
+inline constexpr std::size_t kMaximumFieldLength = std::size_t { 1 } << 20;
+/// The longest line of a text file, in bytes. More is an error.
+inline constexpr std::size_t kMaximumLineLength = std::size_t { 16 } << 20;
+
+/// How far reading has come.
+struct ReadProgress {
+    std::uint64_t bytesRead = 0;
+    /// Nothing where the length is not known beforehand: a pipe, a terminal.
+    std::optional<std::uint64_t> totalBytes;
+
+    friend bool operator==(const ReadProgress&, const ReadProgress&) = default;
+};
+
+/// How to read a measurement file. A default-made value detects everything.
+struct ReadSettings {
+    /// The field separator of a text file: ' ' stands for runs of blanks and tabs. Detected among `,` `;` tab and blanks where absent.
+    std::optional<char> delimiter;
+    /// '.' or ','. Detected where absent; never a comma where the comma separates the fields.
+    std::optional<char> decimalMark;
+    /// 0: the first line is a row of the table; 1: it has the names; 2: a line of units follows. Where absent, the table and its header
+    /// are looked for, whatever stands before them.
+    std::optional<std::size_t> headerRows;
+    /// This many lines at the start are not looked at.
+    std::size_t skippedLines = 0;
+
+    /// Names (or display names, "column 3") of the columns whose field texts are kept, see MeasurementColumn::texts. A name that does not
+    /// exist is no error. Keeping texts costs 32 bytes and more per row.
+    std::vector<std::string> keptTextColumns;
+    /// Keeps the texts of every column whose first rows are words.
+    bool keepsTextsOfTextColumns = false;
+
+    /// Called about every 4 MiB from the reading thread, and once at the end; false cancels by ReadingCancelled.
+    std::function<bool(const ReadProgress&)> progress;
+};
+
+} // namespace TOLVGraphing::input

@@ -1,0 +1,212 @@
+#include "SeriesSelection.h"
+
+#include <desktop/input/MeasurementError.h>
+
+#include <TOLVMath/TOLVRealVector.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <map>
+#include <numeric>
+#include <utility>
+
+namespace TOLVGraphing::input {
+
+namespace {
+
+using Vector = std::shared_ptr<const TOLVRealVector>;
+
+constexpr std::string_view kRowNumber = "index";
+/// The most column names that an error lists.
+constexpr std::size_t kMostNamesListed = 12;
+
+std::string listOfColumns(const MeasurementTable& table)
+{
+    std::string text;
+    for (std::size_t i = 0; i < table.columns.size() && i < kMostNamesListed; ++i)
+        text += (i ? ", " : "") + quotedExcerpt(table.columns[i].displayName());
+    if (table.columns.size() > kMostNamesListed)
+        text += ", ...";
+    return text;
+}
+
+bool hasValues(const MeasurementColumn& column)
+{
+    return column.gapCount < column.values.size();
+}
+
+std::vector<float> rowNumbers(std::size_t count)
+{
+    std::vector<float> numbers(count);
+    for (std::size_t i = 0; i < count; ++i)
+        numbers[i] = static_cast<float>(i);
+    return numbers;
+}
+
+bool isFinite(const Vector& vector)
+{
+    const float* c = vector->components();
+    // A sum would overflow; the exponent test is as fast as reading the memory.
+    return std::all_of(c, c + vector->length(), [](float value) { return std::isfinite(value); });
+}
+
+bool isAscending(const Vector& vector)
+{
+    return std::is_sorted(vector->components(), vector->components() + vector->length());
+}
+
+/// The samples of both vectors that are finite in both, sorted by x where it does not ascend.
+struct Samples {
+    Vector x;
+    Vector y;
+    std::size_t leftOut = 0;
+    bool sorted = false;
+};
+
+void dropNonFinite(Samples& samples)
+{
+    if (isFinite(samples.x) && isFinite(samples.y))
+        return;
+    std::vector<float> keptX;
+    std::vector<float> keptY;
+    for (std::size_t i = 0; i < samples.x->length(); ++i) {
+        const float x = samples.x->components()[i];
+        const float y = samples.y->components()[i];
+        if (std::isfinite(x) && std::isfinite(y)) {
+            keptX.push_back(x);
+            keptY.push_back(y);
+        }
+    }
+    samples.leftOut = samples.x->length() - keptX.size();
+    samples.x = TOLVRealVector::vectorWithComponents(std::move(keptX));
+    samples.y = TOLVRealVector::vectorWithComponents(std::move(keptY));
+}
+
+void sortByX(Samples& samples)
+{
+    if (isAscending(samples.x))
+        return;
+    const float* x = samples.x->components();
+    const float* y = samples.y->components();
+    std::vector<std::size_t> order(samples.x->length());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return x[a] < x[b]; });
+    std::vector<float> sortedX;
+    std::vector<float> sortedY;
+    sortedX.reserve(order.size());
+    sortedY.reserve(order.size());
+    for (const std::size_t index : order) {
+        sortedX.push_back(x[index]);
+        sortedY.push_back(y[index]);
+    }
+    samples.x = TOLVRealVector::vectorWithComponents(std::move(sortedX));
+    samples.y = TOLVRealVector::vectorWithComponents(std::move(sortedY));
+    samples.sorted = true;
+}
+
+/// The table's columns as vectors, each made once however often it is used.
+class ColumnVectors {
+public:
+    explicit ColumnVectors(MeasurementTable& table) : m_table(table) {}
+
+    Vector vector(std::size_t index)
+    {
+        auto& made = m_made[index];
+        if (!made)
+            made = TOLVRealVector::vectorWithComponents(std::move(m_table.columns[index].values));
+        return made;
+    }
+
+private:
+    MeasurementTable& m_table;
+    std::map<std::size_t, Vector> m_made;
+};
+
+/// The column of the abscissae; nothing for the row number.
+std::optional<std::size_t> columnOfX(const MeasurementTable& table, const ColumnRequest& request)
+{
+    if (!request.x)
+        return table.columns.size() > 1 && table.columns[0].kind != ColumnKind::Text ? std::optional<std::size_t>(0) : std::nullopt;
+    if (*request.x == kRowNumber && !table.indexOfColumn(kRowNumber))
+        return std::nullopt;
+    const std::size_t index = requireColumn(table, *request.x);
+    if (!hasValues(table.columns[index])) {
+        throw MeasurementError(
+            table.sourceName, 0, "no number in column " + quotedExcerpt(table.columns[index].displayName()), "expected numbers or dates for x");
+    }
+    return index;
+}
+
+std::vector<std::size_t> columnsOfY(const MeasurementTable& table, const ColumnRequest& request, std::optional<std::size_t> x)
+{
+    std::vector<std::size_t> columns;
+    for (const std::string& name : request.y) {
+        columns.push_back(requireColumn(table, name));
+        if (!hasValues(table.columns[columns.back()]))
+            throw MeasurementError(table.sourceName, 0, "no number in column " + quotedExcerpt(name), "expected a column of numbers");
+    }
+    if (!columns.empty())
+        return columns;
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        if (i != x && table.columns[i].kind == ColumnKind::Number && hasValues(table.columns[i]))
+            columns.push_back(i);
+    }
+    if (columns.empty())
+        throw MeasurementError(table.sourceName, 0, "no column of numbers to draw among " + listOfColumns(table), "expected at least one besides x");
+    return columns;
+}
+
+void noteChanges(const Samples& samples, const std::string& name, const std::string& xName, std::vector<std::string>& notes)
+{
+    if (samples.leftOut > 0)
+        notes.push_back(name + ": " + std::to_string(samples.leftOut) + (samples.leftOut == 1 ? " sample" : " samples") + " without a number left out");
+    if (samples.sorted)
+        notes.push_back(name + ": samples sorted by " + xName + ", which does not ascend in the file");
+}
+
+} // namespace
+
+std::size_t requireColumn(const MeasurementTable& table, const std::string& nameOrNumber)
+{
+    if (const auto named = table.indexOfColumn(nameOrNumber))
+        return *named;
+    std::size_t number = 0;
+    const char* end = nameOrNumber.data() + nameOrNumber.size();
+    const auto [parsed, error] = std::from_chars(nameOrNumber.data(), end, number);
+    if (error == std::errc() && parsed == end && number >= 1 && number <= table.columns.size())
+        return number - 1;
+    throw MeasurementError(table.sourceName, 0, "no column " + quotedExcerpt(nameOrNumber),
+        "expected a number from 1 to " + std::to_string(table.columns.size()) + " or one of " + listOfColumns(table));
+}
+
+SeriesSelection selectSeries(MeasurementTable&& table, const ColumnRequest& request)
+{
+    const auto xColumn = columnOfX(table, request);
+    const auto yColumns = columnsOfY(table, request, xColumn);
+    const std::size_t rows = table.rowCount();
+    ColumnVectors vectors(table);
+    SeriesSelection selection;
+    selection.xName = xColumn ? table.columns[*xColumn].name : "sample";
+    const std::string xDisplayName = xColumn ? table.columns[*xColumn].displayName() : selection.xName;
+    selection.xUnit = xColumn ? table.columns[*xColumn].unit : "";
+    selection.xIsDate = xColumn && table.columns[*xColumn].kind == ColumnKind::Date;
+    const Vector x = xColumn ? vectors.vector(*xColumn) : TOLVRealVector::vectorWithComponents(rowNumbers(rows));
+    for (const std::size_t column : yColumns) {
+        Samples samples{x, vectors.vector(column)};
+        dropNonFinite(samples);
+        sortByX(samples);
+        const std::string name = table.columns[column].displayName();
+        noteChanges(samples, name, xDisplayName, selection.notes);
+        if (samples.x->length() == 0)
+            continue;
+        auto data = TOLVGraphData::graphDataWithX(samples.x, samples.y, Color::blackColor());
+        data->setName(name);
+        selection.series.push_back({std::move(data), table.columns[column].name, table.columns[column].unit});
+    }
+    if (selection.series.empty())
+        throw MeasurementError(table.sourceName, 0, "no sample with a number in both x and y", "expected at least one");
+    return selection;
+}
+
+} // namespace TOLVGraphing::input
