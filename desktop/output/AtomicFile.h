@@ -1,0 +1,56 @@
+#pragma once
+
+#include "FileError.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace TOLVGraphing {
+
+/// A file that is replaced as a whole or not at all: the bytes go to a temporary file in the same folder, which takes the file's place in `commit()`. Until
+/// then, and whenever something fails, the old file stays as it is and no temporary file remains.
+///
+/// A replaced file keeps its permissions; a new one gets those of the process's mask. A symbolic link stays, the file that it names is replaced. What is not a
+/// regular file (a terminal, a pipe, a device, or an open descriptor such as /dev/stdout) cannot be replaced: the bytes are written to it as they come.
+class AtomicFile {
+public:
+    /// Prepares to write the file. Throws FileError when the path names a folder, a file without permission to write, or a folder that takes no new files.
+    explicit AtomicFile(std::filesystem::path path);
+    /// Without a commit, removes the temporary file.
+    ~AtomicFile();
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+
+    /// Appends the bytes. Small pieces are collected. Throws FileError when they cannot be stored, or after a commit.
+    void write(std::span<const std::byte> bytes);
+    /// Brings everything to the disk and puts the file in place. Throws FileError, and then the old file is still there.
+    void commit();
+
+    /// The path as the caller gave it.
+    [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
+
+private:
+    [[noreturn]] void fail(const std::string& attempt, int errorNumber) const;
+    void openDirectly();
+    void openTemporary();
+    void takePermissionsOfOldFile();
+    void flush();
+    void store(std::span<const std::byte> bytes);
+    void replaceOldFile();
+
+    std::filesystem::path m_path;
+    /// The file behind symbolic links; the one that is replaced.
+    std::filesystem::path m_target;
+    /// Empty when the target is written directly, and once the temporary file has been renamed.
+    std::filesystem::path m_temporary;
+    std::vector<std::byte> m_pending;
+    int m_descriptor = -1;
+};
+
+/// Replaces the file's contents by the bytes, as an AtomicFile does it.
+void writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes);
+
+} // namespace TOLVGraphing
