@@ -49,8 +49,7 @@ std::shared_ptr<TOLVAxis> TOLVLinearAxis::copy() const
 {
     auto axis = std::make_shared<TOLVLinearAxis>(graph());
     copyPropertiesInto(*axis);
-    if (m_valueMap)
-        axis->setValueMap(std::static_pointer_cast<TOLVLinearMapping>(m_valueMap->copy()));
+    axis->setValueMap(std::static_pointer_cast<TOLVLinearMapping>(m_valueMap->copy()));
     return axis;
 }
 

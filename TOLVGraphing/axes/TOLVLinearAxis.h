@@ -25,9 +25,9 @@ public:
     /// The distance between minor values.
     [[nodiscard]] double minorStep() const { return m_minorStep; }
     void setMinorStep(double step) { m_minorStep = step; }
-    /// Shared. The mapping that `mappingForRect` sets up and answers.
+    /// Shared. The mapping that `mappingForRect` sets up and answers; never null, setting null gives the axis a new one.
     [[nodiscard]] const std::shared_ptr<TOLVLinearMapping>& valueMap() const { return m_valueMap; }
-    void setValueMap(std::shared_ptr<TOLVLinearMapping> map) { m_valueMap = std::move(map); }
+    void setValueMap(std::shared_ptr<TOLVLinearMapping> map) { m_valueMap = map ? std::move(map) : std::make_shared<TOLVLinearMapping>(); }
 
     [[nodiscard]] float valueForPoint(double point, const Rect& inRect) const override;
     [[nodiscard]] float pointForValue(float value, const Rect& inRect) const override;

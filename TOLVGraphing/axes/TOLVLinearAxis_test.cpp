@@ -247,6 +247,18 @@ TEST_F(TOLVLinearAxisTest, TheMappingIsItsOwnObjectSetUpAnew)
     EXPECT_EQ(mapping->maxPoint(), 50.0F);
 }
 
+TEST_F(TOLVLinearAxisTest, TheMappingIsSharedAndNeverMissing)
+{
+    const auto mapping = std::make_shared<TOLVLinearMapping>();
+    axis().setValueMap(mapping);
+    EXPECT_EQ(axis().mappingForRect({0.0, 0.0, 50.0, 10.0}), mapping);
+    axis().setValueMap(nullptr);
+    ASSERT_TRUE(axis().valueMap());
+    EXPECT_NE(axis().valueMap(), mapping);
+    graph->zoomXToFixedMin(0.0F, 10.0F);
+    EXPECT_EQ(axis().pointForValue(5.0F, {0.0, 0.0, 50.0, 10.0}), 25.0F);
+}
+
 TEST_F(TOLVLinearAxisTest, ACopyHasItsOwnMappingAndNoSteps)
 {
     (void)ticks(0.0, 10.0, 400.0);

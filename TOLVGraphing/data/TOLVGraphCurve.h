@@ -45,9 +45,9 @@ public:
     /// Shared.
     [[nodiscard]] const std::shared_ptr<TOLVLineStyle>& lineStyle() const { return m_lineStyle; }
     void setLineStyle(std::shared_ptr<TOLVLineStyle> lineStyle) { m_lineStyle = std::move(lineStyle); }
-    /// Shared. The curve that receives the built path.
+    /// Shared. The curve that receives the built path; never null, setting null gives a new one.
     [[nodiscard]] const std::shared_ptr<TOLVCurve>& curve() const { return m_curve; }
-    void setCurve(std::shared_ptr<TOLVCurve> curve) { m_curve = std::move(curve); }
+    void setCurve(std::shared_ptr<TOLVCurve> curve) { m_curve = curve ? std::move(curve) : std::make_shared<TOLVCurve>(); }
     /// Copied; never null.
     [[nodiscard]] const Vector& x() const { return m_x; }
     void setX(const Vector& x);

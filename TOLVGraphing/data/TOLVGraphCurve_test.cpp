@@ -107,6 +107,9 @@ TEST(TOLVGraphCurve, SharesStyleAndCurve)
     const auto polyline = std::make_shared<TOLVCurve>();
     curve->setCurve(polyline);
     EXPECT_EQ(curve->curve(), polyline);
+    curve->setCurve(nullptr);
+    ASSERT_TRUE(curve->curve());
+    EXPECT_NE(curve->curve(), polyline);
 }
 
 TEST(TOLVGraphCurve, AllSamplesBelowTheRangeMakeAnEmptyPath)
@@ -134,6 +137,24 @@ TEST(TOLVGraphCurve, OneSampleIsOneVertex)
     const auto curve = curveOf({20.0F}, {4.0F});
     EXPECT_EQ(built(*curve), "M 20 4");
     EXPECT_EQ(built(*curve, kRect, true), "M 20 0 L 20 4 L 20 0");
+}
+
+TEST(TOLVGraphCurve, AColumnThatNaNOpensIsDrawnAtZero)
+{
+    EXPECT_EQ(built(*curveOf({10.0F, 20.0F, 30.0F}, {1.0F, kNaN, 3.0F}), {0.0, 5.0, 100.0, 10.0}), "M 10 6 L 10 6 L 20 0");
+    // Inside a column NaN loses every comparison.
+    EXPECT_EQ(built(*curveOf({10.0F, 20.25F, 20.5F, 20.75F, 40.0F}, {1.0F, 2.0F, kNaN, 4.0F, 1.0F})), "M 10 1 L 10 1 L 20.25 2 L 20.75 4");
+}
+
+TEST(TOLVGraphCurve, TheClosingPointStandsUnderTheLastVertexAlsoWhenThatWasDropped)
+{
+    const float infinity = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(built(*curveOf({10.0F, 20.0F, 30.0F}, {1.0F, infinity, 3.0F}), kRect, true), "M 10 0 L 10 1 L 10 1 L 20 0");
+}
+
+TEST(TOLVGraphCurve, TheLastColumnReachedIsNotDrawn)
+{
+    EXPECT_EQ(built(*curveOf({10.0F, 20.0F, 99.25F, 99.5F, 99.75F}, {1.0F, 2.0F, 3.0F, 9.0F, 0.0F})), "M 10 1 L 10 1 L 20 2");
 }
 
 TEST(TOLVGraphCurve, NoSamplesMakeAnEmptyPathWhenTheRangeIsSet)

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -29,6 +31,23 @@ TEST(TOLVLogarithmicMapping, MapsDecadesEvenly)
     EXPECT_EQ(mapping.pointForValue(1000.0F), 300.0F);
     EXPECT_NEAR(mapping.valueForPoint(150.0F), 31.622776, 1e-4);
     EXPECT_NEAR(mapping.valueForPoint(100.0F), 10.0, 1e-5);
+}
+
+TEST(TOLVLogarithmicMapping, TheOrderOfSettingDoesNotMatter)
+{
+    std::array<int, 4> order = {0, 1, 2, 3};
+    do {
+        TOLVLogarithmicMapping mapping;
+        for (const int property : order) {
+            switch (property) {
+            case 0: mapping.setMinValue(10.0F); break;
+            case 1: mapping.setMaxValue(1000.0F); break;
+            case 2: mapping.setMinPoint(100.0F); break;
+            default: mapping.setMaxPoint(300.0F); break;
+            }
+        }
+        EXPECT_EQ(mapping.pointForValue(100.0F), 200.0F);
+    } while (std::next_permutation(order.begin(), order.end()));
 }
 
 TEST(TOLVLogarithmicMapping, ZeroMapsAsTheSmallestNormalNumber)

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace TOLVGraphing {
@@ -20,9 +21,30 @@ AttributedString titleText(const LegendEntry& entry)
     return AttributedString(entry.title, TextAttributes{Font{"Helvetica", 10.0}, Color::blackColor()});
 }
 
+double sampleWidth(const LegendEntry& entry)
+{
+    return entry.lineStyle ? kSampleLength + kSampleGap : 0.0;
+}
+
 double entryWidth(const LegendEntry& entry)
 {
-    return (entry.lineStyle ? kSampleLength + kSampleGap : 0.0) + titleText(entry).size().width;
+    return sampleWidth(entry) + titleText(entry).size().width;
+}
+
+/// The entry with as much of its name as fits the width, and an ellipsis where that is not all.
+LegendEntry fittingEntry(const LegendEntry& entry, double width)
+{
+    if (entryWidth(entry) <= width)
+        return entry;
+    const auto shortened = [&](std::size_t length) { return LegendEntry{entry.title.substr(0, length) + "\xE2\x80\xA6", entry.lineStyle}; };
+    std::vector<std::size_t> lengths;
+    for (std::size_t i = 0; i < entry.title.size(); ++i) {
+        // Only where a character starts: 10xxxxxx continues one.
+        if ((static_cast<unsigned char>(entry.title[i]) & 0xC0U) != 0x80U)
+            lengths.push_back(i);
+    }
+    const auto end = std::partition_point(lengths.begin(), lengths.end(), [&](std::size_t length) { return entryWidth(shortened(length)) <= width; });
+    return shortened(end == lengths.begin() ? 0 : *std::prev(end));
 }
 
 void drawEntry(const LegendEntry& entry, Point lowerLeft)
@@ -44,9 +66,10 @@ void drawEntry(const LegendEntry& entry, Point lowerLeft)
 
 } // namespace
 
-LegendRows::LegendRows(std::vector<LegendEntry> entries, double width, std::size_t maximumRows)
+LegendRows::LegendRows(const std::vector<LegendEntry>& entries, double width, std::size_t maximumRows)
 {
-    for (LegendEntry& entry : entries) {
+    for (const LegendEntry& original : entries) {
+        LegendEntry entry = fittingEntry(original, width);
         const double needed = entryWidth(entry);
         if (m_rows.empty() || m_rows.back().width + kEntryGap + needed > width)
             m_rows.push_back({{}, 0.0});

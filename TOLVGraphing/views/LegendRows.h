@@ -17,14 +17,14 @@ struct LegendEntry {
 };
 
 /// Legend entries set in rows from left to right, each a short piece of its line followed by its name, in Helvetica at 10 points. A row breaks where the next entry does not fit; a name wider than
-/// a row has a row of its own.
+/// a row has a row of its own, shortened by an ellipsis.
 class LegendRows {
 public:
     /// The height of one row in points.
     static constexpr double kRowHeight = 14.0;
 
     /// Sets the entries (copied) in rows of at most the width, in points. Of more rows than `maximumRows` the last one ends with how many entries are left out.
-    LegendRows(std::vector<LegendEntry> entries, double width, std::size_t maximumRows);
+    LegendRows(const std::vector<LegendEntry>& entries, double width, std::size_t maximumRows);
 
     /// The height of all rows in points; 0 without entries.
     [[nodiscard]] double height() const;

@@ -71,5 +71,21 @@ TEST_F(LegendRowsTest, TooManyRowsEndWithHowManyAreLeftOut)
     EXPECT_EQ(texts, (std::vector<std::string>{"text \"ab\"", "text \"cd\"", "text \"ef\"", "text \"and 3 more\""}));
 }
 
+TEST_F(LegendRowsTest, NamesWiderThanARowAreShortened)
+{
+    // Of 49 points 24 are left for a name: three characters and the ellipsis. Characters of several bytes stay whole.
+    const LegendRows rows(entries({"abcdefgh", "abcd", "ab\xC3\xA4\xC3\xB6\xC3\xBC"}), 49.0, 9);
+    EXPECT_EQ(rows.rowCount(), 3U);
+    std::vector<std::string> texts;
+    for (const std::string& call : recorded(rows, {0, 0, 49, 42}))
+        if (call.starts_with("text"))
+            texts.push_back(call.substr(0, call.find(" Helvetica")));
+    EXPECT_EQ(texts, (std::vector<std::string>{"text \"abc\xE2\x80\xA6\"", "text \"abcd\"", "text \"ab\xC3\xA4\xE2\x80\xA6\""}));
+    for (const double width : {30.0, 0.0, -5.0}) {
+        const auto calls = recorded(LegendRows(entries({"abc"}), width, 9), {0, 0, 10, 14});
+        EXPECT_TRUE(calls.back().starts_with("text \"\xE2\x80\xA6\"")) << width;
+    }
+}
+
 } // namespace
 } // namespace TOLVGraphing
