@@ -1,0 +1,52 @@
+#pragma once
+
+#include "OutputError.h"
+#include "TOLVGraphing/platform/geometry/Rect.h"
+#include "TOLVGraphing/platform/graphics/Color.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace TOLVGraphing {
+
+class DrawingContext;
+
+/// The kinds of file that a drawing becomes. PostScript is one page for a printer, EPS one for placing in a document.
+enum class OutputKind : std::uint8_t { PDF, PostScript, EPS, SVG, PNG, TIFF };
+
+/// What a drawing is written with.
+struct OutputSettings {
+    /// The page in points: finite and above zero, at most 14,400 a side in PDF, PostScript, EPS and SVG.
+    Size size{612.0, 396.0};
+    /// Pixels per point of PNG and TIFF, finite and above zero. The image is rounded up to whole pixels, at most 32,767 a side and 268,435,456 in all.
+    double scale = 2.0;
+    /// Fills the page before anything is drawn. Absent leaves it transparent; images have an alpha channel then.
+    std::optional<Color> background = Color::whiteColor();
+    /// Stored in PDF, PostScript, EPS, SVG, PNG and TIFF where it is not empty.
+    std::string title;
+    /// The program that made the drawing, stored likewise.
+    std::string creator = "TOLVGraphing";
+};
+
+/// Draws into the context, which is the current one meanwhile; the bounds are the page with its origin (0, 0) in the lower-left corner.
+using OutputDrawing = std::function<void(DrawingContext& context, const Rect& bounds)>;
+
+/// The kind that a file's suffix asks for in any letter case: .pdf .ps .eps .svg .png .tif .tiff. Nothing for any other.
+[[nodiscard]] std::optional<OutputKind> outputKindForSuffix(const std::string& path);
+/// "PDF", "PostScript", "EPS", "SVG", "PNG", "TIFF".
+[[nodiscard]] std::string toString(OutputKind kind);
+
+/// Runs the drawing once and returns the file's bytes. The same drawing and settings give the same bytes: no time and no name of a user is stored.
+/// PostScript and EPS know no translucency: paint::OpaqueContext replaces translucent areas by what shines through them, and translucent lines and texts by opaque ones.
+/// In PNG and TIFF the lower-left corner of the page is exactly the lower-left corner of the image, alpha is not premultiplied, and the resolution (72 pixels per inch times the scale)
+/// is stored. Errors of the drawing pass through; sizes outside the limits and failures of the libraries throw OutputError.
+[[nodiscard]] std::vector<std::byte> renderToBytes(OutputKind kind, const OutputSettings& settings, const OutputDrawing& drawing);
+
+/// Runs the drawing and replaces the file by its bytes as an AtomicFile does: the file is complete or as it was. Throws what `renderToBytes` throws, and FileError when the file cannot be written.
+void writeToFile(const std::string& path, OutputKind kind, const OutputSettings& settings, const OutputDrawing& drawing);
+
+} // namespace TOLVGraphing

@@ -1,0 +1,61 @@
+#include "FontResolver.h"
+
+#include "TOLVGraphing/platform/foundation/Log.h"
+
+#include <utility>
+
+namespace TOLVGraphing::text {
+
+namespace {
+
+constexpr FaceMetrics kHelveticaNeueMetrics{0.952, 0.213, 0.028};
+constexpr FaceMetrics kHelveticaMetrics{0.770, 0.230, 0.0};
+constexpr int kLightestBold = 600;
+
+} // namespace
+
+FontResolver::FontResolver(std::shared_ptr<const FontCatalog> catalog)
+    : m_catalog(std::move(catalog))
+{
+}
+
+ResolvedFont FontResolver::resolve(const std::string& name) const
+{
+    const std::string given = name.empty() ? "Helvetica" : name;
+    const FontFace wanted = faceFromFontName(given);
+    const NamedFamily family = namedFamily(wanted.family);
+    if (family == NamedFamily::None)
+        return {resolveOther(given, wanted), std::nullopt};
+    return {resolveNamed(given, wanted, family), family == NamedFamily::Helvetica ? kHelveticaMetrics : kHelveticaNeueMetrics};
+}
+
+FontFace FontResolver::resolveNamed(const std::string& name, FontFace wanted, NamedFamily family) const
+{
+    if (auto face = m_catalog->faceNamed(name))
+        return *face;
+    wanted.family = family == NamedFamily::Helvetica ? "Helvetica" : "Helvetica Neue";
+    if (m_catalog->hasFamily(wanted.family))
+        return wanted;
+    // The substitutes come in two weights.
+    wanted.weight = wanted.weight >= kLightestBold ? 700 : 400;
+    for (const char* substitute : {"Nimbus Sans", "Liberation Sans"}) {
+        wanted.family = substitute;
+        if (m_catalog->hasFamily(wanted.family))
+            return wanted;
+    }
+    if (!m_hasLogged.exchange(true))
+        writeLog("Neither " + name + " nor Nimbus Sans nor Liberation Sans is installed: texts are set in the system's sans-serif font and may be wider than elsewhere");
+    wanted.family = "sans-serif";
+    return wanted;
+}
+
+FontFace FontResolver::resolveOther(const std::string& name, const FontFace& wanted) const
+{
+    if (auto face = m_catalog->faceNamed(name))
+        return *face;
+    if (m_catalog->hasFamily(name))
+        return {name, 400, false};
+    return wanted;
+}
+
+} // namespace TOLVGraphing::text

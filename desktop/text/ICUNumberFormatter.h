@@ -1,0 +1,34 @@
+#pragma once
+
+#include "TOLVGraphing/platform/text/NumberFormatter.h"
+
+#include <memory>
+#include <string>
+
+namespace TOLVGraphing {
+
+/// The decimal style of a locale: its digits, its separators, its grouping, at most three fraction digits, halves to even. For "en_US" it writes what the base class writes.
+/// NaN has no sign, a positive infinity has the locale's plus sign.
+class ICUNumberFormatter final : public NumberFormatter {
+public:
+    /// For a locale such as "de_CH" or "en-IN"; one that is not known reads as its language or as the root locale. An empty name is the process's own locale.
+    /// Throws Exception "NumberFormatter" when there is no locale data at all.
+    explicit ICUNumberFormatter(std::string locale);
+    ~ICUNumberFormatter() override;
+    ICUNumberFormatter(const ICUNumberFormatter& other);
+    ICUNumberFormatter& operator=(const ICUNumberFormatter&) = delete;
+
+    [[nodiscard]] std::optional<std::string> stringFromNumber(double number) const override;
+    [[nodiscard]] std::shared_ptr<NumberFormatter> copy() const override;
+
+    /// The locale as it was given.
+    [[nodiscard]] const std::string& locale() const { return m_locale; }
+
+private:
+    struct Format;
+
+    std::string m_locale;
+    std::unique_ptr<Format> m_format;
+};
+
+} // namespace TOLVGraphing
