@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Options.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace TOLVGraphing::app {
+
+/// A value that an option cannot take, or an option that has to be there. `what()` reads "OPTION: found 'VALUE', expected ..." or "OPTION: found nothing, expected ...".
+class UsageError : public std::runtime_error {
+public:
+    UsageError(const std::string& option, const std::string& found, const std::string& expected);
+    /// For an option that was not given.
+    UsageError(const std::string& option, const std::string& expected);
+};
+
+// Each reads one option's text and throws UsageError, naming the option, when it is not what the option takes.
+
+/// "640x400": width and height in points.
+[[nodiscard]] Size parseSize(const std::string& option, const std::string& text);
+/// A finite number greater than zero and at most `largest`.
+[[nodiscard]] double parsePositive(const std::string& option, const std::string& text, double largest);
+/// "A:B", ":B", "A:" with the ends as texts.
+[[nodiscard]] RangeText parseRange(const std::string& option, const std::string& text);
+/// Six hexadecimal digits, with or without "#" or "0x" before them.
+[[nodiscard]] Color parseColor(const std::string& option, const std::string& text);
+[[nodiscard]] LinePattern parsePattern(const std::string& option, const std::string& text);
+[[nodiscard]] DrawingKind parseDrawing(const std::string& option, const std::string& text);
+/// "T,L,B,R" in points, not negative.
+[[nodiscard]] EdgeInsets parseInsets(const std::string& option, const std::string& text);
+/// The parts of a list separated by commas; no part may be empty.
+[[nodiscard]] std::vector<std::string> parseList(const std::string& option, const std::string& text);
+/// A finite number.
+[[nodiscard]] std::optional<double> numberFromText(const std::string& text);
+
+} // namespace TOLVGraphing::app

@@ -1,0 +1,189 @@
+#include "Options.h"
+
+#include "OptionValues.h"
+
+#include <desktop/output/GraphicsOutput.h>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <ostream>
+
+namespace TOLVGraphing::app {
+
+namespace {
+
+constexpr double kLargestScale = 64.0;
+constexpr double kLargestThickness = 1000.0;
+
+constexpr const char* kDescription
+    = "Draws graphs of measurements. Reads delimited text (CSV and its relatives), sound files and .npy arrays, and writes PDF, PS, EPS, SVG, PNG and TIFF.";
+
+constexpr const char* kFooter = R"(FILE may be - for standard input. The first column is x and every other column of numbers a series, unless --x and --y say otherwise; a single
+column is drawn against its row number. ISO dates in the x column count as days since 1970-01-01.
+
+Examples:
+  tolvgraph recording.wav -o recording.png
+  tolvgraph weather.csv --x date --y temp_max,temp_min --legend -o weather.pdf
+  tolvgraph scope.csv --x-range -0.0001:0.0001 --marker 0 -o scope.svg -o scope.png
+)";
+
+/// The options' texts as they arrive, before they are understood.
+struct RawOptions {
+    std::string size;
+    std::string scale;
+    std::string y;
+    std::string xRange;
+    std::string yRange;
+    std::string draw;
+    std::string colors;
+    std::string patterns;
+    std::string thicknesses;
+    std::string margin;
+};
+
+void declare(CLI::App& command, Options& options, RawOptions& raw)
+{
+    command.add_option("FILE", options.files, "Measurement files to draw into one graph")->type_name("");
+    command.add_option("-o,--output", options.outputs, "Write a picture; the suffix says the kind: .pdf .ps .eps .svg .png .tif .tiff")
+        ->type_name("OUT")
+        ->take_all()
+        ->allow_extra_args(false);
+    command.add_option("--size", raw.size, "Size in points, 1/72 inch (default 640x400)")->type_name("WxH");
+    command.add_option("--scale", raw.scale, "Pixels a point in PNG and TIFF (default 2)")->type_name("S");
+    command.add_option("--x", options.x, "Column of x: a name or a number counted from 1, or index for the row number")->type_name("COL");
+    command.add_option("--y", raw.y, "Columns to draw, separated by commas")->type_name("COL,...");
+    command.add_option("--x-range", raw.xRange, "Visible x range; an end left out fits the data, dates are allowed")->type_name("A:B");
+    command.add_option("--y-range", raw.yRange, "Visible y range (default: the data and a twentieth more on either side)")->type_name("A:B");
+    command.add_option("--title", options.title, "Title above the graph")->type_name("TEXT");
+    command.add_option("--x-label", options.xLabel, "Title of the x axis (default: the column's name; an empty text for none)")->type_name("TEXT");
+    command.add_option("--y-label", options.yLabel, "Title of the y axis (default: the column's name where there is one series)")->type_name("TEXT");
+    command.add_option("--draw", raw.draw, "How to draw: curve (with values at markers), plain-curve, dotted (evenly spaced; default curve)")
+        ->type_name("KIND");
+    command.add_option("--color", raw.colors, "Colours of the series in turn, hexadecimal")->type_name("RRGGBB,...");
+    command.add_option("--pattern", raw.patterns, "Line patterns of the series in turn: solid, dashed, dash-dot, dotted")->type_name("P,...");
+    command.add_option("--thickness", raw.thicknesses, "Line widths of the series in turn, in points (default 1)")->type_name("T,...");
+    command.add_option("--marker", options.markers, "Mark an x value; may be given several times")->type_name("VALUE")->take_all()->allow_extra_args(false);
+    command.add_option("--margin", raw.margin, "Space around the data area in points (default: as the labels need)")->type_name("T,L,B,R");
+    command.add_flag("--legend", options.legend, "Name the series below the graph");
+    command.add_flag("--list-columns", options.listsColumns, "List the columns of the files instead of drawing, or before it");
+    command.set_version_flag("--version", std::string("tolvgraph ") + TOLVGRAPHING_VERSION, "Print the version");
+    command.set_help_flag("-h,--help", "Print this help");
+}
+
+template <typename Value>
+std::vector<Value> parsedList(const std::string& option, const std::string& text, Value (*parse)(const std::string&, const std::string&))
+{
+    std::vector<Value> values;
+    for (const std::string& part : parseList(option, text))
+        values.push_back(parse(option, part));
+    return values;
+}
+
+double parseThickness(const std::string& option, const std::string& text)
+{
+    return parsePositive(option, text, kLargestThickness);
+}
+
+void interpret(const CLI::App& command, const RawOptions& raw, Options& options)
+{
+    const auto given = [&](const char* name) { return command.count(name) > 0; };
+    if (given("--size"))
+        options.size = parseSize("--size", raw.size);
+    if (given("--scale"))
+        options.scale = parsePositive("--scale", raw.scale, kLargestScale);
+    if (given("--y"))
+        options.y = parseList("--y", raw.y);
+    if (given("--x-range"))
+        options.xRange = parseRange("--x-range", raw.xRange);
+    if (given("--y-range"))
+        options.yRange = parseRange("--y-range", raw.yRange);
+    if (given("--draw"))
+        options.drawing = parseDrawing("--draw", raw.draw);
+    if (given("--color"))
+        options.colors = parsedList("--color", raw.colors, &parseColor);
+    if (given("--pattern"))
+        options.patterns = parsedList("--pattern", raw.patterns, &parsePattern);
+    if (given("--thickness"))
+        options.thicknesses = parsedList("--thickness", raw.thicknesses, &parseThickness);
+    if (given("--margin"))
+        options.margin = parseInsets("--margin", raw.margin);
+    if (options.files.empty())
+        throw UsageError("FILE", "at least one measurement file, or - for standard input");
+    if (options.outputs.empty() && !options.listsColumns)
+        throw UsageError("--output", "a file to write, for example -o graph.png, or --list-columns");
+    for (const std::string& output : options.outputs) {
+        if (!outputKindForSuffix(output))
+            throw UsageError("--output", output, "a name that ends in .pdf, .ps, .eps, .svg, .png, .tif or .tiff");
+    }
+}
+
+/// The option of this name as it is written ("--size", "-o"); null for everything else, "-" among it.
+const CLI::Option* optionNamed(const CLI::App& command, const std::string& argument)
+{
+    return argument.size() > 1 && argument.starts_with("-") ? command.get_option_no_throw(argument) : nullptr;
+}
+
+bool takesValue(const CLI::App& command, const std::string& argument)
+{
+    const CLI::Option* option = optionNamed(command, argument);
+    return option && option->get_items_expected_max() > 0;
+}
+
+/// True for a value that the parser would take for options: one that starts with "-" and is none.
+bool looksLikeOption(const CLI::App& command, const std::string& value)
+{
+    return value.starts_with("-") && value != "--" && !optionNamed(command, value.substr(0, value.find('=')));
+}
+
+/// The arguments in forms that the parser understands as they are meant: "--title=" is an empty title, and the value of "--x-range -.5:.5" is no group of short options.
+std::vector<std::string> unambiguous(const CLI::App& command, const std::vector<std::string>& arguments)
+{
+    std::vector<std::string> result;
+    const auto end = std::find(arguments.begin(), arguments.end(), "--");
+    for (auto argument = arguments.begin(); argument != end; ++argument) {
+        const auto value = std::next(argument);
+        const std::string name = argument->substr(0, argument->find('='));
+        if (argument->ends_with('=') && name.size() + 1 == argument->size() && takesValue(command, name)) {
+            result.insert(result.end(), {name, ""});
+        } else if (takesValue(command, *argument) && value != end && looksLikeOption(command, *value)) {
+            result.push_back("--" + optionNamed(command, *argument)->get_lnames().front() + "=" + *value);
+            ++argument;
+        } else {
+            result.push_back(*argument);
+        }
+    }
+    result.insert(result.end(), end, arguments.end());
+    return result;
+}
+
+} // namespace
+
+ParsedOptions parseOptions(int argumentCount, const char* const* arguments, std::ostream& out, std::ostream& error)
+{
+    constexpr int kUsage = 2;
+    Options options;
+    RawOptions raw;
+    CLI::App command(kDescription, "tolvgraph");
+    command.footer(kFooter);
+    declare(command, options, raw);
+    try {
+        auto words = unambiguous(command, {arguments + std::min(argumentCount, 1), arguments + argumentCount});
+        // The parser takes them from the end.
+        std::reverse(words.begin(), words.end());
+        command.parse(words);
+        interpret(command, raw, options);
+        return {options, 0};
+    } catch (const CLI::Success& success) {
+        command.exit(success, out, error);
+        return {std::nullopt, 0};
+    } catch (const CLI::ParseError& problem) {
+        error << "tolvgraph: " << problem.what() << "\nTry 'tolvgraph --help'.\n";
+    } catch (const UsageError& problem) {
+        error << "tolvgraph: " << problem.what() << "\nTry 'tolvgraph --help'.\n";
+    }
+    return {std::nullopt, kUsage};
+}
+
+} // namespace TOLVGraphing::app

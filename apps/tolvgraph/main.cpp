@@ -1,0 +1,127 @@
+#include "ColumnListing.h"
+#include "GraphBuilder.h"
+#include "OptionValues.h"
+#include "Options.h"
+#include "ProgressLine.h"
+
+#include <desktop/input/MeasurementReader.h>
+#include <desktop/output/GraphicsOutput.h>
+#include <desktop/text/PangoTextSystem.h>
+
+#include <cerrno>
+#include <exception>
+#include <iostream>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+using namespace TOLVGraphing;
+using namespace TOLVGraphing::app;
+
+namespace {
+
+constexpr int kSuccess = 0;
+constexpr int kFailure = 1;
+constexpr int kUsage = 2;
+
+void warn(const std::string& text)
+{
+    std::cerr << "tolvgraph: " << text << "\n";
+}
+
+/// Brings to standard output what was printed so far. Throws where it cannot be written: a full disk must not pass for success.
+void flushOutput()
+{
+    if (!std::cout.flush())
+        throw std::runtime_error("standard output: cannot be written (" + std::generic_category().message(errno) + "), expected a file or device with room");
+}
+
+input::MeasurementTable readFile(const std::string& file)
+{
+    ProgressLine line(file);
+    input::ReadSettings settings;
+    settings.progress = [&line](const input::ReadProgress& progress) {
+        line.update(progress);
+        return true;
+    };
+    return input::readMeasurements(file, settings);
+}
+
+/// Rows that are longer or shorter than the others are worth a word: the file may be broken there.
+void warnAboutRaggedRows(const input::MeasurementTable& table)
+{
+    const auto rows = [](std::size_t count) { return std::to_string(count) + (count == 1 ? " row" : " rows"); };
+    if (table.shortRowCount > 0)
+        warn(table.sourceName + ":" + std::to_string(table.firstShortLine) + ": " + rows(table.shortRowCount) + " with fields missing, which are gaps");
+    if (table.longRowCount > 0)
+        warn(table.sourceName + ":" + std::to_string(table.firstLongLine) + ": " + rows(table.longRowCount) + " with more fields than columns, which are ignored");
+}
+
+std::vector<FileSeries> readSeries(const Options& options)
+{
+    std::vector<FileSeries> files;
+    for (const std::string& file : options.files) {
+        input::MeasurementTable table = readFile(file);
+        warnAboutRaggedRows(table);
+        if (options.listsColumns) {
+            std::cout << columnListing(table);
+            flushOutput();
+        }
+        if (options.outputs.empty())
+            continue;
+        files.push_back({file, input::selectSeries(std::move(table), {options.x, options.y})});
+        for (const std::string& note : files.back().selection.notes)
+            warn(file + ": " + note);
+    }
+    return files;
+}
+
+void writePictures(GraphSheet& sheet, const Options& options)
+{
+    OutputSettings settings;
+    settings.size = options.size;
+    settings.scale = options.scale;
+    settings.title = options.title.value_or("");
+    settings.creator = std::string("tolvgraph ") + TOLVGRAPHING_VERSION;
+    for (const std::string& output : options.outputs)
+        writeToFile(output, *outputKindForSuffix(output), settings, [&](DrawingContext&, const Rect& bounds) { sheet.drawInRect(bounds); });
+}
+
+void run(const Options& options)
+{
+    const std::vector<FileSeries> files = readSeries(options);
+    if (options.outputs.empty())
+        return;
+    installDesktopTextSystem();
+    std::vector<std::string> notes;
+    GraphSheet sheet = buildSheet(files, options, notes);
+    for (const std::string& note : notes)
+        warn(note);
+    writePictures(sheet, options);
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments)
+{
+    try {
+        const ParsedOptions parsed = parseOptions(argumentCount, arguments, std::cout, std::cerr);
+        if (!parsed.options) {
+            flushOutput();
+            return parsed.status;
+        }
+        run(*parsed.options);
+        return kSuccess;
+    } catch (const UsageError& problem) {
+        warn(problem.what());
+        return kUsage;
+    } catch (const std::bad_alloc&) {
+        warn("found too little memory for these data, expected a smaller file or more memory");
+    } catch (const std::exception& problem) {
+        warn(problem.what());
+    }
+    return kFailure;
+}
