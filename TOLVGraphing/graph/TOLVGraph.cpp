@@ -176,6 +176,7 @@ void TOLVGraph::stopObservingExtents()
 
 void TOLVGraph::setMarkers(Markers markers)
 {
+    requireMarkers(markers, markers.size());
     m_markersAreEditable = true;
     setProperty(m_markers, std::move(markers), "markers");
 }

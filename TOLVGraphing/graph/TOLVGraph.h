@@ -110,7 +110,7 @@ public:
     void attachUndoManager(std::shared_ptr<UndoManager> undoManager) { setProperty(m_undoManager, std::move(undoManager), "undoManager"); }
     /// The markers of both axes, shared objects, in the order they were placed.
     [[nodiscard]] const Markers& markers() const { return m_markers; }
-    /// Replaces the whole list, which can be edited afterwards. No undo step is registered.
+    /// Replaces the whole list, which can be edited afterwards. No undo step is registered. Throws Exception "NullMarker" for a null.
     void setMarkers(Markers markers);
     /// The outer space around the axis areas, in points: top 15, left 30, bottom 15, right 15 by default.
     [[nodiscard]] const EdgeInsets& margin() const { return m_margin; }
@@ -224,7 +224,7 @@ public:
     void offsetDisplayByDeltaX(float dx, float deltaY, const Rect& inRect);
 
     // Markers. Each edit registers its inverse with the undo manager and announces "markers" with the positions. Positions outside the list, or counts that differ, throw
-    // Exception "IndexOutOfRange" and change nothing; editing the snapshot of a copied graph throws Exception "ImmutableMarkers".
+    // Exception "IndexOutOfRange" and a null marker throws Exception "NullMarker"; nothing is changed then. Editing the snapshot of a copied graph throws Exception "ImmutableMarkers".
 
     [[nodiscard]] std::size_t countOfMarkers() const { return m_markers.size(); }
     [[nodiscard]] Markers markersAtIndexes(const IndexSet& indexes) const;
@@ -248,6 +248,7 @@ private:
     void installAxis(std::shared_ptr<TOLVAxis>& axis, const std::shared_ptr<const TOLVAxis>& newAxis, std::string_view key);
     [[nodiscard]] Markers markersWithAxisIndex(std::int64_t axisIndex) const;
     void requireEditableMarkers() const;
+    static void requireMarkers(const Markers& markers, std::size_t count);
     void requireMarkerIndexes(const IndexSet& indexes, std::size_t end) const;
     template <typename Operation>
     void registerUndo(Operation operation);

@@ -4,6 +4,7 @@
 
 #include "../platform/foundation/Exception.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <utility>
@@ -183,6 +184,14 @@ void TOLVGraph::requireMarkerIndexes(const IndexSet& indexes, std::size_t end) c
     }
 }
 
+void TOLVGraph::requireMarkers(const Markers& markers, std::size_t count)
+{
+    if (markers.size() != count)
+        throw Exception("IndexOutOfRange", "The number of markers differs from the number of positions");
+    if (std::find(markers.begin(), markers.end(), nullptr) != markers.end())
+        throw Exception("NullMarker", "A marker list holds markers only");
+}
+
 TOLVGraph::Markers TOLVGraph::markersAtIndexes(const IndexSet& indexes) const
 {
     requireMarkerIndexes(indexes, m_markers.size());
@@ -195,8 +204,7 @@ TOLVGraph::Markers TOLVGraph::markersAtIndexes(const IndexSet& indexes) const
 void TOLVGraph::insertMarkers(const Markers& markers, const IndexSet& atIndexes)
 {
     requireEditableMarkers();
-    if (markers.size() != atIndexes.count())
-        throw Exception("IndexOutOfRange", "The number of markers differs from the number of positions");
+    requireMarkers(markers, atIndexes.count());
     requireMarkerIndexes(atIndexes, m_markers.size() + markers.size());
     registerUndo([this, atIndexes] { removeMarkersAtIndexes(atIndexes); });
     willChange(ChangeKind::Insertion, atIndexes, "markers");
@@ -222,8 +230,7 @@ void TOLVGraph::removeMarkersAtIndexes(const IndexSet& indexes)
 void TOLVGraph::replaceMarkersAtIndexes(const IndexSet& indexes, const Markers& withMarkers)
 {
     requireEditableMarkers();
-    if (withMarkers.size() != indexes.count())
-        throw Exception("IndexOutOfRange", "The number of markers differs from the number of positions");
+    requireMarkers(withMarkers, indexes.count());
     registerUndo([this, replaced = markersAtIndexes(indexes), indexes] { replaceMarkersAtIndexes(indexes, replaced); });
     willChange(ChangeKind::Replacement, indexes, "markers");
     auto next = withMarkers.begin();

@@ -499,5 +499,15 @@ TEST_F(TOLVGraphInteractionTest, ADetachedUndoManagerReceivesNothingMore)
     EXPECT_FALSE(manager->canUndo());
 }
 
+TEST(TOLVGraph, NullMarkersAreRefused)
+{
+    const auto graph = TOLVGraph::graph();
+    EXPECT_THROW(graph->setMarkers({nullptr}), Exception);
+    EXPECT_THROW(graph->insertMarkers({nullptr}, {0}), Exception);
+    const auto marker = graph->placeHorizontalAxisMarkerWithValue(1.0);
+    EXPECT_THROW(graph->replaceMarkersAtIndexes({0}, {nullptr}), Exception);
+    EXPECT_EQ(graph->markers(), (TOLVGraph::Markers{marker}));
+}
+
 } // namespace
 } // namespace TOLVGraphing

@@ -2,6 +2,7 @@
 
 #include "PropertyListNode.h"
 #include "desktop/output/FileError.h"
+#include "tests/support/OptionalFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -414,9 +415,9 @@ TEST(PropertyListArchive, CirclesAcrossSeveralObjectsAreErrors)
 
 TEST(PropertyListArchive, ReadsSampleArchivesOfOtherWriters)
 {
-    const char* folder = std::getenv("TOLV_SAMPLE_ARCHIVES");
-    if (!folder || !std::filesystem::is_directory(folder))
-        GTEST_SKIP() << "no sample archives: TOLV_SAMPLE_ARCHIVES does not name a folder of them";
+    const std::filesystem::path folder = testing_support::optionalFile("archives");
+    if (folder.empty())
+        GTEST_SKIP() << "no sample archives lie beside the checkout";
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
         if (entry.path().extension() != ".archive" && entry.path().extension() != ".plist")

@@ -2,6 +2,8 @@
 
 #include <desktop/input/testing/TemporaryFile.h>
 
+#include <tests/support/OptionalFiles.h>
+
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -142,23 +144,6 @@ TEST(MeasurementReader, aFileRedirectedToStandardInputIsReadFromItsPlace)
     }
 }
 
-/// The folder of measurements from outside the project, where somebody put one: the environment variable TOLVGRAPHING_MEASUREMENTS, or a
-/// folder "data" in a folder beside the checkout. Empty where there is none.
-std::filesystem::path foreignFile(const std::string& name)
-{
-    namespace fs = std::filesystem;
-    std::error_code error;
-    if (const char* folder = std::getenv("TOLVGRAPHING_MEASUREMENTS"))
-        return fs::exists(fs::path(folder) / name, error) ? fs::path(folder) / name : fs::path();
-    fs::path checkout = fs::absolute(__FILE__).parent_path().parent_path().parent_path();
-    for (const fs::directory_entry& entry : fs::directory_iterator(checkout.parent_path(), fs::directory_options::skip_permission_denied, error)) {
-        fs::path candidate = entry.path() / "data" / name;
-        if (fs::exists(candidate, error))
-            return candidate;
-    }
-    return {};
-}
-
 struct ForeignCase {
     const char* file;
     std::size_t rows;
@@ -192,7 +177,7 @@ class ForeignMeasurements : public ::testing::TestWithParam<ForeignCase> { };
 TEST_P(ForeignMeasurements, areRead)
 {
     const ForeignCase& foreignCase = GetParam();
-    std::filesystem::path path = foreignFile(foreignCase.file);
+    std::filesystem::path path = testing_support::optionalFile("data", foreignCase.file);
     if (path.empty())
         GTEST_SKIP() << "no folder with " << foreignCase.file << " beside the checkout";
     MeasurementTable table = readMeasurements(path.string());
@@ -223,8 +208,8 @@ INSTANTIATE_TEST_SUITE_P(Files, ForeignMeasurements, ::testing::ValuesIn(kForeig
 
 TEST(ForeignMeasurements, wideTableAndSampleRate)
 {
-    std::filesystem::path wide = foreignFile("vega_us-employment.csv");
-    std::filesystem::path scope = foreignFile("scope_DS1052E_header-block.csv");
+    std::filesystem::path wide = testing_support::optionalFile("data", "vega_us-employment.csv");
+    std::filesystem::path scope = testing_support::optionalFile("data", "scope_DS1052E_header-block.csv");
     if (wide.empty() || scope.empty())
         GTEST_SKIP() << "no folder with such files beside the checkout";
     MeasurementTable table = readMeasurements(wide.string());

@@ -2,8 +2,6 @@
 
 #include <sndfile.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <stdexcept>
 
 namespace TOLVGraphing::testing_support {
@@ -35,21 +33,6 @@ void writeSound(const std::string& path, int format, int sampleRate, int channel
     const sf_count_t written = sf_writef_float(file, samples.data(), frames);
     if (sf_close(file) != 0 || written != frames)
         throw std::runtime_error(path + ": cannot be written");
-}
-
-std::string foreignMeasurement(const std::string& name)
-{
-    namespace fs = std::filesystem;
-    std::error_code error;
-    if (const char* folder = std::getenv("TOLVGRAPHING_MEASUREMENTS"))
-        return fs::exists(fs::path(folder) / name, error) ? (fs::path(folder) / name).string() : std::string();
-    const fs::path surroundings = fs::path(TOLV_SOURCE_DIR).parent_path();
-    for (const auto& entry : fs::directory_iterator(surroundings, fs::directory_options::skip_permission_denied, error)) {
-        const fs::path candidate = entry.path() / "data" / name;
-        if (fs::exists(candidate, error))
-            return candidate.string();
-    }
-    return {};
 }
 
 } // namespace TOLVGraphing::testing_support

@@ -25,8 +25,4 @@ template <typename Element> [[nodiscard]] std::string elementBytes(const std::ve
 /// Writes a sound file with libsndfile; the format is one of its constants. The samples are interleaved, -1 to 1.
 void writeSound(const std::string& path, int format, int sampleRate, int channels, const std::vector<float>& samples);
 
-/// A file of measurements from outside of the project, where somebody put one: in the folder that the environment variable TOLVGRAPHING_MEASUREMENTS names, or in a folder "data" of a folder
-/// beside the checkout. Empty where there is none.
-[[nodiscard]] std::string foreignMeasurement(const std::string& name);
-
 } // namespace TOLVGraphing::testing_support

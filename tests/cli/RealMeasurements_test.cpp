@@ -1,7 +1,8 @@
-// Measurements from instruments and archives, which are no part of the project: each is listed and drawn where somebody put it, see foreignMeasurement().
+// Measurements from instruments and archives, which are no part of the project: each is listed and drawn where somebody put it, see optionalFile().
 
 #include "CommandLine.h"
 #include "MeasurementFiles.h"
+#include "tests/support/OptionalFiles.h"
 
 #include <gmock/gmock.h>
 
@@ -59,7 +60,7 @@ class RealMeasurements : public CommandLineTest, public testing::WithParamInterf
 TEST_P(RealMeasurements, areListedAndDrawn)
 {
     const RealCase& c = GetParam();
-    const std::string path = foreignMeasurement(c.file);
+    const std::string path = testing_support::optionalFile("data", c.file).string();
     if (path.empty())
         GTEST_SKIP() << "no folder with " << c.file << " beside the checkout";
     EXPECT_THAT(listing(path), testing::StartsWith(path + ": " + c.listing));
