@@ -37,3 +37,10 @@ function(tolv_test_sources variable)
   endforeach()
   set(${variable} ${found} PARENT_SCOPE)
 endfunction()
+
+# tolv_compile_tests(<target>): the same for a test program. Tests are many, short and run once, so they are compiled quickly rather than well;
+# the libraries under test keep their own options.
+function(tolv_compile_tests target)
+  tolv_compile(${target})
+  target_compile_options(${target} PRIVATE -O0 -g1)
+endfunction()

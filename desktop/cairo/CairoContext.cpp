@@ -387,7 +387,7 @@ void CairoContext::strokeInPieces(const Path& path, const Rect& window)
 void CairoContext::drawLines(const text::TextLayout& layout, Point origin)
 {
     for (std::size_t i = 0; i < layout.lines.size(); ++i) {
-        PangoLayoutLine* line = pango_layout_get_line_readonly(layout.layout.get(), static_cast<int>(i));
+        PangoLayoutLine* line = layout.lines[i].shaped;
         AffineTransform lineToDevice = m_state.transform;
         lineToDevice.concatenate({layout.scale, 0.0, 0.0, -layout.scale, origin.x, origin.y + layout.baseline(i)});
         if (m_hasPlainPixels && sharedGlyphMasks().drawLine(m_target, line, lineToDevice))

@@ -25,6 +25,9 @@ constexpr double kSmallTextsShapedSize = 12.0;
 constexpr double kLargestShapedSize = 1000.0;
 constexpr double kLargestShapedExtent = 1.0e6;
 
+/// What lies beyond so many bytes of a text is not seen: Pango takes a few hundred bytes of memory for every one.
+constexpr std::size_t kLongestText = 200000;
+
 constexpr std::size_t kRememberedLayouts = 1024;
 constexpr std::size_t kLongestRememberedText = 1024;
 constexpr std::size_t kRememberedFaces = 64;
@@ -64,6 +67,17 @@ FaceMetrics ownMetrics(PangoFontMap* map, PangoContext* context, const PangoFont
 bool isUsableSize(double size)
 {
     return size > 0.0 && std::isfinite(size);
+}
+
+/// The text up to the longest length, without half a character at its end.
+std::string_view beginning(std::string_view text)
+{
+    if (text.size() <= kLongestText)
+        return text;
+    std::size_t length = kLongestText;
+    while (length > kLongestText - 3 && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
+        --length;
+    return text.substr(0, length);
 }
 
 /// The font size to shape a text of so many bytes at.
@@ -152,7 +166,7 @@ TextLayout PangoTextSystem::Engine::makeLayout(const std::string& text, const Fo
     TextLayout made;
     if (!isUsableSize(font.size))
         return made;
-    made.text = validUtf8(text);
+    made.text = validUtf8(beginning(text));
     const Face& face = faceFor(font.name);
     const double shapedSize = shapedSizeFor(font.size, made.text.size());
     made.scale = font.size / shapedSize;
@@ -161,18 +175,17 @@ TextLayout PangoTextSystem::Engine::makeLayout(const std::string& text, const Fo
     made.layout.reset(pango_layout_new(m_context.get()));
     pango_layout_set_font_description(made.layout.get(), description.get());
     pango_layout_set_text(made.layout.get(), made.text.data(), static_cast<int>(made.text.size()));
-    const int count = pango_layout_get_line_count(made.layout.get());
-    for (int i = 0; i < count; ++i) {
-        PangoLayoutLine* line = pango_layout_get_line_readonly(made.layout.get(), i);
+    for (const GSList* link = pango_layout_get_lines_readonly(made.layout.get()); link; link = link->next) {
+        auto* line = static_cast<PangoLayoutLine*>(link->data);
         PangoRectangle logical{};
         pango_layout_line_get_extents(line, nullptr, &logical);
         const double width = static_cast<double>(logical.width) / PANGO_SCALE * made.scale;
-        made.lines.push_back({static_cast<std::size_t>(line->start_index), static_cast<std::size_t>(line->length), width});
+        made.lines.push_back({static_cast<std::size_t>(line->start_index), static_cast<std::size_t>(line->length), width, line});
         made.size.width = std::max(made.size.width, width);
     }
     made.lineHeight = face.metrics.lineHeight() * font.size;
     made.ascender = face.metrics.ascender * font.size;
-    made.size.height = made.lineHeight * count;
+    made.size.height = made.lineHeight * static_cast<double>(made.lines.size());
     return made;
 }
 

@@ -21,6 +21,7 @@ struct TextLayout;
 ///
 /// The width of a text is the advance width of its longest line. The line box reaches from the baseline up by the ascender and down by the descender and the leading: the
 /// leading is below. A text has as many lines as newlines and one more. A font size that is not a finite number above zero gives the size zero, nothing is drawn then.
+/// A text is cut after 200,000 bytes.
 ///
 /// Recent layouts are remembered, a bounded number of them. Safe to use from several threads, which then take turns.
 class PangoTextSystem final : public TextSystem {

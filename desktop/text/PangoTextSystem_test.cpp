@@ -105,6 +105,16 @@ TEST(PangoTextSystem, anyBytesCanBeMeasured)
     EXPECT_GT(sizeOf("x", "\xFF no font \n,", 12.0).width, 0.0);
 }
 
+TEST(PangoTextSystem, endlessTextsAreCut)
+{
+    EXPECT_NEAR(sizeOf(std::string(50000000, '8'), "HelveticaNeue", 12.0).width, sizeOf(std::string(200000, '8'), "HelveticaNeue", 12.0).width, 0.0);
+    EXPECT_DOUBLE_EQ(sizeOf(std::string(50000000, '\n'), "Helvetica", 10.0).height, 200001.0 * 10.0);
+    std::string accented = "x";
+    for (int i = 0; i < 200000; ++i)
+        accented += "é";
+    PangoTextSystem::shared()->withLayout(set(accented, "Helvetica", 10.0), [](const TextLayout& layout) { EXPECT_EQ(layout.text.size(), 199999U); });
+}
+
 TEST(PangoTextSystem, rememberedLayoutsAnswerAsFreshOnes)
 {
     const PangoTextSystem fresh;

@@ -15,6 +15,8 @@ struct TextLine {
     std::size_t start = 0;
     std::size_t length = 0;
     double width = 0.0;
+    /// The line's glyphs, owned by the layout.
+    PangoLayoutLine* shaped = nullptr;
 };
 
 /// A text broken into lines at its newlines, shaped and measured. The lines are aligned to the left. Distances are in points with y growing upwards from the lower-left
