@@ -10,6 +10,7 @@
 #include <TOLVGraphing/drawing/TOLVDottedCurveGraphDrawing.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
 #include <TOLVGraphing/platform/text/DayDateFormatter.h>
+#include <TOLVMath/TOLVRealVector.h>
 
 #include <algorithm>
 #include <cmath>
@@ -24,6 +25,10 @@ namespace {
 constexpr double kFreePart = 0.05;
 /// Room for a callout above the highest point, as a part of the picture's height in points.
 constexpr double kCalloutRoom = 26.0;
+/// The free space behind the last sample of a curve, in points of the picture's width: room for the column that completes it.
+constexpr double kSpaceBehindCurve = 4.0;
+/// Curves of more samples fill every column; that the last column is missing cannot be seen in them.
+constexpr std::size_t kMostSamplesCompleted = 100'000;
 /// The widest step between abscissae may differ from the mean by this part before samples count as unevenly spaced.
 constexpr double kEvenSpacingTolerance = 0.1;
 
@@ -81,6 +86,7 @@ public:
         addSeries();
         setStrategy();
         setExtents();
+        completeCurves();
         setFormatters();
         setTexts();
         for (const std::string& marker : m_options.markers)
@@ -131,7 +137,33 @@ private:
     Range fittingX()
     {
         const Range data{static_cast<double>(m_graph->minXValue()), static_cast<double>(m_graph->maxXValue())};
-        return widenedIfEmpty(m_options.drawing == DrawingKind::Dotted ? cellsAround(data) : data);
+        if (m_options.drawing == DrawingKind::Dotted)
+            return widenedIfEmpty(cellsAround(data));
+        const Range shown = widenedIfEmpty(data);
+        return {shown.from, shown.to + (shown.to - shown.from) * kSpaceBehindCurve / m_options.size.width};
+    }
+
+    /// A curve draws a pixel column when the next one begins, so the last sample of a short series would be missing. A further sample close behind it, with its ordinate, begins that column and is not drawn
+    /// itself.
+    void completeCurves()
+    {
+        if (m_options.drawing == DrawingKind::Dotted)
+            return;
+        const auto& range = m_graph->extents()->x();
+        const double step = (range->max() - range->min()) * 0.75 * kSpaceBehindCurve / m_options.size.width;
+        for (const auto& series : m_graph->graphData()) {
+            const std::size_t count = series->X()->length();
+            const float last = series->X()->components()[count - 1];
+            const auto next = static_cast<float>(std::min(range->max(), static_cast<double>(last) + step));
+            if (count > kMostSamplesCompleted || !(last < next))
+                continue;
+            std::vector<float> x(series->X()->components(), series->X()->components() + count);
+            std::vector<float> y(series->Y()->components(), series->Y()->components() + count);
+            x.push_back(next);
+            y.push_back(y.back());
+            series->setX(TOLVRealVector::vectorWithComponents(std::move(x)));
+            series->setY(TOLVRealVector::vectorWithComponents(std::move(y)));
+        }
     }
 
     /// Dots stand in the middle of cells of equal width: with half a step on either side the axis tells where they are.

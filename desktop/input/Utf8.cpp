@@ -1,33 +1,10 @@
 #include <desktop/input/Utf8.h>
 
+#include <desktop/text/ValidUtf8.h>
+
 #include <cstddef>
 
 namespace TOLVGraphing::input {
-
-namespace {
-
-/// The length of the character at the start of a text, 0 where there is none.
-std::size_t characterLength(std::string_view bytes)
-{
-    auto byteAt = [bytes](std::size_t index) { return static_cast<unsigned>(static_cast<unsigned char>(bytes[index])); };
-    unsigned first = byteAt(0);
-    if (first < 0x80U)
-        return 1;
-    std::size_t length = first >= 0xF0U ? 4 : first >= 0xE0U ? 3 : 2;
-    if (first < 0xC2U || first > 0xF4U || bytes.size() < length)
-        return 0;
-    unsigned character = first & (0x7FU >> length);
-    for (std::size_t index = 1; index < length; ++index) {
-        if ((byteAt(index) & 0xC0U) != 0x80U)
-            return 0;
-        character = character << 6U | (byteAt(index) & 0x3FU);
-    }
-    bool isOverlong = character < (length == 4 ? 0x10000U : length == 3 ? 0x800U : 0x80U);
-    bool isSurrogate = character >= 0xD800U && character < 0xE000U;
-    return isOverlong || isSurrogate || character > 0x10FFFFU ? 0 : length;
-}
-
-} // namespace
 
 char* appendUtf8(char* target, unsigned character)
 {
@@ -53,7 +30,7 @@ char* appendUtf8(char* target, unsigned character)
 bool isUtf8(std::string_view bytes)
 {
     while (!bytes.empty()) {
-        std::size_t length = characterLength(bytes);
+        std::size_t length = text::utf8CharacterLength(bytes);
         if (length == 0)
             return false;
         bytes.remove_prefix(length);

@@ -1,7 +1,5 @@
 #include "ValidUtf8.h"
 
-#include <cstddef>
-
 namespace TOLVGraphing::text {
 
 namespace {
@@ -11,14 +9,15 @@ bool isContinuation(unsigned char byte)
     return (byte & 0xC0U) == 0x80U;
 }
 
-/// The length of the well-formed character at the beginning of the bytes, or 0. Overlong forms, surrogates and values above U+10FFFF are not well-formed.
-std::size_t characterLength(std::string_view bytes)
+} // namespace
+
+std::size_t utf8CharacterLength(std::string_view bytes)
 {
     const auto at = [&](std::size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : static_cast<unsigned char>(0); };
     const unsigned char lead = at(0);
     const unsigned char second = at(1);
     if (lead < 0x80U)
-        return lead == 0 ? 0 : 1;
+        return bytes.empty() ? 0 : 1;
     if (!isContinuation(second))
         return 0;
     if (lead >= 0xC2U && lead <= 0xDFU)
@@ -37,14 +36,12 @@ std::size_t characterLength(std::string_view bytes)
     return isOverlong || isTooLarge ? 0 : 4;
 }
 
-} // namespace
-
 std::string validUtf8(std::string_view bytes)
 {
     std::string text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
-        const std::size_t length = characterLength(bytes);
+        const std::size_t length = bytes.front() == '\0' ? 0 : utf8CharacterLength(bytes);
         if (length == 0)
             text += "\xEF\xBF\xBD";
         else

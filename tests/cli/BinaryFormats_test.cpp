@@ -80,7 +80,7 @@ TEST_F(Sounds, oneChannel)
         "  2  note: number, 4 rows, -0.25 to 1\n");
     const DrawnPage page = drawn({"note.wav"});
     EXPECT_TRUE(page.allTexts().ends_with(" | time (s) | note")) << page.allTexts();
-    EXPECT_EQ(curvePoints(page).size(), 4U);
+    EXPECT_EQ(curvePoints(page).size(), 5U);
 }
 
 TEST_F(Sounds, twoChannelsAreTwoSeries)
@@ -95,7 +95,7 @@ TEST_F(Sounds, twoChannelsAreTwoSeries)
     for (const char* color : {"#0072b2", "#d55e00"}) {
         const auto strokes = page.strokesOfColor(color);
         ASSERT_EQ(strokes.size(), 2U) << "the curve and the legend's piece of line in " << color;
-        EXPECT_EQ(strokes[0].points().size(), 3U);
+        EXPECT_EQ(strokes[0].points().size(), 4U);
         EXPECT_EQ(strokes[1].points().size(), 2U);
     }
     EXPECT_TRUE(page.hasText("left"));

@@ -130,25 +130,27 @@ struct RangeCase {
 
 TEST_F(Options, ranges)
 {
-    // Without a range x fits the data, and y has a twentieth more on either side.
+    // Without a range x fits the data and has 4 points of the picture's width more behind them, and y has a twentieth more on either side.
+    const double fit = 4.0 + 4.0 * 4.0 / 400.0;
     const RangeCase cases[] = {
         {"--x-range", "0:4", 0, 4, -0.5, 10.5},
         {"--x-range", "-4:8", -4, 8, -0.5, 10.5},
         {"--x-range", ":8", 0, 8, -0.5, 10.5},
-        {"--x-range", "-4:", -4, 4, -0.5, 10.5},
-        {"--x-range", ":", 0, 4, -0.5, 10.5},
+        {"--x-range", "-4:", -4, fit, -0.5, 10.5},
+        {"--x-range", ":", 0, fit, -0.5, 10.5},
         {"--x-range", "-.5:+4.5", -0.5, 4.5, -0.5, 10.5},
         {"--x-range", "-1e0:5e0", -1, 5, -0.5, 10.5},
-        {"--y-range", "0:10", 0, 4, 0, 10},
-        {"--y-range", "-10:20", 0, 4, -10, 20},
-        {"--y-range", ":20", 0, 4, -0.5, 20},
-        {"--y-range", "-1:", 0, 4, -1, 10.5},
+        {"--y-range", "0:10", 0, fit, 0, 10},
+        {"--y-range", "-10:20", 0, fit, -10, 20},
+        {"--y-range", ":20", 0, fit, -0.5, 20},
+        {"--y-range", "-1:", 0, fit, -1, 10.5},
     };
-    const double values[][2] = {{0, 0}, {0, 0}, {1, 10}, {2, 5}, {3, 2}};
+    const double values[][2] = {{0, 0}, {0, 0}, {1, 10}, {2, 5}, {3, 2}, {4, 0}};
     for (const RangeCase& c : cases) {
         SCOPED_TRACE(std::string(c.option) + " " + c.range);
         const auto points = curvePoints(drawnInPlace("table.csv", {"--y", "a", c.option, c.range}));
-        ASSERT_EQ(points.size(), std::size(values));
+        // The last sample is drawn where there is room behind it.
+        ASSERT_EQ(points.size(), c.right > 4.0 ? 6U : 5U);
         for (std::size_t i = 0; i < points.size(); ++i) {
             EXPECT_NEAR(points[i].x, 60.0 + 300.0 * (values[i][0] - c.left) / (c.right - c.left), 1e-3) << i;
             EXPECT_NEAR(points[i].y, 220.0 - 200.0 * (values[i][1] - c.bottom) / (c.top - c.bottom), 1e-3) << i;
@@ -219,7 +221,7 @@ TEST_F(Options, kindsOfDrawing)
     };
     EXPECT_EQ(colored(curve), 1U);
     EXPECT_EQ(colored(plain), 0U);
-    EXPECT_EQ(curvePoints(plain).size(), 5U);
+    EXPECT_EQ(curvePoints(plain).size(), 6U);
     std::size_t dots = 0;
     for (const DrawnPath& path : dotted.paths)
         dots += path.fill == "#0072b2" ? 1 : 0;

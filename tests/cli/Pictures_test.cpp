@@ -126,7 +126,7 @@ TEST_F(Pictures, oldFilesAreReplaced)
     folder().write("picture.svg", std::string(100000, 'x'));
     ASSERT_EQ(::chmod(folder().path("picture.svg").c_str(), 0640), 0);
     EXPECT_TRUE(succeededSilently(run({"table.csv", "-o", "picture.svg"})));
-    EXPECT_EQ(curvePoints(DrawnPage::fromSVG(folder().read("picture.svg"))).size(), 5U);
+    EXPECT_EQ(curvePoints(DrawnPage::fromSVG(folder().read("picture.svg"))).size(), 6U);
     struct stat status{};
     ASSERT_EQ(::stat(folder().path("picture.svg").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0640U);
@@ -140,7 +140,7 @@ TEST_F(Pictures, linksStayAndTheirFilesAreReplaced)
     std::filesystem::create_symlink("elsewhere/real.svg", folder().path("link.svg"));
     EXPECT_TRUE(succeededSilently(run({"table.csv", "-o", "link.svg"})));
     EXPECT_TRUE(std::filesystem::is_symlink(folder().path("link.svg")));
-    EXPECT_EQ(curvePoints(DrawnPage::fromSVG(folder().read("elsewhere/real.svg"))).size(), 5U);
+    EXPECT_EQ(curvePoints(DrawnPage::fromSVG(folder().read("elsewhere/real.svg"))).size(), 6U);
 }
 
 TEST_F(Pictures, mayReplaceTheMeasurementsLink)
@@ -148,7 +148,7 @@ TEST_F(Pictures, mayReplaceTheMeasurementsLink)
     // A picture may even stand where its measurements were: they are read before.
     folder().write("both.svg", folder().read("table.csv"));
     EXPECT_TRUE(succeededSilently(run({"both.svg", "-o", "both.svg"})));
-    EXPECT_EQ(curvePoints(DrawnPage::fromSVG(folder().read("both.svg"))).size(), 5U);
+    EXPECT_EQ(curvePoints(DrawnPage::fromSVG(folder().read("both.svg"))).size(), 6U);
 }
 
 TEST_F(Pictures, throughAPipe)
@@ -156,7 +156,7 @@ TEST_F(Pictures, throughAPipe)
     std::filesystem::create_symlink("/dev/stdout", folder().path("out.svg"));
     const ProcessResult result = run({"table.csv", "-o", "out.svg"});
     EXPECT_EQ(result.status, 0) << result.error;
-    EXPECT_EQ(curvePoints(DrawnPage::fromSVG(result.output)).size(), 5U);
+    EXPECT_EQ(curvePoints(DrawnPage::fromSVG(result.output)).size(), 6U);
 }
 
 } // namespace

@@ -26,7 +26,7 @@ TEST_F(StandardInput, ofText)
     EXPECT_EQ(listed.error, "");
     EXPECT_EQ(listed.output, "-: delimited text, comma, decimal point, 1 header row\n  1  t: number, 2 rows, 1 to 3\n  2  v: number, 2 rows, 2 to 4\n");
     EXPECT_TRUE(succeededSilently(runWithInput({"-", "-o", "picture.svg"}, "t,v\n1,2\n3,4\n")));
-    EXPECT_EQ(curvePoints(DrawnPage::fromSVG(folder().read("picture.svg"))).size(), 2U);
+    EXPECT_EQ(curvePoints(DrawnPage::fromSVG(folder().read("picture.svg"))).size(), 3U);
 }
 
 TEST_F(StandardInput, ofLongText)
@@ -102,15 +102,16 @@ TEST_F(SeveralFiles, areListedInOrder)
 TEST_F(SeveralFiles, areOneGraph)
 {
     const DrawnPage page = drawn({"first.csv", "second.csv", "--margin", "20,40,30,60", "--size", "400x250", "--legend", "--y-range", "0:10"});
-    // The x range is that of both, 0 to 20, on 40...340 points; the last sample of a curve is not drawn.
+    // The x range is that of both, 0 to 20, and 4 points of the picture's width more, on 40...340 points.
+    const double fit = 20.0 + 20.0 * 4.0 / 400.0;
     const auto first = page.strokesOfColor("#0072b2");
     const auto second = page.strokesOfColor("#d55e00");
     ASSERT_EQ(first.size(), 2U);
     ASSERT_EQ(second.size(), 2U);
     EXPECT_NEAR(first[0].points().front().x, 40.0, 1.0);
-    EXPECT_NEAR(first[0].points().back().x, 190.0, 1.0);
+    EXPECT_NEAR(first[0].points().back().x, 40.0 + 300.0 * 12.0 / fit, 1e-3);
     EXPECT_NEAR(second[0].points().front().x, 115.0, 1.0);
-    EXPECT_NEAR(second[0].points().back().x, 280.0, 1.0);
+    EXPECT_NEAR(second[0].points().back().x, 40.0 + 300.0 * 20.0 / fit, 1e-3);
     EXPECT_TRUE(page.hasText("first.csv"));
     EXPECT_TRUE(page.hasText("second.csv"));
     EXPECT_TRUE(page.hasText("t")) << "the title that both files give their x axis";
