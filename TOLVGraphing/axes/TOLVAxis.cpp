@@ -169,7 +169,7 @@ void TOLVAxis::prepareForDrawingInRect(const Rect& rect)
     setMinorValues(std::move(minor));
 }
 
-void TOLVAxis::drawMajorLinesInRect(const Rect& rect) const
+void TOLVAxis::drawFrameInRect(const Rect& rect) const
 {
     const Rect dataRect = dataRectInRect(rect);
     const auto owner = graph();
@@ -178,7 +178,14 @@ void TOLVAxis::drawMajorLinesInRect(const Rect& rect) const
         style->color()->set();
     if (!dataRect.isEmpty() && dataRect.valid())
         Path::pathWithRect(insetRect(integralRect(dataRect), 0.5, 0.5)).stroke();
-    drawLinesForValues(m_majorValues, dataRect, style.get());
+}
+
+void TOLVAxis::drawMajorLinesInRect(const Rect& rect) const
+{
+    drawFrameInRect(rect);
+    const auto owner = graph();
+    const auto style = owner ? owner->majorLineStyle() : nullptr;
+    drawLinesForValues(m_majorValues, dataRectInRect(rect), style.get());
 }
 
 void TOLVAxis::drawMinorLinesInRect(const Rect& rect) const
@@ -219,8 +226,11 @@ void TOLVAxis::drawLinesForValues(const Values& values, const Rect& inRect, cons
     lines.stroke();
 }
 
-Rect TOLVAxis::titleTextRect(const Rect& labelRect, const Size& size) const
+Rect TOLVAxis::titleRectInRect(const Rect& rect) const
 {
+    const Rect labelRect = labelRectInRect(rect);
+    const auto owner = graph();
+    const Size size = m_label ? AttributedString(*m_label, owner ? owner->labelAttributes() : nullptr).size() : Size();
     return {labelRect.x() + labelRect.width() * 0.5 - size.width * 0.5, labelRect.y() + labelRect.height() * 0.5 - size.height * 0.5, size.width,
         size.height};
 }
@@ -233,8 +243,8 @@ void TOLVAxis::drawLabelInRect(const Rect& rect) const
     const auto owner = graph();
     const Rect strip = labelRectInRect(rect);
     const AttributedString title(*m_label, owner ? owner->labelAttributes() : nullptr);
-    const Size size = title.size();
-    const Rect textRect = titleTextRect(strip, size);
+    const Rect textRect = titleRectInRect(rect);
+    const Size& size = textRect.size;
     const GraphicsStateSaver saver(*context);
     if (isVertical()) {
         AffineTransform upwards;
@@ -258,6 +268,36 @@ void TOLVAxis::drawTickLabelsInRect(const Rect& rect) const
         label->draw();
 }
 
+LabelPlacements TOLVAxis::tickLabelPlacements(const Rect& inRect) const
+{
+    const Rect strip = tickLabelRectInRect(inRect);
+    LabelPlacements result = placements(m_majorValues, strip);
+    const Labels major = keptLabels(result);
+    if (major.size() < 2 || m_drawsMinorLabels) {
+        for (LabelPlacement& placement : placements(m_minorValues, strip, major)) {
+            placement.isMajor = false;
+            result.push_back(std::move(placement));
+        }
+    }
+    return result;
+}
+
+LabelPlacements TOLVAxis::markerLabelPlacements(const Markers& markers, const Rect& inRect) const
+{
+    Values values;
+    for (const auto& marker : markers)
+        values.push_back(marker->value());
+    return placements(values, tickLabelRectInRect(inRect));
+}
+
+Rect TOLVAxis::badgeRectForLabel(const TOLVLabel& label)
+{
+    Rect badge = integralRect({label.rect().origin, label.label().size()});
+    badge = offsetRect(insetRect(badge, -kBadgeSidePadding, 0.0), 0.0, 1.0);
+    badge.size.height = kBadgeHeight;
+    return badge;
+}
+
 void TOLVAxis::drawMarkers(const Markers& markers, const Rect& inRect) const
 {
     Values values;
@@ -272,11 +312,8 @@ void TOLVAxis::drawMarkers(const Markers& markers, const Rect& inRect) const
             continue;
         text.setForegroundColor(Color::whiteColor());
         label->setLabel(text);
-        Rect badge = integralRect({label->rect().origin, text.size()});
-        badge = offsetRect(insetRect(badge, -kBadgeSidePadding, 0.0), 0.0, 1.0);
-        badge.size.height = kBadgeHeight;
         Color::blackColor().set();
-        Path::pathWithRoundedRect(badge, kBadgeCornerRadius, kBadgeCornerRadius).fill();
+        Path::pathWithRoundedRect(badgeRectForLabel(*label), kBadgeCornerRadius, kBadgeCornerRadius).fill();
         label->draw();
     }
 }
@@ -385,23 +422,31 @@ std::shared_ptr<TOLVLabel> TOLVAxis::labelForValue(float value, const Rect& inRe
     return TOLVLabel::labelWithAttributedString(std::move(text), rect);
 }
 
-void TOLVAxis::addLabels(Labels& labels, const Labels& placedBefore, const Values& values, const Rect& rect) const
+LabelPlacements TOLVAxis::placements(const Values& forValues, const Rect& inStrip, Labels placedBefore) const
 {
     const bool vertical = isVertical();
-    for (const double value : values) {
-        auto label = labelForValue(static_cast<float>(value), rect);
-        const bool collides = label->overlapsLabelInArray(placedBefore) || label->overlapsLabelInArray(labels);
-        if (!collides && label->rect().valid() && !label->liesOutsideRect(rect, vertical))
-            labels.push_back(std::move(label));
+    LabelPlacements result;
+    for (const double value : forValues) {
+        LabelPlacement placement;
+        placement.value = value;
+        placement.label = labelForValue(static_cast<float>(value), inStrip);
+        if (!placement.label->rect().valid())
+            placement.fate = LabelFate::NotFinite;
+        else if ((placement.collidesWith = firstOverlappedLabel(*placement.label, placedBefore)))
+            placement.fate = LabelFate::Collides;
+        else if (placement.label->liesOutsideRect(inStrip, vertical))
+            placement.fate = LabelFate::Outside;
+        else
+            placedBefore.push_back(placement.label);
+        result.push_back(std::move(placement));
     }
+    return result;
 }
 
 void TOLVAxis::getLabels(Labels* labels, const Values& forValues, const Rect& inRect) const
 {
-    Labels accepted;
-    addLabels(accepted, {}, forValues, inRect);
     if (labels)
-        *labels = std::move(accepted);
+        *labels = keptLabels(placements(forValues, inRect));
 }
 
 void TOLVAxis::getMajorLabels(
@@ -410,7 +455,7 @@ void TOLVAxis::getMajorLabels(
     minorLabels.clear();
     getLabels(&majorLabels, forMajorValues, inRect);
     if (majorLabels.size() < 2 || m_drawsMinorLabels)
-        addLabels(minorLabels, majorLabels, forMinorValues, inRect);
+        minorLabels = keptLabels(placements(forMinorValues, inRect, majorLabels));
 }
 
 void TOLVAxis::getPoints(std::vector<Point>& points, const Values& forValues, const Rect& inRect) const

@@ -7,6 +7,7 @@
 #include "../mapping/TOLVMapping.h"
 #include "../platform/geometry/Rect.h"
 #include "../platform/text/NumberFormatter.h"
+#include "LabelPlacement.h"
 
 #include <memory>
 #include <optional>
@@ -108,6 +109,8 @@ public:
     [[nodiscard]] virtual Rect tickLabelRectInRect(const Rect& rect) const;
     /// The strip of the title.
     [[nodiscard]] virtual Rect labelRectInRect(const Rect& rect) const;
+    /// The title's own rectangle, centred in its strip, before a vertical axis turns it upwards about that centre; empty at the centre without a title.
+    [[nodiscard]] Rect titleRectInRect(const Rect& rect) const;
 
     // Drawing into the current context. Preparation comes first.
 
@@ -119,9 +122,15 @@ public:
     /// The title, centred in its strip; on the vertical axis it reads upwards.
     virtual void drawLabelInRect(const Rect& rect) const;
     virtual void drawTickLabelsInRect(const Rect& rect) const;
+    /// Each label that `drawTickLabelsInRect` thinks of, in the order in which it chooses, with what becomes of it; those that are kept are what it draws. A subclass that chooses otherwise overrides both.
+    [[nodiscard]] virtual LabelPlacements tickLabelPlacements(const Rect& inRect) const;
     /// Black badges with white texts at the markers' values on the tick label strip; a badge that would collide with an earlier one, or that the
     /// formatter has no text for, is left out.
     virtual void drawMarkers(const Markers& markers, const Rect& inRect) const;
+    /// The labels that the markers' badges are drawn around, in order, with what becomes of them.
+    [[nodiscard]] LabelPlacements markerLabelPlacements(const Markers& markers, const Rect& inRect) const;
+    /// The badge around a marker's label.
+    [[nodiscard]] static Rect badgeRectForLabel(const TOLVLabel& label);
     /// One stroke for the grid lines of all values; rect is the data area. Lines stand on the middle of a point.
     virtual void drawLinesForValues(const Values& values, const Rect& inRect, const TOLVLineStyle* withStyle) const;
 
@@ -166,13 +175,14 @@ protected:
     void configureMapping(TOLVMapping& mapping, const Rect& rect) const;
     /// The length of the rectangle along this axis, in points.
     [[nodiscard]] double lengthOfRect(const Rect& rect) const;
+    /// The frame around the data area, in the colour of the graph's major line style; none around an empty area.
+    void drawFrameInRect(const Rect& rect) const;
     /// What a class archived by this one writes is read back into a new axis.
     void decodeFlags(KeyedUnarchiver& coder);
 
 private:
-    void addLabels(Labels& labels, const Labels& placedBefore, const Values& values, const Rect& rect) const;
+    [[nodiscard]] LabelPlacements placements(const Values& forValues, const Rect& inStrip, Labels placedBefore = {}) const;
     void zoom(double fromPoint, double toPoint, const Rect& rect);
-    [[nodiscard]] Rect titleTextRect(const Rect& labelRect, const Size& size) const;
 
     bool m_drawsMajorLines = true;
     bool m_drawsMinorLines = true;

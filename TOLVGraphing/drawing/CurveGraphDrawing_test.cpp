@@ -1,6 +1,7 @@
 #include "CurveGraphDrawing.h"
 
 #include "../graph/TOLVGraph.h"
+#include "TOLVCurveGraphDrawing.h"
 
 #include <TOLVMath/TOLVRealVector.h>
 #include <tests/support/DrawnLines.h>

@@ -37,16 +37,17 @@ std::shared_ptr<TOLVLabel> labelForValue(float value, Point dataPoint, const TOL
 
 } // namespace
 
-std::vector<GraphCallout> calloutsForMarker(const TOLVMarker& marker, const TOLVGraph& graph, const Rect& inRect)
+std::vector<MarkerCallout> calloutsForMarker(const TOLVMarker& marker, const TOLVGraph& graph, const Rect& inRect)
 {
-    std::vector<GraphCallout> callouts;
+    std::vector<MarkerCallout> callouts;
     if (!graph.verticalAxis())
         return callouts;
     const auto markerValue = static_cast<float>(marker.value());
     const auto markerX = static_cast<double>(graph.XForValue(markerValue, inRect));
-    for (const auto& series : graph.graphData()) {
-        const auto x = std::dynamic_pointer_cast<const TOLVRealVector>(series->X());
-        const auto y = std::dynamic_pointer_cast<const TOLVRealVector>(series->Y());
+    const auto allSeries = graph.graphData();
+    for (std::size_t i = 0; i < allSeries.size(); ++i) {
+        const auto x = std::dynamic_pointer_cast<const TOLVRealVector>(allSeries[i]->X());
+        const auto y = std::dynamic_pointer_cast<const TOLVRealVector>(allSeries[i]->Y());
         if (!x || !y)
             continue;
         const float index = fractionalIndexOfValue(*x, markerValue);
@@ -58,19 +59,29 @@ std::vector<GraphCallout> calloutsForMarker(const TOLVMarker& marker, const TOLV
         const float value = valueAtFractionalIndex(*y, index);
         const Point dataPoint{markerX, static_cast<double>(graph.YForValue(value, inRect))};
         if (auto label = labelForValue(value, dataPoint, *graph.verticalAxis()))
-            callouts.emplace_back(std::move(label), series->lineStyle(), markerX);
+            callouts.push_back({GraphCallout(std::move(label), allSeries[i]->lineStyle(), markerX), i});
     }
     return callouts;
 }
 
-std::vector<GraphCallout> calloutsWithoutOverlap(std::vector<GraphCallout> callouts)
+std::vector<std::optional<std::size_t>> overlappedCallouts(std::span<const MarkerCallout> callouts)
 {
     std::vector<GraphCallout> kept;
-    for (GraphCallout& callout : callouts) {
-        if (!callout.intersectsCalloutInArray(kept))
-            kept.push_back(std::move(callout));
+    std::vector<std::size_t> keptPositions;
+    std::vector<std::optional<std::size_t>> overlapped;
+    for (const auto& [callout, series] : callouts) {
+        std::size_t first = 0;
+        while (first < kept.size() && !callout.intersectsCalloutInArray({&kept[first], 1}))
+            ++first;
+        if (first < kept.size()) {
+            overlapped.emplace_back(keptPositions[first]);
+            continue;
+        }
+        keptPositions.push_back(overlapped.size());
+        overlapped.emplace_back();
+        kept.push_back(callout);
     }
-    return kept;
+    return overlapped;
 }
 
 } // namespace TOLVGraphing

@@ -2,6 +2,9 @@
 
 #include "GraphCallout.h"
 
+#include <cstddef>
+#include <optional>
+#include <span>
 #include <vector>
 
 namespace TOLVGraphing {
@@ -9,11 +12,18 @@ namespace TOLVGraphing {
 class TOLVGraph;
 class TOLVMarker;
 
+/// The callout of one series at a marker.
+struct MarkerCallout {
+    GraphCallout callout;
+    /// The position of the series in the graph's list.
+    std::size_t series = 0;
+};
+
 /// The callouts that one marker asks for, before any is left out for want of room: one for each series up to the first one that the marker lies outside of. Series without vectors, and values that
 /// the vertical axis's formatter has no text for, are passed over. The rectangle is the graph rectangle.
-[[nodiscard]] std::vector<GraphCallout> calloutsForMarker(const TOLVMarker& marker, const TOLVGraph& graph, const Rect& inRect);
+[[nodiscard]] std::vector<MarkerCallout> calloutsForMarker(const TOLVMarker& marker, const TOLVGraph& graph, const Rect& inRect);
 
-/// The callouts that overlap no callout kept before them, in order.
-[[nodiscard]] std::vector<GraphCallout> calloutsWithoutOverlap(std::vector<GraphCallout> callouts);
+/// For each callout of a marker the position of the first one kept before it that it overlaps; nothing for those that are kept.
+[[nodiscard]] std::vector<std::optional<std::size_t>> overlappedCallouts(std::span<const MarkerCallout> callouts);
 
 } // namespace TOLVGraphing

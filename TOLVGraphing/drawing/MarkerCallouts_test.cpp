@@ -61,7 +61,26 @@ protected:
             TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(1.0, 0.0, 0.0)));
     }
 
-    std::vector<GraphCallout> calloutsAt(double value) const { return calloutsForMarker(TOLVMarker(value), *graph, kRect); }
+    std::vector<GraphCallout> calloutsAt(double value) const
+    {
+        std::vector<GraphCallout> callouts;
+        for (const MarkerCallout& one : calloutsForMarker(TOLVMarker(value), *graph, kRect))
+            callouts.push_back(one.callout);
+        return callouts;
+    }
+
+    /// Those that overlap none kept before them.
+    std::vector<GraphCallout> keptCalloutsAt(double value) const
+    {
+        const auto callouts = calloutsForMarker(TOLVMarker(value), *graph, kRect);
+        const auto overlapped = overlappedCallouts(callouts);
+        std::vector<GraphCallout> kept;
+        for (std::size_t i = 0; i < callouts.size(); ++i) {
+            if (!overlapped[i])
+                kept.push_back(callouts[i].callout);
+        }
+        return kept;
+    }
 
     static Lines textsOf(const std::vector<GraphCallout>& callouts)
     {
@@ -199,7 +218,7 @@ TEST_F(MarkerCalloutsTest, OddMarkersAndSamplesThrowNothing)
             graph->setHorizontalAxis(std::make_shared<TOLVLogarithmicAxis>());
         for (const double value : {kNaN, kInfinity, -kInfinity, 1e300, -1e300, 0.0, 25.0, 50.0, 75.0, 100.0}) {
             const Lines lines = testing_support::linesDrawn([&] {
-                for (const GraphCallout& callout : calloutsWithoutOverlap(calloutsAt(value)))
+                for (const GraphCallout& callout : keptCalloutsAt(value))
                     callout.draw();
             });
             EXPECT_LE(lines.size(), 15U) << value;
@@ -213,7 +232,10 @@ TEST_F(MarkerCalloutsTest, OfOverlappingCalloutsTheFirstSeriesWins)
     add({0.0F, 100.0F}, {55.0F, 55.0F});
     add({0.0F, 100.0F}, {80.0F, 80.0F});
     add({0.0F, 100.0F}, {62.0F, 62.0F});
-    EXPECT_EQ(textsOf(calloutsWithoutOverlap(calloutsAt(50.0))), (Lines{"50", "80"}));
+    EXPECT_EQ(textsOf(keptCalloutsAt(50.0)), (Lines{"50", "80"}));
+    // The last one overlaps the second, which was left out, and the first.
+    const auto overlapped = overlappedCallouts(calloutsForMarker(TOLVMarker(50.0), *graph, kRect));
+    EXPECT_EQ(overlapped, (std::vector<std::optional<std::size_t>>{std::nullopt, 0, std::nullopt, 0}));
 }
 
 TEST_F(MarkerCalloutsTest, NothingIsLeftOutWhereThereIsRoom)
@@ -221,8 +243,8 @@ TEST_F(MarkerCalloutsTest, NothingIsLeftOutWhereThereIsRoom)
     add({0.0F, 100.0F}, {20.0F, 20.0F});
     add({0.0F, 100.0F}, {40.0F, 40.0F});
     add({0.0F, 100.0F}, {60.0F, 60.0F});
-    EXPECT_EQ(textsOf(calloutsWithoutOverlap(calloutsAt(50.0))), (Lines{"20", "40", "60"}));
-    EXPECT_TRUE(calloutsWithoutOverlap({}).empty());
+    EXPECT_EQ(textsOf(keptCalloutsAt(50.0)), (Lines{"20", "40", "60"}));
+    EXPECT_TRUE(overlappedCallouts({}).empty());
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "TOLVGraph.h"
 
+#include "../axes/TOLVLineAxis.h"
 #include "../axes/TOLVLinearAxis.h"
 #include "../axes/TOLVLogarithmicAxis.h"
 #include "../drawing/CurveGraphDrawing.h"
@@ -12,6 +13,9 @@ namespace TOLVGraphing {
 namespace {
 
 const ArchiveClassRegistration registration("TOLVGraph", &TOLVGraph::initWithCoder);
+// A program that reads a graph need not name the classes of its axes to have them linked in.
+const ArchiveClassRegistration barAxisRegistration("TOLVBarAxis", &TOLVBarAxis::initWithCoder);
+const ArchiveClassRegistration lineAxisRegistration("TOLVLineAxis", &TOLVLineAxis::initWithCoder);
 
 /// The line height of a text in the attributes.
 double fontHeight(const SharedTextAttributes& attributes)

@@ -14,6 +14,7 @@
 #include "../platform/geometry/EdgeInsets.h"
 #include "../platform/geometry/Rect.h"
 #include "../platform/text/TextAttributes.h"
+#include "GraphLayout.h"
 
 #include <memory>
 #include <optional>
@@ -176,6 +177,8 @@ public:
     [[nodiscard]] Rect verticalAxisRectInRect(const Rect& rect) const;
     /// The band between the top of the data area and the top of the graph rectangle.
     [[nodiscard]] Rect titleBandInRect(const Rect& rect) const;
+    /// Prepares the graph and tells where everything comes to stand in the rectangle: ticks, labels with what becomes of them, badges, titles, callouts. Nothing is drawn, and no context is needed.
+    [[nodiscard]] GraphLayout layoutInRect(const Rect& rect);
 
     // Drawing into the current context, with any rectangle: smaller than the insets, empty and negative ones pass through.
 
@@ -242,10 +245,15 @@ public:
     [[nodiscard]] std::int64_t indexOfHorizontalAxisMarkerAtPoint(double x, double inRadius, const Rect& inRect) const;
 
 private:
+    /// The axis indexes of markers.
+    static constexpr std::int64_t kHorizontalAxisIndex = 0;
+    static constexpr std::int64_t kVerticalAxisIndex = 1;
+
     void initialize();
     void observeExtents();
     void stopObservingExtents();
     void installAxis(std::shared_ptr<TOLVAxis>& axis, const std::shared_ptr<const TOLVAxis>& newAxis, std::string_view key);
+    [[nodiscard]] Point titlePointInRect(const Rect& rect) const;
     [[nodiscard]] Markers markersWithAxisIndex(std::int64_t axisIndex) const;
     void requireEditableMarkers() const;
     static void requireMarkers(const Markers& markers, std::size_t count);

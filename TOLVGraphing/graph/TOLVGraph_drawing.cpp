@@ -12,8 +12,6 @@ namespace {
 
 constexpr double kUnknownMinimum = static_cast<double>(std::numeric_limits<float>::max());
 constexpr double kUnknownMaximum = -kUnknownMinimum;
-constexpr std::int64_t kHorizontalAxisIndex = 0;
-constexpr std::int64_t kVerticalAxisIndex = 1;
 
 } // namespace
 
@@ -106,13 +104,17 @@ void TOLVGraph::drawDataInRect(const Rect& rect)
         m_drawingStrategy->drawGraph(shared_from_this(), rect);
 }
 
+Point TOLVGraph::titlePointInRect(const Rect& rect) const
+{
+    const Rect band = titleBandInRect(rect);
+    const double height = AttributedString(m_title.value_or(""), m_titleAttributes).size().height;
+    return {band.x(), ((band.y() + band.height()) - m_padding.top) - height};
+}
+
 void TOLVGraph::drawTitleInRect(const Rect& rect)
 {
-    if (!m_title)
-        return;
-    const AttributedString title(*m_title, m_titleAttributes);
-    const Rect band = titleBandInRect(rect);
-    title.drawAtPoint({band.x(), ((band.y() + band.height()) - m_padding.top) - title.size().height});
+    if (m_title)
+        AttributedString(*m_title, m_titleAttributes).drawAtPoint(titlePointInRect(rect));
 }
 
 void TOLVGraph::drawMarkersInRect(const Rect& rect)

@@ -3,6 +3,7 @@
 #include "TOLVGraph.h"
 
 #include "../axes/TOLVLogarithmicAxis.h"
+#include "../data/VisibleSamples.h"
 #include "../platform/foundation/Exception.h"
 
 #include <algorithm>
@@ -24,28 +25,6 @@ bool isLogarithmic(const std::shared_ptr<TOLVAxis>& axis)
 std::size_t lengthOf(const TOLVGraphData::Samples& samples)
 {
     return samples ? samples->length() : 0;
-}
-
-/// The samples of one series from the first one not below `min` to the last one not above `max`, or nothing when the end comes before the start.
-std::optional<IndexRange> visibleRange(const TOLVGraphData& series, double min, double max)
-{
-    const TOLVGraphData::Samples& x = series.X();
-    const std::size_t length = lengthOf(x);
-    if (length == 0)
-        return IndexRange{0, 0};
-    const float* c = x->components();
-    std::size_t start = 0;
-    while (start < length && !(static_cast<double>(c[start]) >= min))
-        ++start;
-    if (start == length)
-        start = 0;
-    // Index 0 is never compared: it is the end whenever no later sample is in range.
-    std::size_t end = length - 1;
-    while (end > 0 && !(static_cast<double>(c[end]) <= max))
-        --end;
-    if (end < start)
-        return std::nullopt;
-    return IndexRange{start, end - start + 1};
 }
 
 } // namespace
@@ -141,7 +120,7 @@ std::optional<std::vector<IndexRange>> TOLVGraph::xExtentsConstrainedGraphDataRa
     const double max = visible ? visible->max() : 0.0;
     std::vector<IndexRange> ranges;
     for (const auto& series : m_graphDataArray) {
-        const auto range = visibleRange(*series, min, max);
+        const auto range = visibleSampleRange(*series, min, max);
         if (!range)
             return std::nullopt;
         ranges.push_back(*range);

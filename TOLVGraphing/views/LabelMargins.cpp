@@ -29,21 +29,25 @@ double tickAscender(const TOLVGraph& graph)
     return AttributedString("", graph.tickLabelAttributes()).attributes().fontOrDefault().ascender();
 }
 
-/// The labels that the axis will draw in the strip, and those of its markers.
+/// The labels that the axis will draw, and those of its markers.
 TOLVAxis::Labels labelsOfAxis(const TOLVGraph& graph, const TOLVAxis& axis, const Rect& axisRect, std::int64_t axisIndex, TOLVAxis::Labels& badges)
 {
-    const Rect strip = axis.tickLabelRectInRect(axisRect);
-    TOLVAxis::Labels major;
-    TOLVAxis::Labels minor;
-    axis.getMajorLabels(major, axis.majorValues(), minor, axis.minorValues(), strip);
-    major.insert(major.end(), minor.begin(), minor.end());
-    TOLVAxis::Values values;
+    TOLVAxis::Markers markers;
     for (const auto& marker : graph.markers()) {
         if (marker->axisIndex() == axisIndex)
-            values.push_back(marker->value());
+            markers.push_back(marker);
     }
-    axis.getLabels(&badges, values, strip);
-    return major;
+    badges = keptLabels(axis.markerLabelPlacements(markers, axisRect));
+    return keptLabels(axis.tickLabelPlacements(axisRect));
+}
+
+/// The height of the horizontal axis's labels: the ascender for numbers, the whole line box and more for categories.
+double horizontalLabelHeight(const TOLVGraph& graph, const Rect& rect)
+{
+    double height = tickAscender(graph);
+    for (const auto& label : keptLabels(graph.horizontalAxis()->tickLabelPlacements(graph.horizontalAxisRectInRect(rect))))
+        height = std::max(height, label->rect().height());
+    return height;
 }
 
 /// Widens left and right by what sticks out of the data area.
@@ -75,8 +79,9 @@ EdgeInsets neededMargin(TOLVGraph& graph, const Rect& rect)
     EdgeInsets needed(graph.margin());
     needed.top = std::max(ascender * 0.5 + 1.0, graph.title() ? titleHeight(graph) + kTitleGap : 0.0);
     needed.bottom = graph.tickLabelFontHeight() + horizontal.tickLabelPadding();
-    if (horizontal.label())
-        needed.bottom += (labelFontHeight + ascender) * 0.5 + 1.0;
+    // How far the labels reach below their strip.
+    const double below = (horizontalLabelHeight(graph, rect) - labelFontHeight) * 0.5 - 0.5;
+    needed.bottom += horizontal.label() ? labelFontHeight + below + 1.5 : std::max(0.0, below);
 
     TOLVAxis::Labels badges;
     const auto verticalLabels = labelsOfAxis(graph, vertical, graph.verticalAxisRectInRect(rect), 1, badges);
@@ -98,11 +103,12 @@ void fitMarginsToLabels(TOLVGraph& graph, const Rect& rect)
 {
     if (!graph.horizontalAxis() || !graph.verticalAxis())
         return;
+    graph.setMargin({0.0, 0.0, 0.0, 0.0});
+    graph.prepareForDrawingInRect(rect);
     // The labels of the horizontal axis reach above their strip by this much: keep them clear of the data area.
-    const double rise = (graph.labelFontHeight() + tickAscender(graph)) * 0.5 + 0.5 - graph.tickLabelFontHeight();
+    const double rise = (graph.labelFontHeight() + horizontalLabelHeight(graph, rect)) * 0.5 + 0.5 - graph.tickLabelFontHeight();
     graph.setHorizontalTickLabelPadding(std::max(0.0, rise + kHorizontalLabelGap));
     graph.setVerticalTickLabelPadding(kVerticalLabelGap);
-    graph.setMargin({0.0, 0.0, 0.0, 0.0});
     for (int round = 0; round < kMaximumRounds; ++round) {
         const EdgeInsets former = graph.margin();
         const EdgeInsets needed = neededMargin(graph, rect);

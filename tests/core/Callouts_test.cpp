@@ -112,16 +112,19 @@ EXPECTED_VALUES_TEST(callouts, keepCallouts)
     const auto labelRects = rectsOf(testCase.input["labelRects"]);
     const Json& bounds = testCase.expected["bounds"];
     ASSERT_EQ(bounds.size(), labelRects.size());
-    std::vector<GraphCallout> callouts;
-    std::vector<std::shared_ptr<TOLVLabel>> labels;
+    std::vector<MarkerCallout> callouts;
     for (std::size_t i = 0; i < labelRects.size(); ++i) {
-        callouts.push_back(calloutAt(labelRects[i], testCase.input["x"].number(), nullptr));
-        labels.push_back(callouts.back().label);
-        EXPECT_TRUE(within(callouts.back().bounds(), rectOf(bounds[i]), testCase.expected["boundsTolAbs"].number())) << "bounds of " << i;
+        callouts.push_back({calloutAt(labelRects[i], testCase.input["x"].number(), nullptr), i});
+        EXPECT_TRUE(within(callouts.back().callout.bounds(), rectOf(bounds[i]), testCase.expected["boundsTolAbs"].number())) << "bounds of " << i;
     }
     std::vector<std::size_t> kept;
-    for (const GraphCallout& callout : calloutsWithoutOverlap(callouts))
-        kept.push_back(static_cast<std::size_t>(std::find(labels.begin(), labels.end(), callout.label) - labels.begin()));
+    const auto overlapped = overlappedCallouts(callouts);
+    for (std::size_t i = 0; i < callouts.size(); ++i) {
+        if (!overlapped[i])
+            kept.push_back(i);
+        else
+            EXPECT_TRUE(std::find(kept.begin(), kept.end(), *overlapped[i]) != kept.end()) << "a callout gives way to one that is kept";
+    }
     EXPECT_EQ(kept, indexesOf(testCase.expected["kept"]));
 }
 
@@ -141,7 +144,8 @@ EXPECTED_VALUES_TEST(callouts, markerCallouts)
         ASSERT_EQ(callouts.size(), expected.size());
         for (std::size_t j = 0; j < callouts.size(); ++j) {
             SCOPED_TRACE("callout " + std::to_string(j));
-            expectMarkerCallout(callouts[j], expected[j], *graph, rect);
+            EXPECT_EQ(callouts[j].series, expected[j]["series"].unsignedInteger());
+            expectMarkerCallout(callouts[j].callout, expected[j], *graph, rect);
         }
     }
 

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] double blueComponent() const { return m_blue; }
     [[nodiscard]] double alphaComponent() const { return m_alpha; }
 
+    /// The same colour with another alpha.
+    [[nodiscard]] Color colorWithAlphaComponent(double alpha) const { return {m_red, m_green, m_blue, alpha}; }
     /// The colour as it is painted: every component limited to 0...1, NaN to 0.
     [[nodiscard]] Color clamped() const;
 

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "../platform/geometry/Rect.h"
+#include "../platform/text/AttributedString.h"
+#include "CalloutPlacement.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace TOLVGraphing {
+
+/// A text with the rectangle that it is drawn in (points, y growing upwards). A value.
+struct CalloutLabel {
+    AttributedString string;
+    Rect rect;
+
+    /// True when this rectangle, grown by the padding on every side, overlaps the other with positive area.
+    [[nodiscard]] bool overlapsRect(const Rect& other, double withPadding = 0.0) const;
+
+    friend bool operator==(const CalloutLabel&, const CalloutLabel&) = default;
+};
+
+/// The text's rectangle over a point: centred, its lower edge 3.5 points above it.
+[[nodiscard]] Rect rectForCalloutLabel(const AttributedString& string, Point atPoint);
+
+/// A label of a category and what became of it.
+struct CalloutLabelPlacement {
+    CalloutLabel label;
+    /// The category's position, and the label's in its category's list.
+    std::size_t category = 0;
+    std::size_t position = 0;
+    CalloutFate fate = CalloutFate::Kept;
+    /// The kept label that it collides with, as a position in the list of all placements.
+    std::optional<std::size_t> collidesWith;
+};
+
+/// Chooses among the labels of all categories, given category by category: lower categories come first, within a category the higher label. A label is kept that overlaps no dot and no label kept before it;
+/// one that is not finite never is. The answer has every label in the order of choice. Takes little more than linear time also where labels and dots are many.
+[[nodiscard]] std::vector<CalloutLabelPlacement> placeCalloutLabels(std::span<const std::vector<CalloutLabel>> categories, std::span<const Rect> dots);
+
+/// Draws each label's text in its rectangle into the current context, in order.
+void drawCalloutLabels(std::span<const CalloutLabel> labels);
+
+} // namespace TOLVGraphing

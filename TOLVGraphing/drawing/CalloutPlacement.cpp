@@ -1,0 +1,7 @@
+#include "CalloutPlacement.h"
+
+namespace TOLVGraphing {
+
+TOLVGraphCalloutLayout::~TOLVGraphCalloutLayout() = default;
+
+} // namespace TOLVGraphing

@@ -1,0 +1,32 @@
+#include "VisibleSeries.h"
+
+#include "../graph/TOLVGraph.h"
+
+#include <TOLVMath/TOLVRealVector.h>
+
+namespace TOLVGraphing {
+
+namespace {
+
+bool isRealVector(const TOLVGraphData::Samples& samples)
+{
+    return std::dynamic_pointer_cast<const TOLVRealVector>(samples) != nullptr;
+}
+
+} // namespace
+
+std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph)
+{
+    std::vector<VisibleSeries> visible;
+    const auto ranges = graph.xExtentsConstrainedGraphDataRanges();
+    if (!ranges)
+        return visible;
+    const auto series = graph.graphData();
+    for (std::size_t i = 0; i < series.size(); ++i) {
+        if (isRealVector(series[i]->X()) && isRealVector(series[i]->Y()))
+            visible.push_back({i, series[i]->graphDataInRange((*ranges)[i])});
+    }
+    return visible;
+}
+
+} // namespace TOLVGraphing
