@@ -355,12 +355,17 @@ void TOLVAxis::configureMapping(TOLVMapping& mapping, const Rect& rect) const
     mapping.setMaxValue(static_cast<float>(range ? range->max() : 0.0));
 }
 
-void TOLVAxis::zoom(double fromPoint, double toPoint, const Rect& rect)
+bool TOLVAxis::canEndRangeAt(float value) const
 {
-    const auto min = static_cast<double>(valueForPoint(fromPoint, rect));
-    const auto max = static_cast<double>(valueForPoint(toPoint, rect));
-    if (std::isfinite(min) && std::isfinite(max))
-        setExtents(TOLVAxisExtents::extentsWithMin(min, max));
+    return std::isfinite(value);
+}
+
+void TOLVAxis::zoomToPoints(double fromPoint, double toPoint, const Rect& inRect)
+{
+    const float min = valueForPoint(fromPoint, inRect);
+    const float max = valueForPoint(toPoint, inRect);
+    if (canEndRangeAt(min) && canEndRangeAt(max))
+        setExtents(TOLVAxisExtents::extentsWithMin(static_cast<double>(min), static_cast<double>(max)));
 }
 
 void TOLVAxis::zoomOutCenteredAtPoint(double point, const Rect& inRect)
@@ -371,7 +376,7 @@ void TOLVAxis::zoomOutCenteredAtPoint(double point, const Rect& inRect)
         return;
     const double t = (point - origin) / length;
     const double d = length * static_cast<double>(kZoomFraction);
-    zoom(origin - d * t, (origin + length) + (1.0 - t) * d, inRect);
+    zoomToPoints(origin - d * t, (origin + length) + (1.0 - t) * d, inRect);
 }
 
 void TOLVAxis::zoomInCenteredAtPoint(double point, const Rect& inRect)
@@ -382,7 +387,7 @@ void TOLVAxis::zoomInCenteredAtPoint(double point, const Rect& inRect)
         return;
     const double t = (point - origin) / length;
     const double d = length * static_cast<double>(kZoomFraction);
-    zoom(origin + d * t, (origin + length) - (1.0 - t) * d, inRect);
+    zoomToPoints(origin + d * t, (origin + length) - (1.0 - t) * d, inRect);
 }
 
 void TOLVAxis::zoomOutInRect(const Rect& rect)

@@ -146,6 +146,8 @@ public:
     virtual void zoomInInRect(const Rect& rect);
     virtual void zoomOutCenteredAtPoint(double point, const Rect& inRect);
     virtual void zoomInCenteredAtPoint(double point, const Rect& inRect);
+    /// Sets the range to that between the values at two coordinates, which may lie outside the rectangle; ignored when an end is no number that the axis can show.
+    void zoomToPoints(double fromPoint, double toPoint, const Rect& inRect);
 
     // Ticks and labels.
 
@@ -173,6 +175,8 @@ protected:
     void copyPropertiesInto(TOLVAxis& axis) const;
     /// Sets points and values of a mapping from the rectangle and the range, narrowed to single precision, in this order.
     void configureMapping(TOLVMapping& mapping, const Rect& rect) const;
+    /// Whether zoom and pan may end a range at the value: when it is finite.
+    [[nodiscard]] virtual bool canEndRangeAt(float value) const;
     /// The length of the rectangle along this axis, in points.
     [[nodiscard]] double lengthOfRect(const Rect& rect) const;
     /// The frame around the data area, in the colour of the graph's major line style; none around an empty area.
@@ -182,7 +186,6 @@ protected:
 
 private:
     [[nodiscard]] LabelPlacements placements(const Values& forValues, const Rect& inStrip, Labels placedBefore = {}) const;
-    void zoom(double fromPoint, double toPoint, const Rect& rect);
 
     bool m_drawsMajorLines = true;
     bool m_drawsMinorLines = true;

@@ -114,6 +114,11 @@ std::shared_ptr<TOLVMapping> TOLVLogarithmicAxis::mappingForRect(const Rect& rec
     return mapping;
 }
 
+bool TOLVLogarithmicAxis::canEndRangeAt(float value) const
+{
+    return TOLVAxis::canEndRangeAt(value) && value > 0.0F;
+}
+
 void TOLVLogarithmicAxis::updateStepsInRect(const Rect& rect)
 {
     m_minorValuesDepth = 2;

@@ -37,6 +37,8 @@ public:
     void getMajorValues(Values* majorValues, Values* minorValues) const override;
 
 protected:
+    /// Positive numbers only: a range that outgrows single precision below would leave nothing to zoom back in from.
+    [[nodiscard]] bool canEndRangeAt(float value) const override;
     void copyDepthInto(TOLVLogarithmicAxis& axis) const;
 
 private:

@@ -216,10 +216,29 @@ TEST_F(TOLVLogarithmicAxisTest, TwoHundredZoomStepsStayFiniteAndPositive)
             axis().prepareForDrawingInRect(rect);
             ASSERT_TRUE(std::isfinite(axis().extents()->min())) << step;
             ASSERT_TRUE(std::isfinite(axis().extents()->max())) << step;
-            ASSERT_GE(axis().extents()->min(), 0.0) << step;
+            ASSERT_GT(axis().extents()->min(), 0.0) << step;
             ASSERT_LE(axis().majorValues().size() + axis().minorValues().size(), 100U * 10U) << step;
         }
     }
+}
+
+TEST_F(TOLVLogarithmicAxisTest, FromTheWidestRangeItCanBeZoomedInAgain)
+{
+    const Rect rect(0.0, 0.0, 355.0, 270.0);
+    graph->zoomXToFixedMin(1.0F, 1000.0F);
+    for (int step = 0; step < 100; ++step)
+        axis().zoomOutInRect(rect);
+    EXPECT_LT(axis().extents()->min(), 1e-30);
+    EXPECT_GT(axis().extents()->max(), 1e30);
+    for (int step = 0; step < 40; ++step)
+        axis().zoomInInRect(rect);
+    EXPECT_GT(axis().extents()->min(), 1e-3);
+    EXPECT_LT(axis().extents()->max(), 1e3);
+    EXPECT_LT(axis().extents()->min(), axis().extents()->max());
+    const auto former = axis().extents()->copy();
+    // Panning below the smallest number is refused as a whole.
+    graph->offsetDisplayByX(-1e6F, 0.0F, rect);
+    EXPECT_EQ(*axis().extents(), *former);
 }
 
 } // namespace

@@ -26,10 +26,7 @@ void offsetAxis(TOLVAxis& axis, double origin, double length, float distance, co
         return;
     const float from = static_cast<float>(origin) + distance;
     const float to = static_cast<float>(origin + length) + distance;
-    const float min = axis.valueForPoint(static_cast<double>(from), dataRect);
-    const float max = axis.valueForPoint(static_cast<double>(to), dataRect);
-    if (std::isfinite(min) && std::isfinite(max))
-        axis.setExtents(TOLVAxisExtents::extentsWithMin(static_cast<double>(min), static_cast<double>(max)));
+    axis.zoomToPoints(static_cast<double>(from), static_cast<double>(to), dataRect);
 }
 
 } // namespace

@@ -1,0 +1,65 @@
+#include "AdaptiveNumberFormatter.h"
+
+#include "TickDigits.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace TOLVGraphing {
+
+namespace {
+
+/// Numbers of at most nine digits before the point, and of at most four zeros behind it, read easily.
+constexpr int kLargestPlainExponent = 9;
+constexpr int kSmallestPlainExponent = -4;
+/// Behind three zeros, steps well below a millionth are too fine. Distances of floats are not exact.
+constexpr int kLargestSmallExponent = -3;
+constexpr double kFinestPlainDistance = 0.9e-6;
+
+bool readsEasily(int exponent)
+{
+    return exponent >= kSmallestPlainExponent && exponent <= kLargestPlainExponent;
+}
+
+std::string plainText(const DecimalDigits& decimal)
+{
+    return groupedText(decimal, std::max(0, static_cast<int>(decimal.digits.size()) - decimal.exponent));
+}
+
+} // namespace
+
+AdaptiveNumberFormatter::AdaptiveNumberFormatter(std::weak_ptr<const TOLVAxis> axis)
+    : m_spacing(std::move(axis))
+{
+}
+
+bool AdaptiveNumberFormatter::writesScientifically(int exponent) const
+{
+    const auto span = m_spacing.span();
+    if (!span || !span->isEven)
+        return !readsEasily(exponent);
+    const int largest = shortestLabelDigits(std::max(std::abs(span->smallest), std::abs(span->largest))).exponent;
+    const bool isTooFine = largest <= kLargestSmallExponent && span->distance < kFinestPlainDistance;
+    return isTooFine || !readsEasily(largest) || exponent > kLargestPlainExponent;
+}
+
+std::optional<std::string> AdaptiveNumberFormatter::stringFromNumber(double number) const
+{
+    if (!std::isfinite(number))
+        return NumberFormatter::stringFromNumber(number);
+    auto decimal = digitsAmongTicks(number, m_spacing);
+    if (!decimal)
+        decimal = shortestLabelDigits(number);
+    if (decimal->digits.empty())
+        return "0";
+    const std::string text = writesScientifically(decimal->exponent) ? scientificText(*decimal) : plainText(*decimal);
+    return (std::signbit(number) ? "-" : "") + text;
+}
+
+std::shared_ptr<NumberFormatter> AdaptiveNumberFormatter::copy() const
+{
+    return std::make_shared<AdaptiveNumberFormatter>(*this);
+}
+
+} // namespace TOLVGraphing

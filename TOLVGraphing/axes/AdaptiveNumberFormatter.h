@@ -1,0 +1,34 @@
+#pragma once
+
+#include "../platform/text/NumberFormatter.h"
+#include "TickSpacing.h"
+
+namespace TOLVGraphing {
+
+/// Writes as many digits as the ticks of an axis need and no trailing zeros: steps of 0.25 give "1,000,000.25" and "1,000,000.5". Two ticks never get the same text, and what
+/// is written of a tick lies nearer to it than to any other. Values between ticks get about two digits more than ticks do, never more than their float has. Where nothing is
+/// known of the ticks, the text is the shortest one that reads back as the same float (as the same double for a number that is no float).
+///
+/// The text is plain with groups of three, as in the decimal style, where that reads easily, and scientific ("1.5×10⁻⁹", see ScientificNumberFormatter) for magnitudes from
+/// 1e9 on and below 1e-5. On an evenly scaled axis the magnitude of the largest tick decides for all values, and ticks below 1e-3 that need more than six fraction digits are
+/// scientific too; larger values beyond the ticks decide for themselves. On other axes, and without ticks, each value decides for itself.
+///
+/// Zero, and what rounds to it, is "0" whatever its sign. NaN and infinities are written as in the decimal style. The text is UTF-8 and does not depend on the process's
+/// locale.
+class AdaptiveNumberFormatter final : public NumberFormatter {
+public:
+    /// For an axis, which is referred to weakly and looked at anew for each number; none is allowed.
+    explicit AdaptiveNumberFormatter(std::weak_ptr<const TOLVAxis> axis);
+
+    [[nodiscard]] std::optional<std::string> stringFromNumber(double number) const override;
+    /// For the same axis.
+    [[nodiscard]] std::shared_ptr<NumberFormatter> copy() const override;
+
+private:
+    /// The exponent is the one of the digits that the number is written with.
+    [[nodiscard]] bool writesScientifically(int exponent) const;
+
+    TickSpacing m_spacing;
+};
+
+} // namespace TOLVGraphing

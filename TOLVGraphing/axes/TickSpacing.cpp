@@ -1,0 +1,103 @@
+#include "TickSpacing.h"
+
+#include "TOLVAxis.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace TOLVGraphing {
+
+namespace {
+
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+/// A value between two ticks is written with two digits more than they are.
+constexpr double kPartsBetweenTicks = 100.0;
+/// More than what the ends of a linear axis differ by, where the first major value may lie up to half a major step below the others and where steps near the floats' own are
+/// rounded up or down; less than two decades.
+constexpr double kLargestEvenRatio = 20.0;
+
+/// What stands next to a value among the ticks; infinite where nothing does.
+struct Neighbours {
+    float below = -kInfinity;
+    float above = kInfinity;
+    bool isTick = false;
+};
+
+Neighbours neighboursInValues(const TOLVAxis::Values& values, float value)
+{
+    const auto from = std::partition_point(values.begin(), values.end(), [value](double tick) { return static_cast<float>(tick) < value; });
+    const auto to = std::partition_point(from, values.end(), [value](double tick) { return static_cast<float>(tick) <= value; });
+    Neighbours found;
+    if (from != values.begin())
+        found.below = static_cast<float>(*std::prev(from));
+    if (to != values.end())
+        found.above = static_cast<float>(*to);
+    found.isTick = from != to;
+    return found;
+}
+
+Neighbours neighboursOnAxis(const TOLVAxis& axis, float value)
+{
+    const Neighbours major = neighboursInValues(axis.majorValues(), value);
+    const Neighbours minor = neighboursInValues(axis.minorValues(), value);
+    return {std::max(major.below, minor.below), std::min(major.above, minor.above), major.isTick || minor.isTick};
+}
+
+double distance(float from, float to)
+{
+    return static_cast<double>(to) - static_cast<double>(from);
+}
+
+/// The distance between the ticks on both sides of a value that is none, or of the nearest two; infinite or NaN where there are no two.
+double distanceAround(const TOLVAxis& axis, const Neighbours& neighbours)
+{
+    if (std::isinf(neighbours.below))
+        return distance(neighbours.above, neighboursOnAxis(axis, neighbours.above).above);
+    if (std::isinf(neighbours.above))
+        return distance(neighboursOnAxis(axis, neighbours.below).below, neighbours.below);
+    return distance(neighbours.below, neighbours.above);
+}
+
+} // namespace
+
+TickSpacing::TickSpacing(std::weak_ptr<const TOLVAxis> axis)
+    : m_axis(std::move(axis))
+{
+}
+
+std::optional<TickSpacing::Resolution> TickSpacing::resolutionForValue(double value) const
+{
+    const auto axis = m_axis.lock();
+    const auto narrowed = static_cast<float>(value);
+    if (!axis || !std::isfinite(narrowed))
+        return std::nullopt;
+    const Neighbours neighbours = neighboursOnAxis(*axis, narrowed);
+    Resolution resolution;
+    resolution.isTick = neighbours.isTick;
+    if (neighbours.isTick)
+        resolution.distance = std::min(distance(neighbours.below, narrowed), distance(narrowed, neighbours.above));
+    else
+        resolution.distance = distanceAround(*axis, neighbours) / kPartsBetweenTicks;
+    if (!(resolution.distance > 0.0) || std::isinf(resolution.distance))
+        return std::nullopt;
+    return resolution;
+}
+
+std::optional<TickSpacing::Span> TickSpacing::span() const
+{
+    const auto axis = m_axis.lock();
+    if (!axis)
+        return std::nullopt;
+    const float first = neighboursOnAxis(*axis, -kInfinity).above;
+    const float last = neighboursOnAxis(*axis, kInfinity).below;
+    if (!(first < last) || std::isinf(first) || std::isinf(last))
+        return std::nullopt;
+    const double atFirst = distance(first, neighboursOnAxis(*axis, first).above);
+    const double atLast = distance(neighboursOnAxis(*axis, last).below, last);
+    const auto [smaller, larger] = std::minmax(atFirst, atLast);
+    return Span{static_cast<double>(first), static_cast<double>(last), smaller, larger <= smaller * kLargestEvenRatio};
+}
+
+} // namespace TOLVGraphing
