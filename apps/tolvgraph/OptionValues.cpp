@@ -1,7 +1,10 @@
 #include "OptionValues.h"
 
+#include <desktop/input/CalendarDate.h>
+
 #include <TOLVGraphing/data/ColorOperations.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -50,6 +53,19 @@ std::optional<double> numberFromText(const std::string& text)
     if (error != std::errc() || parsed != end || !std::isfinite(number))
         return std::nullopt;
     return number;
+}
+
+double parseNumberOrDate(const std::string& option, const std::string& text, bool isDate)
+{
+    if (const auto number = numberFromText(text))
+        return *number;
+    if (isDate) {
+        const auto days = input::daysOfDate(text);
+        if (days && std::isfinite(*days))
+            return *days;
+        throw UsageError(option, text, "a number or a date such as 2026-11-21");
+    }
+    throw UsageError(option, text, "a number");
 }
 
 double parsePositive(const std::string& option, const std::string& text, double largest)
@@ -111,8 +127,37 @@ LinePattern parsePattern(const std::string& option, const std::string& text)
 DrawingKind parseDrawing(const std::string& option, const std::string& text)
 {
     return parseWord(option, text,
-        std::to_array<std::pair<std::string_view, DrawingKind>>(
-            {{"curve", DrawingKind::Curve}, {"plain-curve", DrawingKind::PlainCurve}, {"dotted", DrawingKind::Dotted}}));
+        std::to_array<std::pair<std::string_view, DrawingKind>>({{"curve", DrawingKind::Curve}, {"plain-curve", DrawingKind::PlainCurve}, {"dotted", DrawingKind::Dotted},
+            {"line", DrawingKind::Line}, {"bar", DrawingKind::Bar}, {"x", DrawingKind::X}, {"impulse", DrawingKind::Impulse}}));
+}
+
+AxisKind parseXAxis(const std::string& option, const std::string& text)
+{
+    return parseWord(option, text,
+        std::to_array<std::pair<std::string_view, AxisKind>>(
+            {{"linear", AxisKind::Linear}, {"log", AxisKind::Logarithmic}, {"bar", AxisKind::Bar}, {"line", AxisKind::Line}}));
+}
+
+AxisKind parseYAxis(const std::string& option, const std::string& text)
+{
+    return parseWord(option, text, std::to_array<std::pair<std::string_view, AxisKind>>({{"linear", AxisKind::Linear}, {"log", AxisKind::Logarithmic}}));
+}
+
+NumberStyle parseNumberStyle(const std::string& option, const std::string& text)
+{
+    return parseWord(option, text,
+        std::to_array<std::pair<std::string_view, NumberStyle>>({{"decimal", NumberStyle::Decimal}, {"adaptive", NumberStyle::Adaptive}, {"si", NumberStyle::SI},
+            {"scientific", NumberStyle::Scientific}, {"date", NumberStyle::Date}}));
+}
+
+std::string parseLayoutFile(const std::string& option, const std::string& text)
+{
+    constexpr std::string_view kSuffix = ".json";
+    const std::string_view end = std::string_view(text).substr(text.size() - std::min(text.size(), kSuffix.size()));
+    const auto isSame = [](char one, char other) { return (one >= 'A' && one <= 'Z' ? one - 'A' + 'a' : one) == other; };
+    if (!std::equal(end.begin(), end.end(), kSuffix.begin(), kSuffix.end(), isSame))
+        throw UsageError(option, text, "a name that ends in .json");
+    return text;
 }
 
 std::vector<std::string> parseList(const std::string& option, const std::string& text)

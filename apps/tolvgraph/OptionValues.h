@@ -27,10 +27,18 @@ public:
 [[nodiscard]] Color parseColor(const std::string& option, const std::string& text);
 [[nodiscard]] LinePattern parsePattern(const std::string& option, const std::string& text);
 [[nodiscard]] DrawingKind parseDrawing(const std::string& option, const std::string& text);
+[[nodiscard]] AxisKind parseXAxis(const std::string& option, const std::string& text);
+/// A scale of numbers: categories are for x.
+[[nodiscard]] AxisKind parseYAxis(const std::string& option, const std::string& text);
+[[nodiscard]] NumberStyle parseNumberStyle(const std::string& option, const std::string& text);
+/// A file name that ends in .json, in letters of any case.
+[[nodiscard]] std::string parseLayoutFile(const std::string& option, const std::string& text);
 /// "T,L,B,R" in points, not negative.
 [[nodiscard]] EdgeInsets parseInsets(const std::string& option, const std::string& text);
 /// The parts of a list separated by commas; no part may be empty.
 [[nodiscard]] std::vector<std::string> parseList(const std::string& option, const std::string& text);
+/// A finite number, or with `isDate` also an ISO date, as days since 1970-01-01.
+[[nodiscard]] double parseNumberOrDate(const std::string& option, const std::string& text, bool isDate);
 /// A finite number.
 [[nodiscard]] std::optional<double> numberFromText(const std::string& text);
 

@@ -23,10 +23,17 @@ constexpr const char* kDescription
 constexpr const char* kFooter = R"(FILE may be - for standard input. The first column is x and every other column of numbers a series, unless --x and --y say otherwise; a single
 column is drawn against its row number. ISO dates in the x column count as days since 1970-01-01.
 
+An axis of categories (--draw bar and --draw line bring one along) gives every row of the file the same room and names it by the x column, words or not;
+gaps stay empty. A logarithmic axis shows the samples that are greater than zero.
+
 Examples:
   tolvgraph recording.wav -o recording.png
   tolvgraph weather.csv --x date --y temp_max,temp_min --legend -o weather.pdf
   tolvgraph scope.csv --x-range -0.0001:0.0001 --marker 0 -o scope.svg -o scope.png
+  tolvgraph response.csv --x-axis log --x-range 20:20000 --x-format si -o response.svg
+  tolvgraph sales.csv --draw bar --x year --y north,south --legend -o sales.pdf
+  tolvgraph spectrum.csv --draw impulse --y-axis log --y-format scientific -o spectrum.png
+  tolvgraph scope.csv --layout scope.json
 )";
 
 /// The options' texts as they arrive, before they are understood.
@@ -37,6 +44,11 @@ struct RawOptions {
     std::string xRange;
     std::string yRange;
     std::string draw;
+    std::string xAxis;
+    std::string yAxis;
+    std::string xFormat;
+    std::string yFormat;
+    std::string layout;
     std::string colors;
     std::string patterns;
     std::string thicknesses;
@@ -59,12 +71,20 @@ void declare(CLI::App& command, Options& options, RawOptions& raw)
     command.add_option("--title", options.title, "Title above the graph")->type_name("TEXT");
     command.add_option("--x-label", options.xLabel, "Title of the x axis (default: the column's name; an empty text for none)")->type_name("TEXT");
     command.add_option("--y-label", options.yLabel, "Title of the y axis (default: the column's name where there is one series)")->type_name("TEXT");
-    command.add_option("--draw", raw.draw, "How to draw: curve (with values at markers), plain-curve, dotted (evenly spaced; default curve)")
+    command
+        .add_option("--draw", raw.draw,
+            "How to draw: curve (with values at markers), plain-curve, dotted (evenly spaced), x (crosses), impulse (lines from below), bar or line (values of categories); default curve, or as --x-axis needs it")
         ->type_name("KIND");
+    command.add_option("--x-axis", raw.xAxis, "Scale of x: linear, log, or categories with room for each row, bar or line (default linear, or as --draw needs it)")->type_name("KIND");
+    command.add_option("--y-axis", raw.yAxis, "Scale of y: linear or log (default linear)")->type_name("KIND");
+    command.add_option("--categories", options.categoryColumn, "Column of the categories' texts, numbers or words (default: that of x), or index for the row number")->type_name("COL");
+    command.add_option("--x-format", raw.xFormat, "Numbers of x: decimal, adaptive, si (2.5k), scientific, date (default adaptive, and date for dates)")->type_name("STYLE");
+    command.add_option("--y-format", raw.yFormat, "Numbers of y, likewise (default adaptive)")->type_name("STYLE");
     command.add_option("--color", raw.colors, "Colours of the series in turn, hexadecimal")->type_name("RRGGBB,...");
     command.add_option("--pattern", raw.patterns, "Line patterns of the series in turn: solid, dashed, dash-dot, dotted")->type_name("P,...");
     command.add_option("--thickness", raw.thicknesses, "Line widths of the series in turn, in points (default 1)")->type_name("T,...");
     command.add_option("--marker", options.markers, "Mark an x value; may be given several times")->type_name("VALUE")->take_all()->allow_extra_args(false);
+    command.add_option("--layout", raw.layout, "Write where everything stands, for other programs; the suffix is .json")->type_name("OUT");
     command.add_option("--margin", raw.margin, "Space around the data area in points (default: as the labels need)")->type_name("T,L,B,R");
     command.add_flag("--legend", options.legend, "Name the series below the graph");
     command.add_flag("--list-columns", options.listsColumns, "List the columns of the files instead of drawing, or before it");
@@ -86,9 +106,59 @@ double parseThickness(const std::string& option, const std::string& text)
     return parsePositive(option, text, kLargestThickness);
 }
 
+/// The kind of drawing that goes with an axis where none is asked for.
+DrawingKind usualDrawing(AxisKind xAxis)
+{
+    if (xAxis == AxisKind::Bar)
+        return DrawingKind::Bar;
+    return xAxis == AxisKind::Line ? DrawingKind::Line : DrawingKind::Curve;
+}
+
+/// The axis that goes with a kind of drawing where none is asked for.
+AxisKind usualXAxis(DrawingKind drawing)
+{
+    if (drawing == DrawingKind::Bar)
+        return AxisKind::Bar;
+    return drawing == DrawingKind::Line ? AxisKind::Line : AxisKind::Linear;
+}
+
+/// Lines need the line axis and bars need categories; a curve stands where its abscissae are, and categories do not.
+void checkDrawingOnAxis(const RawOptions& raw, const Options& options)
+{
+    if (options.drawing == DrawingKind::Line && options.xAxis != AxisKind::Line)
+        throw UsageError("--x-axis", raw.xAxis, "line, the axis that --draw line needs");
+    if (options.drawing == DrawingKind::Bar && !options.hasCategories())
+        throw UsageError("--x-axis", raw.xAxis, "bar or line, the axes that --draw bar needs");
+    if (options.hasCategories() && (options.drawing == DrawingKind::Curve || options.drawing == DrawingKind::PlainCurve))
+        throw UsageError("--draw", raw.draw, "bar, line, dotted, x or impulse with --x-axis " + raw.xAxis + ", whose categories a curve does not match");
+}
+
+/// Axes, drawing and categories, which depend on one another.
+void interpretAxes(const CLI::App& command, const RawOptions& raw, Options& options)
+{
+    const auto given = [&](const char* name) { return command.count(name) > 0; };
+    if (given("--x-axis"))
+        options.xAxis = parseXAxis("--x-axis", raw.xAxis);
+    if (given("--y-axis"))
+        options.yAxis = parseYAxis("--y-axis", raw.yAxis);
+    options.drawing = given("--draw") ? parseDrawing("--draw", raw.draw) : usualDrawing(options.xAxis);
+    if (!given("--x-axis"))
+        options.xAxis = usualXAxis(options.drawing);
+    checkDrawingOnAxis(raw, options);
+    if (options.categoryColumn && !options.hasCategories())
+        throw UsageError("--categories", *options.categoryColumn, "an axis of categories with it: --x-axis bar or line, or --draw bar or line");
+    if (given("--x-format"))
+        options.xFormat = parseNumberStyle("--x-format", raw.xFormat);
+    if (given("--y-format"))
+        options.yFormat = parseNumberStyle("--y-format", raw.yFormat);
+    if (options.xFormat && options.hasCategories())
+        throw UsageError("--x-format", raw.xFormat, "an axis of numbers with it, --x-axis linear or log: categories are texts");
+}
+
 void interpret(const CLI::App& command, const RawOptions& raw, Options& options)
 {
     const auto given = [&](const char* name) { return command.count(name) > 0; };
+    interpretAxes(command, raw, options);
     if (given("--size"))
         options.size = parseSize("--size", raw.size);
     if (given("--scale"))
@@ -99,8 +169,6 @@ void interpret(const CLI::App& command, const RawOptions& raw, Options& options)
         options.xRange = parseRange("--x-range", raw.xRange);
     if (given("--y-range"))
         options.yRange = parseRange("--y-range", raw.yRange);
-    if (given("--draw"))
-        options.drawing = parseDrawing("--draw", raw.draw);
     if (given("--color"))
         options.colors = parsedList("--color", raw.colors, &parseColor);
     if (given("--pattern"))
@@ -109,9 +177,11 @@ void interpret(const CLI::App& command, const RawOptions& raw, Options& options)
         options.thicknesses = parsedList("--thickness", raw.thicknesses, &parseThickness);
     if (given("--margin"))
         options.margin = parseInsets("--margin", raw.margin);
+    if (given("--layout"))
+        options.layout = parseLayoutFile("--layout", raw.layout);
     if (options.files.empty())
         throw UsageError("FILE", "at least one measurement file, or - for standard input");
-    if (options.outputs.empty() && !options.listsColumns)
+    if (!options.needsGraph() && !options.listsColumns)
         throw UsageError("--output", "a file to write, for example -o graph.png, or --list-columns");
     for (const std::string& output : options.outputs) {
         if (!outputKindForSuffix(output))

@@ -12,7 +12,13 @@
 namespace TOLVGraphing::app {
 
 /// How the series are drawn.
-enum class DrawingKind { Curve, PlainCurve, Dotted };
+enum class DrawingKind { Curve, PlainCurve, Dotted, Line, Bar, X, Impulse };
+
+/// What an axis shows: numbers on a linear or logarithmic scale, or categories with room for bars or for the points of lines. Categories are for x only.
+enum class AxisKind { Linear, Logarithmic, Bar, Line };
+
+/// How the numbers along an axis are written.
+enum class NumberStyle { Decimal, Adaptive, SI, Scientific, Date };
 
 /// How a line is broken up.
 enum class LinePattern { Solid, Dashed, DashDot, Dotted };
@@ -37,6 +43,11 @@ struct Options {
     std::optional<std::string> xLabel;
     std::optional<std::string> yLabel;
     DrawingKind drawing = DrawingKind::Curve;
+    AxisKind xAxis = AxisKind::Linear;
+    AxisKind yAxis = AxisKind::Linear;
+    std::optional<std::string> categoryColumn;
+    std::optional<NumberStyle> xFormat;
+    std::optional<NumberStyle> yFormat;
     std::vector<Color> colors;
     std::vector<LinePattern> patterns;
     std::vector<double> thicknesses;
@@ -44,6 +55,13 @@ struct Options {
     std::optional<EdgeInsets> margin;
     bool legend = false;
     bool listsColumns = false;
+    /// A file for the layout of the graph as text.
+    std::optional<std::string> layout;
+
+    /// The x axis shows categories; the drawing is then one that places its samples by them.
+    [[nodiscard]] bool hasCategories() const { return xAxis == AxisKind::Bar || xAxis == AxisKind::Line; }
+    /// Something of the graph is asked for, not only a list of columns.
+    [[nodiscard]] bool needsGraph() const { return !outputs.empty() || layout; }
 };
 
 /// Reads the command line. Answers the options, or the exit status when there is nothing more to do: 0 after --help and --version, 2 after a message about wrong usage.

@@ -12,6 +12,7 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -39,10 +40,23 @@ void flushOutput()
         throw std::runtime_error("standard output: cannot be written (" + std::generic_category().message(errno) + "), expected a file or device with room");
 }
 
-input::MeasurementTable readFile(const std::string& file)
+/// The texts that become categories are kept while reading; other texts only cost memory.
+input::ReadSettings readSettings(const Options& options)
+{
+    input::ReadSettings settings;
+    const std::optional<std::string>& column = options.categoryColumn ? options.categoryColumn : options.x;
+    if (!options.hasCategories() || !options.needsGraph())
+        return settings;
+    if (column)
+        settings.keptTextColumns.push_back(*column);
+    else
+        settings.keepsTextsOfFirstColumn = true;
+    return settings;
+}
+
+input::MeasurementTable readFile(const std::string& file, input::ReadSettings settings)
 {
     ProgressLine line(file);
-    input::ReadSettings settings;
     settings.progress = [&line](const input::ReadProgress& progress) {
         line.update(progress);
         return true;
@@ -64,15 +78,15 @@ std::vector<FileSeries> readSeries(const Options& options)
 {
     std::vector<FileSeries> files;
     for (const std::string& file : options.files) {
-        input::MeasurementTable table = readFile(file);
+        input::MeasurementTable table = readFile(file, readSettings(options));
         warnAboutRaggedRows(table);
         if (options.listsColumns) {
             std::cout << columnListing(table);
             flushOutput();
         }
-        if (options.outputs.empty())
+        if (!options.needsGraph())
             continue;
-        files.push_back({file, input::selectSeries(std::move(table), {options.x, options.y})});
+        files.push_back({file, input::selectSeries(std::move(table), {options.x, options.y, options.hasCategories(), options.categoryColumn})});
         for (const std::string& note : files.back().selection.notes)
             warn(file + ": " + note);
     }
@@ -93,7 +107,7 @@ void writePictures(GraphSheet& sheet, const Options& options)
 void run(const Options& options)
 {
     const std::vector<FileSeries> files = readSeries(options);
-    if (options.outputs.empty())
+    if (!options.needsGraph())
         return;
     installDesktopTextSystem();
     std::vector<std::string> notes;

@@ -217,12 +217,17 @@ void DelimitedTextReader::startTable(const TableLayout& layout)
 
 void DelimitedTextReader::keepTexts(const TableLayout& layout)
 {
+    std::vector<bool> isKept(layout.columnCount, m_settings.keepsTextsOfTextColumns);
+    for (std::size_t column = 0; column < layout.columnCount; ++column)
+        isKept[column] = isKept[column] && layout.isTextColumn[column];
+    if (m_settings.keepsTextsOfFirstColumn && layout.columnCount > 0)
+        isKept[0] = true;
+    for (const std::string& asked : m_settings.keptTextColumns) {
+        if (auto column = m_table.indexOfColumnOrNumber(asked))
+            isKept[*column] = true;
+    }
     for (std::size_t column = 0; column < layout.columnCount; ++column) {
-        const MeasurementColumn& description = m_table.columns[column];
-        const std::vector<std::string>& names = m_settings.keptTextColumns;
-        auto isAsked = [&](const std::string& name) { return std::find(names.begin(), names.end(), name) != names.end(); };
-        bool isKeptByKind = m_settings.keepsTextsOfTextColumns && layout.isTextColumn[column];
-        if (isKeptByKind || (!description.name.empty() && isAsked(description.name)) || isAsked("column " + std::to_string(column + 1)))
+        if (isKept[column])
             m_builder.keepTexts(column);
     }
 }

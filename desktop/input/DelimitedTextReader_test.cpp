@@ -288,7 +288,7 @@ TEST(DelimitedTextReader, keepsTextsOfNamedColumns)
     const char* content = "day,weather,wind\n2012-01-01,\"drizzle, \"\"light\"\"\",4\n2012-01-02,,5\n2012-01-03\n";
     EXPECT_TRUE(readContent(content).columns[1].texts.empty());
     ReadSettings settings;
-    settings.keptTextColumns = { "weather", "column 1", "nothing" };
+    settings.keptTextColumns = { "weather", "day", "nothing", "4", "0" };
     MeasurementTable table = readContent(content, settings);
     EXPECT_EQ(table.columns[0].texts, (std::vector<std::string> { "2012-01-01", "2012-01-02", "2012-01-03" }));
     EXPECT_EQ(table.columns[1].texts, (std::vector<std::string> { "drizzle, \"light\"", "", "" }));
@@ -307,6 +307,66 @@ TEST(DelimitedTextReader, keptTextsAreOfPlainRowsToo)
     MeasurementTable table = readContent("a,b\n1,2\n3,+04.0\n", settings);
     EXPECT_EQ(table.columns[1].texts, (std::vector<std::string> { "2", "+04.0" }));
     EXPECT_EQ(summary(table), "a: 1 3 | b: 2 4");
+}
+
+TEST(DelimitedTextReader, keepsTextsOfColumnsByNumberAfterTheirName)
+{
+    // Which columns keep their texts, by the column that is asked for.
+    const std::pair<const char*, const char*> cases[] = {
+        { "1", "1" },
+        { "2", "1" }, // the name goes before the number
+        { "3", "3" },
+        { "column 3", "3" },
+        { "4", "4" },
+        { "b", "4" }, // the first of that name
+        { "5", "5" },
+        { "6", "" },
+        { "0", "" },
+        { "-1", "" },
+        { "1.0", "" },
+        { "", "" },
+    };
+    for (const auto& [asked, expected] : cases) {
+        ReadSettings settings;
+        settings.keptTextColumns = { asked };
+        settings.headerRows = 1;
+        const MeasurementTable table = readContent("2,c,,b,b\n1,2,3,4,5\n6,7,8,9,0\n", settings);
+        ASSERT_EQ(table.columns.size(), 5U);
+        std::string kept;
+        for (const MeasurementColumn& column : table.columns)
+            kept += column.texts.empty() ? "" : std::to_string(column.number);
+        EXPECT_EQ(kept, expected) << asked;
+    }
+}
+
+TEST(DelimitedTextReader, keepsTextsOfTheFirstColumn)
+{
+    ReadSettings settings;
+    settings.keepsTextsOfFirstColumn = true;
+    MeasurementTable table = readContent("a,b\n1,x\n\"2\",y\n,z\n", settings);
+    EXPECT_EQ(table.columns[0].texts, (std::vector<std::string> { "1", "2", "" }));
+    EXPECT_TRUE(table.columns[1].texts.empty());
+    EXPECT_EQ(table.columns[0].values[1], 2.0F) << "the values are read all the same";
+    table = readContent("caf\xE9,1\nm\xC3\xBCsli,2\n\xB5,3\n", settings);
+    EXPECT_EQ(table.columns[0].texts, (std::vector<std::string> { "caf\xC3\xA9", "m\xC3\xBCsli", "\xC2\xB5" })) << "in UTF-8, whatever the file is in";
+}
+
+TEST(DelimitedTextReader, keepsOneTextPerRowAcrossEmptyRowsAndBlocks)
+{
+    ReadSettings settings;
+    settings.keepsTextsOfFirstColumn = true;
+    // Rows of empty fields count once a filled one follows; comments and blank lines never do.
+    std::string content = "name,v\n";
+    std::vector<std::string> expected;
+    for (int i = 0; i < 5000; ++i) {
+        content += "row " + std::to_string(i) + "," + std::to_string(i) + (i % 1000 == 7 ? "\n,\n\n# remark\n" : "\n");
+        expected.push_back("row " + std::to_string(i));
+        if (i % 1000 == 7)
+            expected.emplace_back();
+    }
+    const MeasurementTable table = readContent(content + ",\n", settings);
+    EXPECT_EQ(table.columns[0].texts, expected);
+    EXPECT_EQ(table.rowCount(), expected.size());
 }
 
 struct SettingsCase {

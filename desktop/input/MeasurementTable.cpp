@@ -106,6 +106,18 @@ std::optional<std::size_t> MeasurementTable::indexOfColumn(std::string_view name
     return byName ? byName : indexWhere([name](const MeasurementColumn& column) { return column.displayName() == name; });
 }
 
+std::optional<std::size_t> MeasurementTable::indexOfColumnOrNumber(std::string_view nameOrNumber) const
+{
+    if (const auto named = indexOfColumn(nameOrNumber))
+        return named;
+    std::size_t number = 0;
+    const char* end = nameOrNumber.data() + nameOrNumber.size();
+    const auto [parsed, error] = std::from_chars(nameOrNumber.data(), end, number);
+    if (error != std::errc() || parsed != end || number < 1 || number > columns.size())
+        return std::nullopt;
+    return number - 1;
+}
+
 std::string MeasurementTable::text() const
 {
     std::string text = sourceName + ": " + format.text();

@@ -96,6 +96,8 @@ struct MeasurementTable {
     [[nodiscard]] std::size_t rowCount() const;
     /// The index (from 0) of the first column whose name, or else whose display name, is this text.
     [[nodiscard]] std::optional<std::size_t> indexOfColumn(std::string_view name) const;
+    /// The same, or else the index of the column whose number, counted from 1, is this text.
+    [[nodiscard]] std::optional<std::size_t> indexOfColumnOrNumber(std::string_view nameOrNumber) const;
     /// The source, the format and one line per column.
     [[nodiscard]] std::string text() const;
 

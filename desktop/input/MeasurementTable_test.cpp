@@ -30,6 +30,12 @@ TEST(MeasurementTable, namesOfColumns)
     EXPECT_EQ(table.indexOfColumn("V"), 2U);
     EXPECT_EQ(table.indexOfColumn("column 3"), std::nullopt);
     EXPECT_EQ(table.indexOfColumn(""), std::nullopt);
+    EXPECT_EQ(table.indexOfColumnOrNumber("V"), 2U);
+    EXPECT_EQ(table.indexOfColumnOrNumber("4"), 3U);
+    for (const char* unknown : { "0", "5", "-1", "+1", "1.0", " 1", "1 ", "", "v", "18446744073709551617" })
+        EXPECT_EQ(table.indexOfColumnOrNumber(unknown), std::nullopt) << unknown;
+    table.columns[3].name = "1";
+    EXPECT_EQ(table.indexOfColumnOrNumber("1"), 3U) << "a name goes before a number";
     EXPECT_EQ(table.rowCount(), 1U);
     EXPECT_EQ(MeasurementTable().rowCount(), 0U);
 }

@@ -37,9 +37,11 @@ struct ReadSettings {
     /// This many lines at the start are not looked at.
     std::size_t skippedLines = 0;
 
-    /// Names (or display names, "column 3") of the columns whose field texts are kept, see MeasurementColumn::texts. A name that does not
-    /// exist is no error. Keeping texts costs 32 bytes and more per row.
+    /// Names, display names ("column 3") or numbers counted from 1 of the columns whose field texts are kept, see MeasurementColumn::texts; a
+    /// name goes before a number. What does not exist is no error. Keeping texts costs 32 bytes and more per row. Only text files have texts.
     std::vector<std::string> keptTextColumns;
+    /// Keeps the texts of the first column.
+    bool keepsTextsOfFirstColumn = false;
     /// Keeps the texts of every column whose first rows are words.
     bool keepsTextsOfTextColumns = false;
 

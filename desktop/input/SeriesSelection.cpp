@@ -2,11 +2,15 @@
 
 #include <desktop/input/MeasurementError.h>
 
+#include <TOLVGraphing/platform/text/DayDateFormatter.h>
+#include <TOLVGraphing/platform/text/NumberText.h>
 #include <TOLVMath/TOLVRealVector.h>
 
 #include <algorithm>
-#include <charconv>
+#include <array>
 #include <cmath>
+#include <functional>
+#include <limits>
 #include <map>
 #include <numeric>
 #include <utility>
@@ -18,6 +22,7 @@ namespace {
 using Vector = std::shared_ptr<const TOLVRealVector>;
 
 constexpr std::string_view kRowNumber = "index";
+constexpr const char* kRowNumberName = "sample";
 /// The most column names that an error lists.
 constexpr std::size_t kMostNamesListed = 12;
 
@@ -123,22 +128,46 @@ private:
     std::map<std::size_t, Vector> m_made;
 };
 
+/// The column that a request means; nothing for the row number.
+std::optional<std::size_t> columnOrRowNumber(const MeasurementTable& table, const std::string& nameOrNumber)
+{
+    if (nameOrNumber == kRowNumber && !table.indexOfColumn(kRowNumber))
+        return std::nullopt;
+    return requireColumn(table, nameOrNumber);
+}
+
 /// The column of the abscissae; nothing for the row number.
 std::optional<std::size_t> columnOfX(const MeasurementTable& table, const ColumnRequest& request)
 {
     if (!request.x)
         return table.columns.size() > 1 && table.columns[0].kind != ColumnKind::Text ? std::optional<std::size_t>(0) : std::nullopt;
-    if (*request.x == kRowNumber && !table.indexOfColumn(kRowNumber))
-        return std::nullopt;
-    const std::size_t index = requireColumn(table, *request.x);
-    if (!hasValues(table.columns[index])) {
+    const auto index = columnOrRowNumber(table, *request.x);
+    if (index && !hasValues(table.columns[*index])) {
         throw MeasurementError(
-            table.sourceName, 0, "no number in column " + quotedExcerpt(table.columns[index].displayName()), "expected numbers or dates for x");
+            table.sourceName, 0, "no number in column " + quotedExcerpt(table.columns[*index].displayName()), "expected numbers or dates for x");
     }
     return index;
 }
 
-std::vector<std::size_t> columnsOfY(const MeasurementTable& table, const ColumnRequest& request, std::optional<std::size_t> x)
+/// The columns that categories come from; each may be the row number.
+struct CategoryColumns {
+    std::optional<std::size_t> x;
+    std::optional<std::size_t> texts;
+};
+
+CategoryColumns categoryColumns(const MeasurementTable& table, const ColumnRequest& request)
+{
+    CategoryColumns columns;
+    if (request.x)
+        columns.x = columnOrRowNumber(table, *request.x);
+    else if (table.columns.size() > 1)
+        columns.x = 0;
+    columns.texts = request.categoryColumn ? columnOrRowNumber(table, *request.categoryColumn) : columns.x;
+    return columns;
+}
+
+/// The columns of the ordinates; `others` are taken already and only drawn where they are asked for.
+std::vector<std::size_t> columnsOfY(const MeasurementTable& table, const ColumnRequest& request, std::array<std::optional<std::size_t>, 2> others)
 {
     std::vector<std::size_t> columns;
     for (const std::string& name : request.y) {
@@ -149,7 +178,7 @@ std::vector<std::size_t> columnsOfY(const MeasurementTable& table, const ColumnR
     if (!columns.empty())
         return columns;
     for (std::size_t i = 0; i < table.columns.size(); ++i) {
-        if (i != x && table.columns[i].kind == ColumnKind::Number && hasValues(table.columns[i]))
+        if (i != others[0] && i != others[1] && table.columns[i].kind == ColumnKind::Number && hasValues(table.columns[i]))
             columns.push_back(i);
     }
     if (columns.empty())
@@ -165,29 +194,22 @@ void noteChanges(const Samples& samples, const std::string& name, const std::str
         notes.push_back(name + ": samples sorted by " + xName + ", which does not ascend in the file");
 }
 
-} // namespace
-
-std::size_t requireColumn(const MeasurementTable& table, const std::string& nameOrNumber)
+std::shared_ptr<TOLVGraphData> seriesNamed(const std::string& name, const Vector& x, const Vector& y)
 {
-    if (const auto named = table.indexOfColumn(nameOrNumber))
-        return *named;
-    std::size_t number = 0;
-    const char* end = nameOrNumber.data() + nameOrNumber.size();
-    const auto [parsed, error] = std::from_chars(nameOrNumber.data(), end, number);
-    if (error == std::errc() && parsed == end && number >= 1 && number <= table.columns.size())
-        return number - 1;
-    throw MeasurementError(table.sourceName, 0, "no column " + quotedExcerpt(nameOrNumber),
-        "expected a number from 1 to " + std::to_string(table.columns.size()) + " or one of " + listOfColumns(table));
+    auto data = TOLVGraphData::graphDataWithX(x, y, Color::blackColor());
+    data->setName(name);
+    return data;
 }
 
-SeriesSelection selectSeries(MeasurementTable&& table, const ColumnRequest& request)
+/// Series of samples: those that a curve can be drawn through.
+SeriesSelection sampleSeries(MeasurementTable& table, const ColumnRequest& request)
 {
     const auto xColumn = columnOfX(table, request);
-    const auto yColumns = columnsOfY(table, request, xColumn);
+    const auto yColumns = columnsOfY(table, request, {xColumn, std::nullopt});
     const std::size_t rows = table.rowCount();
     ColumnVectors vectors(table);
     SeriesSelection selection;
-    selection.xName = xColumn ? table.columns[*xColumn].name : "sample";
+    selection.xName = xColumn ? table.columns[*xColumn].name : kRowNumberName;
     const std::string xDisplayName = xColumn ? table.columns[*xColumn].displayName() : selection.xName;
     selection.xUnit = xColumn ? table.columns[*xColumn].unit : "";
     selection.xIsDate = xColumn && table.columns[*xColumn].kind == ColumnKind::Date;
@@ -200,13 +222,104 @@ SeriesSelection selectSeries(MeasurementTable&& table, const ColumnRequest& requ
         noteChanges(samples, name, xDisplayName, selection.notes);
         if (samples.x->length() == 0)
             continue;
-        auto data = TOLVGraphData::graphDataWithX(samples.x, samples.y, Color::blackColor());
-        data->setName(name);
-        selection.series.push_back({std::move(data), table.columns[column].name, table.columns[column].unit});
+        selection.series.push_back({seriesNamed(name, samples.x, samples.y), table.columns[column].name, table.columns[column].unit});
     }
     if (selection.series.empty())
         throw MeasurementError(table.sourceName, 0, "no sample with a number in both x and y", "expected at least one");
     return selection;
+}
+
+/// The texts of the categories; those that the file has are moved out of the table.
+std::vector<std::string> categoryTexts(MeasurementTable& table, std::optional<std::size_t> column)
+{
+    if (column && !table.columns[*column].texts.empty())
+        return std::move(table.columns[*column].texts);
+    std::vector<std::string> texts;
+    for (std::size_t row = 0; row < table.rowCount(); ++row) {
+        if (!column) {
+            texts.push_back(std::to_string(row));
+            continue;
+        }
+        const float value = table.columns[*column].values[row];
+        if (std::isnan(value))
+            texts.emplace_back();
+        else if (table.columns[*column].kind == ColumnKind::Date)
+            texts.push_back(DayDateFormatter().stringFromNumber(static_cast<double>(value)).value_or(""));
+        else
+            texts.push_back(shortestText(value));
+    }
+    return texts;
+}
+
+/// Abscissae that tell the categories apart: finite, and each greater than the one before.
+bool tellCategoriesApart(const std::vector<float>& values)
+{
+    const bool areFinite = std::all_of(values.begin(), values.end(), [](float value) { return std::isfinite(value); });
+    return areFinite && std::adjacent_find(values.begin(), values.end(), std::greater_equal<>()) == values.end();
+}
+
+/// Makes gaps of infinite values, which no axis shows. Answers how many gaps there are.
+std::size_t leaveEmptyWhereNotFinite(std::vector<float>& values)
+{
+    std::size_t gaps = 0;
+    for (float& value : values) {
+        if (std::isfinite(value))
+            continue;
+        value = std::numeric_limits<float>::quiet_NaN();
+        ++gaps;
+    }
+    return gaps;
+}
+
+std::string leftEmptyNote(const std::string& name, std::size_t gaps)
+{
+    return name + ": " + std::to_string(gaps) + (gaps == 1 ? " row without a number is left empty" : " rows without a number are left empty");
+}
+
+/// Series in which sample i belongs to row i.
+SeriesSelection categorySeries(MeasurementTable& table, const ColumnRequest& request)
+{
+    const std::size_t rows = table.rowCount();
+    if (rows > kMaximumCategoryCount)
+        throw MeasurementError(table.sourceName, 0, std::to_string(rows) + " rows to draw as categories", "expected at most " + std::to_string(kMaximumCategoryCount));
+    const CategoryColumns columns = categoryColumns(table, request);
+    const auto yColumns = columnsOfY(table, request, {columns.x, columns.texts});
+    const bool usesX = columns.x && tellCategoriesApart(table.columns[*columns.x].values);
+    SeriesSelection selection;
+    selection.xName = columns.texts ? table.columns[*columns.texts].name : kRowNumberName;
+    selection.xUnit = columns.texts ? table.columns[*columns.texts].unit : "";
+    selection.xIsDate = usesX && table.columns[*columns.x].kind == ColumnKind::Date;
+    selection.categoryTexts = categoryTexts(table, columns.texts);
+    ColumnVectors vectors(table);
+    const Vector x = usesX ? vectors.vector(*columns.x) : TOLVRealVector::vectorWithComponents(rowNumbers(rows));
+    std::map<std::size_t, std::size_t> gapCounts;
+    for (const std::size_t column : yColumns) {
+        if (!gapCounts.contains(column))
+            gapCounts[column] = leaveEmptyWhereNotFinite(table.columns[column].values);
+        const std::string name = table.columns[column].displayName();
+        if (gapCounts[column] > 0)
+            selection.notes.push_back(leftEmptyNote(name, gapCounts[column]));
+        if (gapCounts[column] < rows)
+            selection.series.push_back({seriesNamed(name, x, vectors.vector(column)), table.columns[column].name, table.columns[column].unit});
+    }
+    if (selection.series.empty())
+        throw MeasurementError(table.sourceName, 0, "no row with a finite number to draw", "expected at least one");
+    return selection;
+}
+
+} // namespace
+
+std::size_t requireColumn(const MeasurementTable& table, const std::string& nameOrNumber)
+{
+    if (const auto index = table.indexOfColumnOrNumber(nameOrNumber))
+        return *index;
+    throw MeasurementError(table.sourceName, 0, "no column " + quotedExcerpt(nameOrNumber),
+        "expected a number from 1 to " + std::to_string(table.columns.size()) + " or one of " + listOfColumns(table));
+}
+
+SeriesSelection selectSeries(MeasurementTable&& table, const ColumnRequest& request)
+{
+    return request.categories ? categorySeries(table, request) : sampleSeries(table, request);
 }
 
 } // namespace TOLVGraphing::input

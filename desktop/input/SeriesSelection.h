@@ -4,6 +4,7 @@
 
 #include <TOLVGraphing/data/TOLVGraphData.h>
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,12 +12,20 @@
 
 namespace TOLVGraphing::input {
 
+/// The most rows of a table that is drawn by categories. More is an error: no sheet has room for them.
+inline constexpr std::size_t kMaximumCategoryCount = 1'000'000;
+
 /// Which columns of a table become series. A column is named by its name, by its display name ("column 3") or by its number counted from 1; a name goes before a number.
 struct ColumnRequest {
-    /// The abscissae; "index" stands for the row number counted from 0. Nothing: the first column when the table has others and this one is not words, else the row number.
+    /// The abscissae; "index" stands for the row number counted from 0. Nothing: the first column when the table has others and this one is not words, else the row number. With categories also words:
+    /// the row number then stands in for them.
     std::optional<std::string> x;
-    /// The ordinates, one series each. Empty: every column of numbers but the abscissae.
+    /// The ordinates, one series each. Empty: every column of numbers but the abscissae and the categories' texts.
     std::vector<std::string> y;
+    /// Every row is a category, for an axis that gives each the same room.
+    bool categories = false;
+    /// The column of the categories' texts, "index" for the row number. Nothing: that of x.
+    std::optional<std::string> categoryColumn = std::nullopt;
 };
 
 /// A series made from two columns. The line style is the library's default; the series' name is the column's, or "column 3" where it has none.
@@ -30,19 +39,24 @@ struct SelectedSeries {
 /// The series of one table.
 struct SeriesSelection {
     std::vector<SelectedSeries> series;
-    /// The abscissae's name and unit as the file states them; the name is "sample" where the row number stands in.
+    /// The abscissae's name and unit as the file states them; the name is "sample" where the row number stands in. With categories those of the column of their texts.
     std::string xName;
     std::string xUnit;
     /// The abscissae are days since 1970-01-01.
     bool xIsDate = false;
-    /// What the user should know about the data: samples left out or sorted. Each is a sentence without the file's name.
+    /// One text per row where categories were asked for, else none. They are those of the file where the table kept them; otherwise numbers in their shortest form, ISO dates, and empty texts for gaps.
+    std::vector<std::string> categoryTexts;
+    /// What the user should know about the data: samples left out, left empty or sorted. Each is a sentence without the file's name.
     std::vector<std::string> notes;
 };
 
 /// Makes series of a table, whose values are moved out. Samples whose abscissa or ordinate is not a finite number are left out, and where the abscissae do not ascend the samples are sorted by them, because
 /// a curve needs both; each is noted. Series of one table share their abscissae where no sample had to be left out.
 ///
-/// Throws MeasurementError when a column does not exist, or when no column to draw has a number.
+/// With categories nothing is left out or sorted, so that sample i of every series belongs to row i: an ordinate that is not a finite number becomes NaN, which is noted. The abscissae are shared by all series; they are
+/// the x column's values where these are finite and each is greater than the one before, and the row numbers otherwise.
+///
+/// Throws MeasurementError when a column does not exist, when no column to draw has a number, or when there are more categories than kMaximumCategoryCount.
 [[nodiscard]] SeriesSelection selectSeries(MeasurementTable&& table, const ColumnRequest& request);
 
 /// The index (from 0) of the column that a name or number means. Throws MeasurementError naming the table's columns when there is none.

@@ -1,0 +1,55 @@
+#include "TickFormats.h"
+
+#include "Categories.h"
+#include "Scale.h"
+
+#include <TOLVGraphing/axes/AdaptiveNumberFormatter.h>
+#include <TOLVGraphing/axes/SINumberFormatter.h>
+#include <TOLVGraphing/axes/ScientificNumberFormatter.h>
+#include <TOLVGraphing/graph/TOLVGraph.h>
+#include <TOLVGraphing/platform/text/DayDateFormatter.h>
+
+#include <cmath>
+#include <memory>
+
+namespace TOLVGraphing::app {
+
+namespace {
+
+std::shared_ptr<const NumberFormatter> formatterForAxis(NumberStyle style, const std::shared_ptr<const TOLVAxis>& axis)
+{
+    switch (style) {
+    case NumberStyle::Decimal: break;
+    case NumberStyle::Adaptive: return std::make_shared<AdaptiveNumberFormatter>(axis);
+    case NumberStyle::SI: return std::make_shared<SINumberFormatter>(axis);
+    case NumberStyle::Scientific: return std::make_shared<ScientificNumberFormatter>(axis);
+    case NumberStyle::Date: return std::make_shared<DayDateFormatter>();
+    }
+    return std::make_shared<NumberFormatter>();
+}
+
+/// Major values stand on powers of ten only; where few of them are in range, minor values are labelled as well.
+bool areMajorValuesFew(const TOLVAxisExtents& range, const Scale& scale)
+{
+    constexpr double kFewDecades = 4.0;
+    constexpr double kFewMajorSteps = 4.0;
+    const double length = scale.length({range.min(), range.max()});
+    return scale.isLogarithmic() ? length < kFewDecades : length < kFewMajorSteps * std::pow(10.0, std::floor(std::log10(length)));
+}
+
+} // namespace
+
+void setTickFormats(TOLVGraph& graph, const Options& options, bool xIsDate, const Categories* categories)
+{
+    const auto& horizontal = graph.horizontalAxis();
+    const auto& vertical = graph.verticalAxis();
+    if (categories)
+        horizontal->setTickLabelFormatter(std::make_shared<CategoryFormatter>(*categories));
+    else
+        horizontal->setTickLabelFormatter(formatterForAxis(options.xFormat.value_or(xIsDate ? NumberStyle::Date : NumberStyle::Adaptive), horizontal));
+    vertical->setTickLabelFormatter(formatterForAxis(options.yFormat.value_or(NumberStyle::Adaptive), vertical));
+    horizontal->setDrawsMinorLabels(areMajorValuesFew(*horizontal->extents(), Scale(options.xAxis)));
+    vertical->setDrawsMinorLabels(areMajorValuesFew(*vertical->extents(), Scale(options.yAxis)));
+}
+
+} // namespace TOLVGraphing::app

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Options.h"
+#include "Scale.h"
+
+#include <string>
+#include <vector>
+
+namespace TOLVGraphing {
+class TOLVGraph;
+}
+
+namespace TOLVGraphing::app {
+
+// The parts of the data that the axes show: as the options say, and elsewhere fitted to the graph's series, with the room that the kind of drawing needs. On a logarithmic axis the samples that are
+// greater than zero count. Each throws UsageError for an end that cannot be understood, an empty range, and a logarithmic axis without anything to show.
+
+/// `xIsDate` allows dates as ends. `notes` receives a sentence where the axis cannot tell where the samples are.
+[[nodiscard]] Range visibleXRange(const TOLVGraph& graph, const Options& options, bool xIsDate, std::vector<std::string>& notes);
+[[nodiscard]] Range visibleYRange(const TOLVGraph& graph, const Options& options);
+
+/// Gives each curve of the graph, whose x range is set, a sample behind its last one. A curve draws a pixel column when the next one begins, so the last sample of a short series would be missing; the further one, with
+/// the same ordinate, begins that column and is not drawn itself. Does nothing for other kinds of drawing.
+void completeCurves(TOLVGraph& graph, const Options& options);
+
+} // namespace TOLVGraphing::app
