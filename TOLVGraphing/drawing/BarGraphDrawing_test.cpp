@@ -2,6 +2,7 @@
 
 #include "../axes/TOLVBarAxis.h"
 #include "../graph/TOLVGraph.h"
+#include "../platform/foundation/Exception.h"
 
 #include <TOLVMath/TOLVRealVector.h>
 #include <tests/support/ChangingSamples.h>
@@ -218,6 +219,14 @@ TEST_F(BarGraphDrawingTest, WithoutAGraphOrAContextNothingIsDrawn)
     add({1.0F}, {10.0F});
     EXPECT_TRUE(linesDrawn([] { BarGraphDrawing().drawGraph(nullptr, kRect); }).empty());
     EXPECT_NO_THROW(BarGraphDrawing().drawGraph(graph, kRect));
+}
+
+TEST_F(BarGraphDrawingTest, TheStateIsRestoredWhenAnAxisThrows)
+{
+    add({1.0F}, {10.0F});
+    // An axis of the base class has no positions.
+    graph->setVerticalAxis(std::make_shared<TOLVAxis>());
+    EXPECT_EQ(linesDrawn([&] { EXPECT_THROW(BarGraphDrawing().drawGraph(graph, kRect), UnrecognizedOperation); }).back(), "restore");
 }
 
 TEST_F(BarGraphDrawingTest, TheAxisOfTheGraphPlaysNoPart)

@@ -12,6 +12,7 @@
 
 #include <limits>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,22 @@ class PositiveFormatter final : public NumberFormatter {
 public:
     std::optional<std::string> stringFromNumber(double number) const override { return number < 0.0 ? std::nullopt : std::optional<std::string>("x"); }
     std::shared_ptr<NumberFormatter> copy() const override { return std::make_shared<PositiveFormatter>(); }
+};
+
+/// A text system that throws from some question on: after the texts have been placed, while they are drawn.
+class FailingTextSystem final : public TextSystem {
+public:
+    explicit FailingTextSystem(int questions) : m_questionsLeft(questions) {}
+    [[nodiscard]] Size size(const AttributedString&) const override
+    {
+        if (m_questionsLeft-- == 0)
+            throw std::runtime_error("no metrics");
+        return {10.0, 10.0};
+    }
+    [[nodiscard]] double ascender(const Font&) const override { return 8.0; }
+
+private:
+    mutable int m_questionsLeft;
 };
 
 /// A graph over categories whose y range is the height of the data area in points.
@@ -320,6 +337,18 @@ TEST_F(LineGraphDrawingTest, WithoutAGraphOrAContextNothingIsDrawn)
     addFour({10.0F, 20.0F, 30.0F, 40.0F});
     EXPECT_TRUE(linesDrawn([&] { drawing.drawGraph(nullptr, kRect); }).empty());
     EXPECT_NO_THROW(drawing.drawGraph(graph, kRect));
+}
+
+TEST_F(LineGraphDrawingTest, TheStateIsRestoredWhenATextCannotBeMeasured)
+{
+    addFour({10.0F, 20.0F, 30.0F, 40.0F});
+    graph->prepareForDrawingInRect(kRect);
+    // Four texts are measured to place them, and again to draw them.
+    for (int questions = 0; questions < 8; ++questions) {
+        const TextSystemScope failing(std::make_shared<FailingTextSystem>(questions));
+        const Lines lines = linesDrawn([&] { EXPECT_THROW(drawing.drawGraph(graph, kRect), std::runtime_error) << questions; });
+        EXPECT_EQ(linesWith(lines, "text").size(), questions < 4 ? 0U : static_cast<std::size_t>(questions) - 4U) << questions;
+    }
 }
 
 TEST_F(LineGraphDrawingTest, OneStrategyServesSeveralGraphs)

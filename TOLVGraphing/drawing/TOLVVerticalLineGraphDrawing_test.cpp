@@ -1,6 +1,7 @@
 #include "TOLVVerticalLineGraphDrawing.h"
 
 #include "../graph/TOLVGraph.h"
+#include "../platform/foundation/Exception.h"
 
 #include <TOLVMath/TOLVRealVector.h>
 #include <tests/support/DrawnLines.h>
@@ -120,6 +121,14 @@ TEST_F(TOLVVerticalLineGraphDrawingTest, SeriesWithoutSamplesAreSkipped)
     graph->addGraphData(TOLVGraphData::graphDataWithX(nullptr, TOLVRealVector::vectorWithComponents({1.0F}), Color::blackColor()));
     add({}, {});
     EXPECT_TRUE(lines().empty());
+}
+
+TEST_F(TOLVVerticalLineGraphDrawingTest, TheStateIsRestoredWhenAnAxisThrows)
+{
+    add({10.0F}, {20.0F});
+    // An axis of the base class has no positions.
+    graph->setVerticalAxis(std::make_shared<TOLVAxis>());
+    EXPECT_EQ(linesDrawn([&] { EXPECT_THROW(TOLVVerticalLineGraphDrawing().drawGraph(graph, kRect), UnrecognizedOperation); }).back(), "restore");
 }
 
 TEST_F(TOLVVerticalLineGraphDrawingTest, WithoutAGraphOrAContextNothingIsDrawn)

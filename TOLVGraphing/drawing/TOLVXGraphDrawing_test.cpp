@@ -1,6 +1,7 @@
 #include "TOLVXGraphDrawing.h"
 
 #include "../graph/TOLVGraph.h"
+#include "../platform/foundation/Exception.h"
 
 #include <TOLVMath/TOLVRealVector.h>
 #include <tests/support/ChangingSamples.h>
@@ -127,6 +128,14 @@ TEST_F(TOLVXGraphDrawingTest, WithoutAnAxisPositionsAreZero)
     add({10.0F}, {20.0F});
     graph->setHorizontalAxis(nullptr);
     EXPECT_EQ(linesWith(drawn(), "stroke"), (Lines{"stroke M -4 16 L 4 24 M -4 24 L 4 16"}));
+}
+
+TEST_F(TOLVXGraphDrawingTest, TheStateIsRestoredWhenAnAxisThrows)
+{
+    add({10.0F}, {20.0F});
+    // An axis of the base class has no positions.
+    graph->setVerticalAxis(std::make_shared<TOLVAxis>());
+    EXPECT_EQ(linesDrawn([&] { EXPECT_THROW(TOLVXGraphDrawing().drawGraph(graph, kRect), UnrecognizedOperation); }).back(), "restore");
 }
 
 TEST_F(TOLVXGraphDrawingTest, WithoutAGraphOrAContextNothingIsDrawn)
