@@ -611,6 +611,14 @@ TEST_F(TOLVBarAxisTest, PlacesThatAreNotFiniteAreNotDrawn)
     EXPECT_TRUE(linesDrawn([&] { axis().drawTickLabelsInRect(rect); }).empty());
 }
 
+TEST_F(TOLVBarAxisTest, AnAxisThatWasNeverPreparedHasNoLabels)
+{
+    add({1.0F, 2.0F, 3.0F});
+    axis().setTickLabels(lettersTo(3));
+    for (const double width : {400.0, 20.0, 10.0, 0.0, -400.0})
+        EXPECT_TRUE(linesDrawn([&] { axis().drawTickLabelsInRect({0.0, 0.0, width, 100.0}); }).empty()) << width;
+}
+
 TEST_F(TOLVBarAxisTest, WithoutAGraphOrSeriesThereAreNoLabels)
 {
     TOLVBarAxis alone;
