@@ -13,7 +13,7 @@
 namespace TOLVGraphing::input {
 
 /// The most rows of a table that is drawn by categories. More is an error: no sheet has room for them.
-inline constexpr std::size_t kMaximumCategoryCount = 1'000'000;
+inline constexpr std::size_t kMaximumCategoryCount = 100'000;
 
 /// Which columns of a table become series. A column is named by its name, by its display name ("column 3") or by its number counted from 1; a name goes before a number.
 struct ColumnRequest {
