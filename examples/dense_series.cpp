@@ -23,13 +23,13 @@ Picture denseSeries()
         seconds[i] = static_cast<float>(t);
         level[i] = static_cast<float>((0.45 + 0.35 * std::sin(1.9 * t)) * noise + 0.2 * std::sin(0.63 * t));
     }
-    // One sample each, two thousand samples to a column and more: they are drawn all the same.
+    // One sample each, among four thousand of a column: they are drawn all the same.
     level[640'000] = 1.4F;
     level[1'450'000] = -1.5F;
 
     const auto graph = TOLVGraph::graph();
-    graph->addGraphData(TOLVGraphData::graphDataWithX(
-        TOLVRealVector::vectorWithComponents(std::move(seconds)), TOLVRealVector::vectorWithComponents(std::move(level)), Color(0.0, 0.45, 0.7)));
+    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(seconds)),
+        TOLVRealVector::vectorWithComponents(std::move(level)), TOLVLineStyle::solidLineWithColor(Color(0.0, 0.45, 0.7), 1.5)));
     graph->setDrawingStrategy(std::make_shared<TOLVCurveGraphDrawing>());
     graph->zoomXToFixedMin(0.0F, 10.0F);
     graph->zoomYToFixedMin(-1.6, 1.6);

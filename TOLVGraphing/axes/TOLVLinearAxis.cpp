@@ -20,7 +20,11 @@ const ArchiveClassRegistration registration("TOLVLinearAxis", &TOLVLinearAxis::i
 TOLVAxis::Values multiplesOfStep(double step, double min, double max)
 {
     TOLVAxis::Values values;
-    auto v = static_cast<float>(step * static_cast<double>(std::rint(static_cast<float>(min / step))));
+    const auto first = static_cast<double>(std::rint(static_cast<float>(min / step)));
+    auto v = static_cast<float>(step * first);
+    // The multiple nearest to the lower end may lie below the smallest float; the next one does not.
+    if (std::isinf(v))
+        v = static_cast<float>(step * (first + 1.0));
     while (max >= static_cast<double>(v) && values.size() < kMaximumValueCount) {
         values.push_back(static_cast<double>(std::rint(static_cast<float>(static_cast<double>(v) / step))) * step);
         const auto next = static_cast<float>(static_cast<double>(v) + step);

@@ -293,6 +293,18 @@ TEST_F(TOLVLinearAxisTest, TwoHundredZoomStepsStayFiniteAndShort)
     }
 }
 
+TEST_F(TOLVLinearAxisTest, AtTheEndOfTheNumbersEveryTickIsANumber)
+{
+    graph->zoomXToFixedMin(-3.3e38F, 6e36F);
+    axis().prepareForDrawingInRect({0.0, 0.0, 50.0, 10.0});
+    EXPECT_EQ(axis().majorStep(), static_cast<double>(1e38F));
+    EXPECT_EQ(axis().minorStep(), static_cast<double>(1e38F) / 2.0);
+    EXPECT_EQ(axis().majorValues().size(), 4U);
+    EXPECT_EQ(axis().minorValues().size(), 3U);
+    for (const double value : axis().minorValues())
+        EXPECT_TRUE(std::isfinite(value));
+}
+
 TEST_F(TOLVLinearAxisTest, TheOrdinaryZoomThatOutrunsTheNumbersStillHasAnEnd)
 {
     const Rect rect(0.0, 0.0, 355.0, 270.0);

@@ -9,7 +9,7 @@ namespace TOLVGraphing {
 
 /// The digits of a number's magnitude that its axis asks for, without trailing zeros; the number is finite. A tick gets as few digits as tell it from all other ticks and give
 /// its own value to a thousandth of their distance; where ticks are hardly further apart than floats are, the noise of their last bit is not written. What is written of a
-/// tick always lies nearer to it than to any other one; where a major and a minor value that should be one are neighbouring floats, that takes all digits of one of them. Any
+/// tick always lies nearer to it than to any other one. Any
 /// other value is rounded to the place of its resolution, and none gets more digits than its float has.
 ///
 /// Nothing where the spacing knows no resolution for the number.

@@ -50,6 +50,29 @@ double distance(float from, float to)
     return static_cast<double>(to) - static_cast<double>(from);
 }
 
+/// A major and a minor value that should be one may come out as neighbouring floats. A neighbour of a tick is the tick itself when it is that close and the others, at the given distance, are far away.
+bool isTwin(float tick, float neighbour, double others)
+{
+    constexpr float kTwinTolerance = 4.0F * std::numeric_limits<float>::epsilon();
+    constexpr double kFarAway = 100.0;
+    const double near = std::abs(distance(tick, neighbour));
+    return near <= static_cast<double>(std::abs(tick) * kTwinTolerance) && std::isfinite(others) && others >= kFarAway * near;
+}
+
+/// The distance from a tick to the nearest other one; infinite without any.
+double distanceToNearest(const TOLVAxis& axis, float tick, const Neighbours& neighbours)
+{
+    const double toBelow = distance(neighbours.below, tick);
+    const double toAbove = distance(tick, neighbours.above);
+    const double beyondBelow = distance(neighboursOnAxis(axis, neighbours.below).below, tick);
+    const double beyondAbove = distance(tick, neighboursOnAxis(axis, neighbours.above).above);
+    if (isTwin(tick, neighbours.below, std::min(beyondBelow, toAbove)))
+        return std::min(beyondBelow, toAbove);
+    if (isTwin(tick, neighbours.above, std::min(beyondAbove, toBelow)))
+        return std::min(beyondAbove, toBelow);
+    return std::min(toBelow, toAbove);
+}
+
 /// The distance between the ticks on both sides of a value that is none, or of the nearest two; infinite or NaN where there are no two.
 double distanceAround(const TOLVAxis& axis, const Neighbours& neighbours)
 {
@@ -77,7 +100,7 @@ std::optional<TickSpacing::Resolution> TickSpacing::resolutionForValue(double va
     Resolution resolution;
     resolution.isTick = neighbours.isTick;
     if (neighbours.isTick)
-        resolution.distance = std::min(distance(neighbours.below, narrowed), distance(narrowed, neighbours.above));
+        resolution.distance = distanceToNearest(*axis, narrowed, neighbours);
     else
         resolution.distance = distanceAround(*axis, neighbours) / kPartsBetweenTicks;
     if (!(resolution.distance > 0.0) || std::isinf(resolution.distance))

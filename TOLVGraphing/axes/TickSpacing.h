@@ -9,7 +9,7 @@ class TOLVAxis;
 
 /// How far apart an axis's tick values stand, which is what decides how exactly its labels, callouts and badges are written. The ticks are the major and minor values of the
 /// axis's last preparation together, ascending as the axis lists them, each narrowed to single precision, because labels are made of floats; equal ones count once and those
-/// that are not finite not at all.
+/// that are not finite not at all. Two ticks that lie within a few units in the last place of each other, and a hundred times further from the others, count as one: they stand at one place.
 ///
 /// The axis is referred to weakly and looked at anew by each question. A question takes a time logarithmic in the number of ticks and no memory. Distances are in data units.
 class TickSpacing {

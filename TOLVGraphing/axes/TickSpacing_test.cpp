@@ -117,15 +117,29 @@ TEST(TickSpacing, TicksThatAreNotFiniteDoNotCount)
 
 TEST(TickSpacing, TheEndsOfTheFloatsAreOrdinaryTicks)
 {
-    const double nextLargest = static_cast<double>(std::nextafter(std::numeric_limits<float>::max(), 0.0F));
-    expectResolutions(axisWithTicks({-kLargestFloat, 0.0, kSmallestFloat, nextLargest, kLargestFloat}),
+    const double half = kLargestFloat / 2.0;
+    expectResolutions(axisWithTicks({-kLargestFloat, 0.0, kSmallestFloat, half, kLargestFloat}),
         {
             {-kLargestFloat, kLargestFloat, true},
             {0.0, kSmallestFloat, true},
             {kSmallestFloat, kSmallestFloat, true},
-            {kLargestFloat, kLargestFloat - nextLargest, true},
+            {kLargestFloat, half, true},
             {-1.0, kLargestFloat / 100.0, false},
         });
+}
+
+TEST(TickSpacing, NeighbouringFloatsFarFromTheOthersAreOneTick)
+{
+    const double twin = static_cast<double>(std::nextafter(11.0F, 12.0F));
+    for (const bool majorIsBelow : {true, false}) {
+        const auto axis = axisWithTicks({10.0, majorIsBelow ? 11.0 : twin, 12.0}, {10.5, majorIsBelow ? twin : 11.0, 11.5});
+        expectResolutions(axis, {{11.0, 0.5, true}, {twin, twin - 10.5 < 0.5 ? twin - 10.5 : 11.5 - twin, true}, {11.5, 11.5 - twin, true}});
+    }
+    // At the end of the ticks too; but two ticks alone, or many that stand as close, are ticks of their own.
+    expectResolutions(axisWithTicks({10.0, 11.0, twin}), {{11.0, 1.0, true}, {twin, twin - 10.0, true}});
+    expectResolutions(axisWithTicks({11.0, twin}), {{11.0, twin - 11.0, true}, {twin, twin - 11.0, true}});
+    const double third = static_cast<double>(std::nextafter(std::nextafter(11.0F, 12.0F), 12.0F));
+    expectResolutions(axisWithTicks({11.0, twin, third}), {{11.0, twin - 11.0, true}, {twin, twin - 11.0, true}});
 }
 
 TEST(TickSpacing, NothingIsKnownOfValuesThatAreNoFiniteFloats)

@@ -1,7 +1,12 @@
+#include "../axes/TOLVLineAxis.h"
 #include "../axes/TOLVLinearAxis.h"
 #include "../axes/TOLVLogarithmicAxis.h"
+#include "../drawing/BarGraphDrawing.h"
 #include "../drawing/CurveGraphDrawing.h"
+#include "../drawing/LineGraphDrawing.h"
 #include "../drawing/TOLVDottedCurveGraphDrawing.h"
+#include "../drawing/TOLVVerticalLineGraphDrawing.h"
+#include "../drawing/TOLVXGraphDrawing.h"
 #include "../platform/graphics/NullContext.h"
 #include "TOLVGraph.h"
 
@@ -91,6 +96,32 @@ protected:
         }
     }
 
+    /// The same for graphs over categories, whose ranges say which samples and values are visible.
+    template <typename Operation>
+    void forEachCategorySetup(Operation operation)
+    {
+        const std::shared_ptr<TOLVGraphDrawing> strategies[] = {std::make_shared<BarGraphDrawing>(), std::make_shared<LineGraphDrawing>(),
+            std::make_shared<TOLVXGraphDrawing>(), std::make_shared<TOLVVerticalLineGraphDrawing>(), std::make_shared<CurveGraphDrawing>()};
+        for (const bool vertical : {false, true}) {
+            const auto axis = std::make_shared<TOLVLineAxis>();
+            axis->setTickLabels({{"one", "two", "three", "four", "five", "six", "seven"}});
+            graph->setHorizontalAxis(axis);
+            if (vertical)
+                graph->setVerticalAxis(axis);
+            for (const auto& strategy : strategies) {
+                graph->setDrawingStrategy(strategy);
+                for (const auto& x : kRanges) {
+                    for (const auto& y : {kRanges[0], kRanges[5]}) {
+                        graph->extents()->setX(TOLVAxisExtents::extentsWithMin(x[0], x[1]));
+                        graph->extents()->setY(TOLVAxisExtents::extentsWithMin(y[0], y[1]));
+                        SCOPED_TRACE(toString(*graph->extents()));
+                        operation();
+                    }
+                }
+            }
+        }
+    }
+
     std::shared_ptr<TOLVGraph> graph = TOLVGraph::graph();
 };
 
@@ -117,6 +148,37 @@ TEST_F(TOLVGraphRobustnessTest, RectanglesThatAreNotFiniteEndToo)
     forEachSetup([&](auto) {
         for (const Rect& rect : kInfiniteRects)
             ASSERT_LE(linesDrawn([&] { graph->drawInRect(rect); }).size(), kMostLines) << toString(rect);
+    });
+}
+
+TEST_F(TOLVGraphRobustnessTest, GraphsOverCategoriesDrawABoundedNumberOfFiniteThings)
+{
+    forEachCategorySetup([&] {
+        for (const Rect& rect : kFiniteRects) {
+            const Lines lines = linesDrawn([&] { graph->drawInRect(rect); });
+            ASSERT_LE(lines.size(), kMostLines) << toString(rect);
+            for (const std::string& line : lines)
+                ASSERT_TRUE(isFinite(line)) << toString(rect) << ": " << line;
+        }
+        for (const Rect& rect : kInfiniteRects)
+            ASSERT_LE(linesDrawn([&] { graph->drawInRect(rect); }).size(), kMostLines) << toString(rect);
+    });
+}
+
+TEST_F(TOLVGraphRobustnessTest, InteractionsOverCategoriesLeaveRangesFinite)
+{
+    forEachCategorySetup([&] {
+        for (const Rect& rect : {kFiniteRects[0], kFiniteRects[1], kFiniteRects[4], kFiniteRects[5], kFiniteRects[8], kInfiniteRects[1], kInfiniteRects[2]}) {
+            const TOLVAxisExtents& x = *graph->extents()->x();
+            const bool wasFinite = std::isfinite(x.min()) && std::isfinite(x.max());
+            graph->prepareForDrawingInRect(rect);
+            graph->zoomInXInRect(rect);
+            graph->zoomOutXCenteredAtPoint(30.0F, rect);
+            graph->offsetDisplayByX(-40.0F, 3e38F, rect);
+            graph->placeHorizontalAxisMarkerAtPoint(30.0, rect);
+            graph->removeMarkersAtIndexes({graph->countOfMarkers() - 1});
+            ASSERT_TRUE(!wasFinite || (std::isfinite(graph->extents()->x()->min()) && std::isfinite(graph->extents()->x()->max()))) << toString(rect);
+        }
     });
 }
 

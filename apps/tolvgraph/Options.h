@@ -55,7 +55,7 @@ struct Options {
     std::optional<EdgeInsets> margin;
     bool legend = false;
     bool listsColumns = false;
-    /// A file for the layout of the graph as text.
+    /// A file for the layout of the graph as JSON.
     std::optional<std::string> layout;
 
     /// The x axis shows categories; the drawing is then one that places its samples by them.

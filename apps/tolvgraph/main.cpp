@@ -5,6 +5,8 @@
 #include "ProgressLine.h"
 
 #include <desktop/input/MeasurementReader.h>
+#include <desktop/layout/LayoutJson.h>
+#include <desktop/output/AtomicFile.h>
 #include <desktop/output/GraphicsOutput.h>
 #include <desktop/text/PangoTextSystem.h>
 
@@ -13,6 +15,7 @@
 #include <iostream>
 #include <new>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -104,6 +107,12 @@ void writePictures(GraphSheet& sheet, const Options& options)
         writeToFile(output, *outputKindForSuffix(output), settings, [&](DrawingContext&, const Rect& bounds) { sheet.drawInRect(bounds); });
 }
 
+void writeLayout(GraphSheet& sheet, const Options& options)
+{
+    const std::string text = layoutJson(sheet, options.size);
+    writeFileAtomically(*options.layout, std::as_bytes(std::span(text)));
+}
+
 void run(const Options& options)
 {
     const std::vector<FileSeries> files = readSeries(options);
@@ -115,6 +124,8 @@ void run(const Options& options)
     for (const std::string& note : notes)
         warn(note);
     writePictures(sheet, options);
+    if (options.layout)
+        writeLayout(sheet, options);
 }
 
 } // namespace

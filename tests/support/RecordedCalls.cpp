@@ -145,9 +145,16 @@ RecordedCall onlyCallOf(const RecordedCalls& calls, std::string_view operation)
 
 testing::AssertionResult samePath(const Path& got, const Path& expected)
 {
+    return samePath(got, expected, 0.0);
+}
+
+testing::AssertionResult samePath(const Path& got, const Path& expected, double tolerance)
+{
     if (!std::equal(got.verbs().begin(), got.verbs().end(), expected.verbs().begin(), expected.verbs().end()))
         return testing::AssertionFailure() << "got " << toString(got) << ", expected " << toString(expected);
-    return same(std::vector<Point>(got.points().begin(), got.points().end()), std::vector<Point>(expected.points().begin(), expected.points().end()));
+    const std::vector<Point> gotPoints(got.points().begin(), got.points().end());
+    const std::vector<Point> expectedPoints(expected.points().begin(), expected.points().end());
+    return within(gotPoints, expectedPoints, tolerance, tolerance);
 }
 
 } // namespace TOLVGraphing::testing_support

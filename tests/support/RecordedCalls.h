@@ -51,5 +51,7 @@ using RecordedCalls = std::vector<RecordedCall>;
 
 /// The elements and their points are equal, 0 and -0 being the same; widths and dashes are not looked at.
 [[nodiscard]] testing::AssertionResult samePath(const Path& got, const Path& expected);
+/// The elements are of the same kinds, and the coordinates of their points differ by at most the tolerance.
+[[nodiscard]] testing::AssertionResult samePath(const Path& got, const Path& expected, double tolerance);
 
 } // namespace TOLVGraphing::testing_support

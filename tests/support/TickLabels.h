@@ -100,7 +100,7 @@ inline double numberInLabel(std::string text)
     return number;
 }
 
-/// The finite tick values of the last preparation, narrowed, each once.
+/// The finite tick values of the last preparation, narrowed, each once. Of two that are one tick computed in two ways, a few units in the last place apart while the others are not, the first.
 inline std::vector<float> ticksOfAxis(const TOLVAxis& axis)
 {
     std::set<float> ticks;
@@ -110,7 +110,14 @@ inline std::vector<float> ticksOfAxis(const TOLVAxis& axis)
                 ticks.insert(static_cast<float>(value));
         }
     }
-    return {ticks.begin(), ticks.end()};
+    const float spacing = ticks.size() > 1 ? (*ticks.rbegin() - *ticks.begin()) / static_cast<float>(ticks.size() - 1) : 0.0F;
+    std::vector<float> distinct;
+    for (const float tick : ticks) {
+        const float distance = distinct.empty() ? 0.0F : tick - distinct.back();
+        if (distinct.empty() || distance > std::abs(tick) * 4.0F * std::numeric_limits<float>::epsilon() || distance * 100.0F > spacing)
+            distinct.push_back(tick);
+    }
+    return distinct;
 }
 
 inline std::vector<std::string> labelsOfTicks(const NumberFormatter& formatter, const std::vector<float>& ticks)
