@@ -1,7 +1,6 @@
 // Two million samples of a noisy, modulated signal: every pixel column shows the true smallest and largest of its samples, single spikes among them.
 #include "Picture.h"
 
-#include <TOLVGraphing/axes/AdaptiveNumberFormatter.h>
 #include <TOLVGraphing/drawing/TOLVCurveGraphDrawing.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
 #include <TOLVMath/TOLVRealVector.h>
@@ -36,8 +35,6 @@ Picture denseSeries()
     graph->setTitle("Two million samples, two of them spikes");
     graph->horizontalAxis()->setLabel("Time (s)");
     graph->verticalAxis()->setLabel("Level (V)");
-    graph->verticalAxis()->setDrawsMinorLabels(true);
-    graph->verticalAxis()->setTickLabelFormatter(std::make_shared<AdaptiveNumberFormatter>(graph->verticalAxis()));
     return {"dense-series", {520.0, 280.0}, GraphSheet(graph)};
 }
 
