@@ -228,6 +228,18 @@ TEST_F(Categories, gapsStayEmptyAndRowsAligned)
     EXPECT_NEAR(second[2].x() - first[1].x(), second[0].x() - first[0].x(), 1e-3) << "both series' bars of the third row are neighbours";
 }
 
+TEST_F(Categories, theFirstRowsMayBeGaps)
+{
+    folder().write("late.csv", "name,v\nA,\nB,n/a\nC,3\n");
+    std::string messages;
+    const DrawnPage page = drawnInPlace("late.csv", {"--draw", "bar"}, &messages);
+    EXPECT_EQ(messages, "tolvgraph: late.csv: v: 2 rows without a number are left empty\n");
+    EXPECT_EQ(categoryLabels(page), (Texts{"A", "B", "C"}));
+    const auto bars = barsOfColor(page);
+    ASSERT_EQ(bars.size(), 1U);
+    EXPECT_GT(bars[0].x(), 60.0 + 300.0 * 2.0 / 3.0);
+}
+
 TEST_F(Categories, linesHaveADotAndAValueAtEachRow)
 {
     std::string messages;
