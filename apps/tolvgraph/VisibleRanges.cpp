@@ -154,11 +154,25 @@ Range fittingY(const TOLVGraph& graph, const Options& options)
     return scale.extended(scale.widenedIfEmpty(data), kFreePart, above);
 }
 
+/// The axis shows nothing, or all, where a series has no category in the range.
+bool hasCategoriesOfEverySeries(const TOLVGraph& graph, Range range)
+{
+    const auto isVisible = [&](float x) { return static_cast<double>(x) >= range.from && static_cast<double>(x) <= range.to; };
+    const auto series = graph.graphData();
+    return std::all_of(series.begin(), series.end(), [&](const auto& one) {
+        const float* x = one->X()->components();
+        return std::any_of(x, x + one->X()->length(), isVisible);
+    });
+}
+
 } // namespace
 
 Range visibleXRange(const TOLVGraph& graph, const Options& options, bool xIsDate, std::vector<std::string>& notes)
 {
-    return chosenRange("--x-range", options.xRange, fittingX(graph, options, notes), Scale(options.xAxis), xIsDate);
+    const Range range = chosenRange("--x-range", options.xRange, fittingX(graph, options, notes), Scale(options.xAxis), xIsDate);
+    if (options.hasCategories() && options.xRange && !hasCategoriesOfEverySeries(graph, range))
+        throw UsageError("--x-range", options.xRange->from + ":" + options.xRange->to, "a range with categories of every series");
+    return range;
 }
 
 Range visibleYRange(const TOLVGraph& graph, const Options& options)

@@ -83,6 +83,8 @@ private:
     bool isBetter(const Body& body, const Body& other);
     void skipSmallTable(const Body& body);
     void takeRowsAbove(const SampleRow& pattern);
+    void takeGapsAbove(const SampleRow& pattern);
+    bool isNamedGap(const SampleRow& row, const SampleRow& pattern) const;
     template<typename Length> std::size_t commonLength(Length length) const;
     std::size_t bodyWidth() const;
     void findHeader();
@@ -147,6 +149,7 @@ bool TableFinder::findBody()
     skipSmallTable(best);
     m_width = bodyWidth();
     takeRowsAbove(m_rows[best.pattern]);
+    takeGapsAbove(m_rows[best.pattern]);
     return true;
 }
 
@@ -210,6 +213,28 @@ void TableFinder::takeRowsAbove(const SampleRow& pattern)
             return;
         m_bodyStart = *above;
     }
+}
+
+/// Rows of names whose numbers are all missing belong to the table below a header of full width: `Chad,` between `country,population` and `Peru,34` names no column of numbers.
+void TableFinder::takeGapsAbove(const SampleRow& pattern)
+{
+    std::size_t start = m_bodyStart;
+    auto above = rowAbove(start, false);
+    for (; above && isNamedGap(m_rows[*above], pattern); above = rowAbove(start, false))
+        start = *above;
+    if (above && isAllWords(m_rows[*above]) && m_rows[*above].width >= m_width)
+        m_bodyStart = start;
+}
+
+bool TableFinder::isNamedGap(const SampleRow& row, const SampleRow& pattern) const
+{
+    if (row.wordCount == 0 || row.fields.size() < m_width)
+        return false;
+    for (std::size_t column = 0; column < m_width; ++column) {
+        if (row.kindAt(column) != FieldKind::Empty && pattern.kindAt(column) != FieldKind::Word)
+            return false;
+    }
+    return true;
 }
 
 /// Sentences with a number here and there are no table: mostly words, no header, and few rows or rows of differing length.
