@@ -17,7 +17,7 @@ namespace TOLVGraphing {
 /// abscissae they stand for. Where the range lies between two samples of one series there are no categories, whatever the other series have.
 ///
 /// Slots depend on the horizontal extent of a rectangle only. Conversions go between a value and the centre of the slot whose abscissa is nearest to it, so a zoom step ends at abscissae and does nothing while
-/// its ends stay nearest to the same slots. The number of slots is that of the last preparation; until one, or without categories, conversions answer 0 and nothing is drawn. A value that is NaN and
+/// its ends stay nearest to the same slots, or without slots. The number of slots is that of the last preparation; until one, or without categories, conversions answer 0 and nothing is drawn. A value that is NaN and
 /// a coordinate that is not finite give NaN.
 ///
 /// As the axis has no continuous scale, `mappingForRect`, `getPoints` and `getMajorPoints` throw UnrecognizedOperation.
@@ -74,6 +74,8 @@ public:
     [[nodiscard]] LabelPlacements tickLabelPlacements(const Rect& inRect) const override;
 
 protected:
+    /// Without slots no value of a conversion means anything.
+    [[nodiscard]] bool canEndRangeAt(float value) const override { return m_dataPointCount > 0 && TOLVAxis::canEndRangeAt(value); }
     void copyTickLabelsInto(TOLVBarAxis& axis) const { axis.m_tickLabels = m_tickLabels; }
 
 private:

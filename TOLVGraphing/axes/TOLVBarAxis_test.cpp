@@ -457,6 +457,22 @@ TEST_F(TOLVBarAxisTest, TheGraphConvertsThroughTheSlots)
 
 // Zoom.
 
+TEST_F(TOLVBarAxisTest, WithoutCategoriesZoomAndPanDoNothing)
+{
+    // Before any preparation, and with the range between two samples.
+    add({1.0F, 2.0F, 3.0F});
+    for (const bool isPrepared : {false, true}) {
+        if (isPrepared)
+            show(1.25, 1.75);
+        ASSERT_EQ(axis().dataPointCount(), 0U);
+        const auto range = axis().extents()->copy();
+        graph->zoomOutXInRect(kRect);
+        graph->zoomInXCenteredAtPoint(10.0F, kRect);
+        graph->offsetDisplayByX(50.0F, 0.0F, kRect);
+        EXPECT_EQ(*axis().extents(), *range);
+    }
+}
+
 TEST_F(TOLVBarAxisTest, AZoomStepEndsAtAbscissae)
 {
     add(numbersTo(11));

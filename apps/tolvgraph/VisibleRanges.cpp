@@ -110,20 +110,13 @@ Range cellsAround(const TOLVGraph& graph, const Scale& scale, Range data, std::v
     return {scale.moved(data.from, -step * 0.5), scale.moved(data.to, step * 0.5)};
 }
 
-/// From the first category to the last one: the axis keeps room around them itself.
-Range categoryRange(const TOLVGraph& graph, const Options& options, Range data, std::vector<std::string>& notes)
-{
-    if (options.drawing == DrawingKind::Dotted && !haveEqualLengths(graph))
-        notes.emplace_back("--draw dotted spreads the rows evenly, but the series have different numbers of rows: the x axis does not tell where they are");
-    return Scale(options.xAxis).widenedIfEmpty(data);
-}
-
 Range fittingX(const TOLVGraph& graph, const Options& options, std::vector<std::string>& notes)
 {
     const Scale scale(options.xAxis);
     const Range data = dataRangeOfX(graph, scale);
+    // From the first category to the last one: the axis keeps room around them itself.
     if (options.hasCategories())
-        return categoryRange(graph, options, data, notes);
+        return scale.widenedIfEmpty(data);
     if (options.drawing == DrawingKind::Dotted)
         return scale.widenedIfEmpty(cellsAround(graph, scale, data, notes));
     const Range shown = scale.widenedIfEmpty(data);

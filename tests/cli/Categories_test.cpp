@@ -284,18 +284,7 @@ TEST_F(Categories, marksStandAtTheirSlots)
             EXPECT_EQ(impulses[i].x(), std::rint(slotMiddle(i, 3)));
             EXPECT_EQ(impulses[i].width(), 1.0);
         }
-        EXPECT_EQ(barsOfColor(drawnInPlace("years.csv", {"--x-axis", axis, "--draw", "dotted", "--y", "a"})).size(), 3U);
     }
-}
-
-TEST_F(Categories, dottedTellsOfSeriesOfDifferentLengths)
-{
-    folder().write("short.csv", "year,c\n2010,1\n2011,2\n");
-    std::string messages;
-    static_cast<void>(drawnInPlace("years.csv", {"short.csv", "--x-axis", "bar", "--draw", "dotted"}, &messages));
-    EXPECT_EQ(messages, "tolvgraph: --draw dotted spreads the rows evenly, but the series have different numbers of rows: the x axis does not tell where they are\n");
-    static_cast<void>(drawnInPlace("years.csv", {"years.csv", "--x-axis", "bar", "--draw", "dotted"}, &messages));
-    EXPECT_EQ(messages, "");
 }
 
 TEST_F(Categories, areThinnedWhereTheyWouldCollide)
