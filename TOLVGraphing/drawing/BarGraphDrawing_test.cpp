@@ -187,6 +187,13 @@ TEST_F(BarGraphDrawingTest, SeriesWithoutVectorsTakeNoPlace)
     EXPECT_EQ(bars(), (Lines{fillOf({4.0 + 0.08 * 192.0, 0.0, 192.0 - 2.0 * (0.08 * 192.0), 50.0})}));
 }
 
+TEST_F(BarGraphDrawingTest, AbscissaeWithoutOrdinatesMakeRoomForGroups)
+{
+    add({1.0F}, {50.0F});
+    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({1.0F, 2.0F}), nullptr, Color::blackColor()));
+    EXPECT_EQ(bars(), (Lines{fillOf({4.0 + 0.08 * 94.0, 0.0, 94.0 - 2.0 * (0.08 * 94.0), 50.0})}));
+}
+
 TEST_F(BarGraphDrawingTest, WhereTheLengthsDifferTheShorterOneCounts)
 {
     // The abscissae make four groups; the last two have no bars.
