@@ -447,6 +447,21 @@ TEST(DelimitedTextReader, shortRowsOfAWideTableDoNotFillTheMemory)
     EXPECT_EQ(readContent(repeated("1,", 10000) + "1\n" + repeated("2\n", 100000)).longRowCount, 1U);
 }
 
+TEST(DelimitedTextReader, yearsAboveWordsAndNumbersAreNames)
+{
+    const MeasurementTable table = readContent("city,2019,2020,2021\nLund,12,15,9\nYstad,20,,25\n");
+    ASSERT_EQ(table.columns.size(), 4U);
+    EXPECT_EQ(table.columns[0].name, "city");
+    EXPECT_EQ(table.columns[3].name, "2021");
+    EXPECT_EQ(table.rowCount(), 2U);
+    EXPECT_EQ(readContent("\"city\";\"1999\";\"2009\"\nLund;12;15\nYstad;20;25\n").columns[1].name, "1999");
+    // No names: a lone year, years that do not ascend or are of other lengths, other numbers, and rows that are all so.
+    for (const char* content : {"a,2019\nb,12\nc,13\n", "a,2020,2019\nb,1,2\nc,3,4\n", "a,999,2019\nb,1,2\nc,3,4\n", "a,2019.5,2020\nb,1,2\nc,3,4\n", "a,1990,2000\nb,1991,2001\nc,1992,2002\n"}) {
+        SCOPED_TRACE(content);
+        EXPECT_EQ(readContent(content).rowCount(), 3U);
+    }
+}
+
 /// Rows of every kind at every place of a block's end, with a row count far beyond a stage.
 TEST(DelimitedTextReader, blocksDoNotMatter)
 {

@@ -40,6 +40,24 @@ bool hasKeyAndValues(const SampleRow& row)
     return row.kindAt(0) == FieldKind::Word && row.wordCount == 1 && row.valueCount > 0;
 }
 
+/// A word and then two or more years that ascend: `city,2019,2020,2021`, the names of a table with words in its first column.
+bool isNameAndYears(const SampleRow& row)
+{
+    constexpr std::string_view kEarliest = "1000";
+    constexpr std::string_view kLatest = "2999";
+    if (!hasKeyAndValues(row) || row.width < 3)
+        return false;
+    std::string former;
+    for (std::size_t column = 1; column < row.width; ++column) {
+        const std::string text = row.fields[column].unquoted();
+        const bool isYear = text.size() == kEarliest.size() && text.find_first_not_of("0123456789") == std::string::npos && text >= kEarliest && text <= kLatest;
+        if (!isYear || text <= former)
+            return false;
+        former = text;
+    }
+    return true;
+}
+
 bool isAllWords(const SampleRow& row)
 {
     return row.wordCount > 0 && row.valueCount == 0;
@@ -299,6 +317,10 @@ void TableFinder::findHeader()
         if (aboveOdd && isAllWords(m_rows[*aboveOdd]))
             header = aboveOdd;
     }
+    // A row of years fits the rows below it, which have words in their first column too.
+    const bool isAboveOthers = m_bodyStart + 1 < m_rows.size() && !isNameAndYears(m_rows[m_bodyStart + 1]);
+    if (!header && isAboveOthers && isNameAndYears(m_rows[m_bodyStart]))
+        header = m_bodyStart;
     if (!header)
         return;
     auto namesRow = isUnitsRow(m_rows[*header]) ? headerAbove(*header) : std::nullopt;
