@@ -333,13 +333,29 @@ TEST_F(Categories, areThoseOfTheFileWithTheLongestSeries)
     EXPECT_TRUE(page.hasText("short.csv") && page.hasText("long.csv")) << page.allTexts();
 }
 
-TEST_F(Categories, legendShowsLineStyles)
+TEST_F(Categories, legendShowsTheColoursOfBars)
 {
+    // Bars have no line that could be dashed.
     const DrawnPage page = drawn({"years.csv", "--draw", "bar", "--legend", "--color", "112233,445566", "--pattern", "solid,dashed"});
     ASSERT_EQ(page.strokesOfColor("#112233").size(), 1U);
     ASSERT_EQ(page.strokesOfColor("#445566").size(), 1U);
-    EXPECT_EQ(page.strokesOfColor("#445566")[0].dashes, "5 2");
+    EXPECT_EQ(page.strokesOfColor("#445566")[0].dashes, "");
+    EXPECT_EQ(page.strokesOfColor("#445566")[0].strokeWidth, 6.0);
     EXPECT_EQ(barsOfColor(page, "#112233").size(), 3U);
+    const DrawnPage lines = drawn({"years.csv", "--draw", "impulse", "--x-axis", "bar", "--legend", "--color", "112233,445566", "--pattern", "solid,dashed"});
+    ASSERT_EQ(lines.strokesOfColor("#445566").size(), 1U);
+    EXPECT_EQ(lines.strokesOfColor("#445566")[0].dashes, "5 2");
+}
+
+TEST_F(Categories, labelsOfUnevenDistancesAreLeftOut)
+{
+    folder().write("uneven.csv", "city,v\nLund,12\nYstad,25\n");
+    const DrawnPage uneven = drawn({"uneven.csv", "--draw", "bar", "--size", "400x260"});
+    EXPECT_TRUE(uneven.hasText("10") && uneven.hasText("20")) << uneven.allTexts();
+    EXPECT_FALSE(uneven.hasText("3") || uneven.hasText("13")) << uneven.allTexts();
+    // With room for every second one they are even, and stay.
+    const DrawnPage even = drawn({"uneven.csv", "--draw", "bar", "--size", "400x400"});
+    EXPECT_TRUE(even.hasText("2") && even.hasText("14")) << even.allTexts();
 }
 
 TEST_F(Categories, areMarkedByTextOrAbscissa)
