@@ -14,7 +14,12 @@ namespace TOLVGraphing::testing_support {
 
 namespace {
 
+#ifdef __SANITIZE_ADDRESS__
+// Sanitizers make each step many times as long.
+constexpr int kSteps = 10'000;
+#else
 constexpr int kSteps = 100'000;
+#endif
 
 /// The most ticks that an axis may have over its data area's length.
 double mostTicks(const TOLVAxis& axis, double length)
