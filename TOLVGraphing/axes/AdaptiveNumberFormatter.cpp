@@ -22,9 +22,13 @@ bool readsEasily(int exponent)
     return exponent >= kSmallestPlainExponent && exponent <= kLargestPlainExponent;
 }
 
-std::string plainText(const DecimalDigits& decimal)
+/// Numbers of more digits before the point are written in groups.
+constexpr int kLargestUngroupedExponent = 4;
+
+/// The exponent of the largest tick's digits.
+int largestExponent(const TickSpacing::Span& span)
 {
-    return groupedText(decimal, std::max(0, static_cast<int>(decimal.digits.size()) - decimal.exponent));
+    return shortestLabelDigits(std::max(std::abs(span.smallest), std::abs(span.largest))).exponent;
 }
 
 } // namespace
@@ -39,9 +43,18 @@ bool AdaptiveNumberFormatter::writesScientifically(int exponent) const
     const auto span = m_spacing.span();
     if (!span || !span->isEven)
         return !readsEasily(exponent);
-    const int largest = shortestLabelDigits(std::max(std::abs(span->smallest), std::abs(span->largest))).exponent;
+    const int largest = largestExponent(*span);
     const bool isTooFine = largest <= kLargestSmallExponent && span->distance < kFinestPlainDistance;
     return isTooFine || !readsEasily(largest) || exponent > kLargestPlainExponent;
+}
+
+std::string AdaptiveNumberFormatter::plainText(const DecimalDigits& decimal) const
+{
+    std::string text = groupedText(decimal, std::max(0, static_cast<int>(decimal.digits.size()) - decimal.exponent));
+    const auto span = m_spacing.span();
+    if (std::max(decimal.exponent, span ? largestExponent(*span) : 0) <= kLargestUngroupedExponent)
+        std::erase(text, ',');
+    return text;
 }
 
 std::optional<std::string> AdaptiveNumberFormatter::stringFromNumber(double number) const

@@ -28,6 +28,12 @@ bool neverChanges(const std::shared_ptr<const TOLVAxisData>& samples)
     return !samples || std::dynamic_pointer_cast<const TOLVRealVector>(samples);
 }
 
+/// NaN is the same end as NaN.
+bool isSameEnd(double a, double b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
 } // namespace
 
 void CategoryRanges::clear()
@@ -35,26 +41,32 @@ void CategoryRanges::clear()
     *this = CategoryRanges();
 }
 
-void CategoryRanges::update(const TOLVGraph& graph, double min, double max)
+bool CategoryRanges::areOf(const TOLVGraph::Series& series, double min, double max) const
 {
-    Abscissae abscissae;
-    for (const auto& series : graph.graphData())
-        abscissae.push_back(series->X());
-    if (m_isCurrent && m_min == min && m_max == max && m_abscissae == abscissae)
-        return;
-    m_isCurrent = std::all_of(abscissae.begin(), abscissae.end(), neverChanges);
-    m_abscissae = std::move(abscissae);
-    m_min = min;
-    m_max = max;
-    find(graph, min, max);
+    const bool isSameRange = isSameEnd(m_min, min) && isSameEnd(m_max, max);
+    return isSameRange && std::equal(series.begin(), series.end(), m_abscissae.begin(), m_abscissae.end(), [](const auto& one, const auto& x) { return one->X() == x; });
 }
 
-void CategoryRanges::find(const TOLVGraph& graph, double min, double max)
+void CategoryRanges::update(const TOLVGraph& graph, double min, double max)
+{
+    const TOLVGraph::Series allSeries = graph.graphData();
+    if (m_isCurrent && areOf(allSeries, min, max))
+        return;
+    m_abscissae.clear();
+    for (const auto& series : allSeries)
+        m_abscissae.push_back(series->X());
+    m_isCurrent = std::all_of(m_abscissae.begin(), m_abscissae.end(), neverChanges);
+    m_min = min;
+    m_max = max;
+    find(allSeries, min, max);
+}
+
+void CategoryRanges::find(const TOLVGraph::Series& allSeries, double min, double max)
 {
     m_ranges.emplace();
     m_representative = m_abscissae.empty() ? kNotFoundIndex : 0;
     m_representativeX = nullptr;
-    for (const auto& series : graph.graphData()) {
+    for (const auto& series : allSeries) {
         const auto range = visibleSampleRange(*series, min, max);
         if (!range) {
             m_ranges.reset();

@@ -12,9 +12,11 @@
 namespace TOLVGraphing {
 
 class TOLVGraph;
+class TOLVGraphData;
 
 /// The parts of a graph's series that lie in a range of abscissae, and among them the representative one, which stands for the categories of a category axis. What was found for a graph is kept until
-/// its series, their abscissae or the range change, so that asking for one category after the other does not look through the samples each time.
+/// its series, their abscissae or the range change, so that asking for one category after the other does not look through the samples each time; the abscissae are held until then. Samples of a host's own class may change in place: with
+/// those every question looks through all of them.
 class CategoryRanges {
 public:
     /// Finds the parts for the graph's series and the range [min, max] in data units.
@@ -22,7 +24,7 @@ public:
     /// Finds nothing: no series.
     void clear();
 
-    /// One range of indices for each series; nothing when one of them has no sample between two in range.
+    /// One range of indices for each series; nothing when the range lies between two samples of one of them.
     [[nodiscard]] const std::optional<std::vector<IndexRange>>& ranges() const { return m_ranges; }
     /// The series with the longest range, the first of several; 0 without ranges, kNotFoundIndex without series.
     [[nodiscard]] std::int64_t representative() const { return m_representative; }
@@ -36,7 +38,8 @@ public:
 private:
     using Abscissae = std::vector<std::shared_ptr<const TOLVAxisData>>;
 
-    void find(const TOLVGraph& graph, double min, double max);
+    [[nodiscard]] bool areOf(const std::vector<std::shared_ptr<TOLVGraphData>>& series, double min, double max) const;
+    void find(const std::vector<std::shared_ptr<TOLVGraphData>>& allSeries, double min, double max);
 
     /// What the findings are of. Vectors that may change are never taken for the same.
     Abscissae m_abscissae;

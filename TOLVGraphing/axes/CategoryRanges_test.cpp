@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace TOLVGraphing {
@@ -172,7 +173,7 @@ TEST_F(CategoryRangesTest, AHostsSamplesAreLookedAtEachTime)
     EXPECT_EQ(ranges.indexNearestTo(0.6F), 0U);
 }
 
-TEST_F(CategoryRangesTest, ARangeThatIsNoNumberIsLookedAtEachTime)
+TEST_F(CategoryRangesTest, ARangeThatIsNoNumberHasItsSamplesToo)
 {
     const auto series = add({1.0F, 2.0F, 3.0F});
     const double notANumber = std::numeric_limits<double>::quiet_NaN();

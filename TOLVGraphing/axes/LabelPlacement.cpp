@@ -8,6 +8,9 @@ namespace TOLVGraphing {
 std::shared_ptr<TOLVLabel> firstOverlappedLabel(
     const TOLVLabel& label, const std::vector<std::shared_ptr<TOLVLabel>>& labels, const std::optional<EdgeInsets>& withInsets)
 {
+    // Nothing overlaps a label without area, however many there are.
+    if (label.rect().isEmpty())
+        return nullptr;
     const auto overlaps = [&](const std::shared_ptr<TOLVLabel>& placed) {
         const std::span one(&placed, 1);
         return withInsets ? label.overlapsLabelInArray(one, *withInsets) : label.overlapsLabelInArray(one);

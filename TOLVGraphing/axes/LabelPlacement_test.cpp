@@ -36,13 +36,13 @@ TEST(LabelPlacement, TheFirstOfSeveralOverlappedLabelsIsNamed)
 TEST(LabelPlacement, InsetsGrowTheLabelsThatArePlaced)
 {
     const Labels placed{labelAt({0.0, 0.0, 20.0, 10.0})};
-    const TOLVLabel& label = *labelAt({24.0, 0.0, 20.0, 10.0});
+    const auto label = labelAt({24.0, 0.0, 20.0, 10.0});
     // Without insets of its own a label keeps 5 points to its sides.
-    EXPECT_EQ(firstOverlappedLabel(label, placed), placed[0]);
-    EXPECT_EQ(firstOverlappedLabel(label, placed, EdgeInsets{0.0, 4.0, 0.0, 4.0}), nullptr);
-    EXPECT_EQ(firstOverlappedLabel(label, placed, EdgeInsets{0.0, 0.0, 0.0, 4.5}), placed[0]);
-    EXPECT_EQ(firstOverlappedLabel(label, placed, EdgeInsets{0.0, 4.5, 0.0, 0.0}), nullptr);
-    EXPECT_EQ(firstOverlappedLabel(label, placed, EdgeInsets()), nullptr);
+    EXPECT_EQ(firstOverlappedLabel(*label, placed), placed[0]);
+    EXPECT_EQ(firstOverlappedLabel(*label, placed, EdgeInsets{0.0, 4.0, 0.0, 4.0}), nullptr);
+    EXPECT_EQ(firstOverlappedLabel(*label, placed, EdgeInsets{0.0, 0.0, 0.0, 4.5}), placed[0]);
+    EXPECT_EQ(firstOverlappedLabel(*label, placed, EdgeInsets{0.0, 4.5, 0.0, 0.0}), nullptr);
+    EXPECT_EQ(firstOverlappedLabel(*label, placed, EdgeInsets()), nullptr);
 }
 
 TEST(LabelPlacement, OnlyKeptLabelsAreDrawn)

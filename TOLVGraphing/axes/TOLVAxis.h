@@ -26,7 +26,7 @@ class TOLVGraph;
 /// the range is the graph's. Operations that end in "InRect" take this axis's own rectangle, as the graph computes it; coordinates are points, y growing upwards.
 /// Values are single precision, tick values and ranges double. The horizontal axis owns the strip below the data area, the vertical axis the strip to its left.
 ///
-/// On a range that is empty, reversed or not finite there are no ticks and no labels; positions may then be anything the mapping answers. Labels and lines whose position is
+/// On a range that is reversed or not finite a numeric axis has no ticks and no labels, and a linear one neither on an empty range; positions may then be anything the mapping answers. Labels and lines whose position is
 /// not finite are left out.
 ///
 /// This class is abstract in five operations, which throw UnrecognizedOperation: updateStepsInRect, getMajorValues, mappingForRect, valueForPoint and pointForValue.
@@ -141,13 +141,14 @@ public:
     /// The coordinate of a value along the axis.
     [[nodiscard]] virtual float pointForValue(float value, const Rect& inRect) const;
     /// A step out of or into the range about the middle of the rectangle or about a coordinate, which keeps its value: 15 % of the length is added or removed. Ignored
-    /// over a length that is not positive, or when the new range would not be finite.
+    /// over a length that is not positive, or when an end of the new range would be no number that the axis can show. Where a range has become as narrow as
+    /// neighbouring floats, steps no longer change it.
     virtual void zoomOutInRect(const Rect& rect);
     virtual void zoomInInRect(const Rect& rect);
     virtual void zoomOutCenteredAtPoint(double point, const Rect& inRect);
     virtual void zoomInCenteredAtPoint(double point, const Rect& inRect);
     /// Sets the range to that between the values at two coordinates, which may lie outside the rectangle; ignored when an end is no number that the axis can show.
-    void zoomToPoints(double fromPoint, double toPoint, const Rect& inRect);
+    virtual void zoomToPoints(double fromPoint, double toPoint, const Rect& inRect);
 
     // Ticks and labels.
 

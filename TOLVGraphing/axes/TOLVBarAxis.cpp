@@ -118,6 +118,13 @@ float TOLVBarAxis::valueForPoint(double point, const Rect& inRect) const
     return x && index < x->length() ? x->components()[index] : 0.0F;
 }
 
+void TOLVBarAxis::zoomToPoints(double fromPoint, double toPoint, const Rect& inRect)
+{
+    updateStepsInRect(inRect);
+    if (m_dataPointCount > 0)
+        TOLVAxis::zoomToPoints(fromPoint, toPoint, inRect);
+}
+
 // Drawing.
 
 void TOLVBarAxis::drawMajorLinesInRect(const Rect& rect) const

@@ -17,7 +17,7 @@ namespace TOLVGraphing {
 /// abscissae they stand for. Where the range lies between two samples of one series there are no categories, whatever the other series have.
 ///
 /// Slots depend on the horizontal extent of a rectangle only. Conversions go between a value and the centre of the slot whose abscissa is nearest to it, so a zoom step ends at abscissae and does nothing while
-/// its ends stay nearest to the same slots. The number of slots is that of the last preparation; until one, or without categories, conversions answer 0 and nothing is drawn. A value that is NaN and
+/// its ends stay nearest to the same slots, or without slots. What lies outside the visible range has no slot, so that zooming out and panning cannot show it: hosts set a wider range or fit to the data. The number of slots is that of the last preparation; until one, or without categories, conversions answer 0 and nothing is drawn. A value that is NaN and
 /// a coordinate that is not finite give NaN.
 ///
 /// As the axis has no continuous scale, `mappingForRect`, `getPoints` and `getMajorPoints` throw UnrecognizedOperation.
@@ -36,6 +36,7 @@ public:
 
     /// The number of slots.
     [[nodiscard]] std::uint64_t dataPointCount() const { return m_dataPointCount; }
+    /// The next preparation counts anew.
     void setDataPointCount(std::uint64_t count) { m_dataPointCount = count; }
     /// Copied. The texts of the categories, one for each sample of a full series, so that zooming does not move them; null by default. With fewer texts than slots no category is labelled.
     [[nodiscard]] const std::shared_ptr<const TickLabels>& tickLabels() const { return m_tickLabels; }
@@ -43,7 +44,7 @@ public:
 
     // Categories.
 
-    /// One range of indices for each series of the graph; nothing when one of them has no sample in the axis's range, or without a graph.
+    /// One range of indices for each series of the graph, as `visibleSampleRange` has them; nothing when the axis's range lies between two samples of one of them, or without a graph.
     [[nodiscard]] std::optional<std::vector<IndexRange>> extentsConstrainedGraphDataRanges() const;
     /// The series with the longest range, the first of several; kNotFoundIndex when the graph has no series, 0 when there are no ranges.
     [[nodiscard]] std::int64_t indexOfRepresentativeXData() const;
@@ -72,6 +73,9 @@ public:
     void drawTickLabelsInRect(const Rect& rect) const override;
     /// The same; categories beyond the end of the axis are not listed.
     [[nodiscard]] LabelPlacements tickLabelPlacements(const Rect& inRect) const override;
+
+    /// Counts the slots first: those of the last preparation may be others than the range has now. Does nothing without slots, whose conversions mean nothing.
+    void zoomToPoints(double fromPoint, double toPoint, const Rect& inRect) override;
 
 protected:
     void copyTickLabelsInto(TOLVBarAxis& axis) const { axis.m_tickLabels = m_tickLabels; }

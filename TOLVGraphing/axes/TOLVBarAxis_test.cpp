@@ -13,6 +13,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TOLVGraphing {
@@ -234,7 +235,7 @@ TEST_F(TOLVBarAxisTest, WhatNeedsAContinuousScaleIsNotRecognised)
     EXPECT_THROW(axis().getMajorPoints(points, {1.0}, points, {}, kRect), UnrecognizedOperation);
 }
 
-TEST_F(TOLVBarAxisTest, OneSeriesWhollyOutsideTakesAllCategoriesAway)
+TEST_F(TOLVBarAxisTest, ARangeBetweenTwoSamplesOfOneSeriesTakesAllCategoriesAway)
 {
     add({1.0F, 2.0F, 3.0F, 4.0F, 5.0F});
     add({3.0F, 3.55F, 4.0F});
@@ -364,9 +365,8 @@ TEST_F(TOLVBarAxisTest, SlotsAreTwentyPointsApartAndFromBothEnds)
         EXPECT_EQ(centersIn(row.rect), row.centers) << row.count << " in " << toString(row.rect);
     }
     axis().setDataPointCount(3);
-    EXPECT_NEAR(axis().pointForDataAtIndex(0, kRect), 73.33, 0.005);
-    EXPECT_NEAR(axis().pointForDataAtIndex(1, kRect), 200.0, 0.005);
-    EXPECT_NEAR(axis().pointForDataAtIndex(2, kRect), 326.67, 0.005);
+    const double width = (400.0 - 80.0) / 3.0;
+    EXPECT_EQ(centersIn(kRect), (std::vector<double>{0.5 * width + 20.0, (width + 20.0) + (0.5 * width + 20.0), (width + 20.0) * 2.0 + (0.5 * width + 20.0)}));
 }
 
 TEST_F(TOLVBarAxisTest, AValueStandsAtTheSlotOfTheNearestAbscissa)
@@ -455,6 +455,65 @@ TEST_F(TOLVBarAxisTest, TheGraphConvertsThroughTheSlots)
 }
 
 // Zoom.
+
+TEST_F(TOLVBarAxisTest, ASeriesWhollyOutsideHasAllItsCategoriesOrItsFirst)
+{
+    add({1.0F, 2.0F, 3.0F});
+    show(10.0, 20.0);
+    EXPECT_EQ(axis().extentsConstrainedGraphDataRanges(), (Ranges{{0, 3}}));
+    show(-5.0, 0.0);
+    EXPECT_EQ(axis().extentsConstrainedGraphDataRanges(), (Ranges{{0, 1}}));
+    EXPECT_EQ(axis().dataPointCount(), 1U);
+}
+
+TEST_F(TOLVBarAxisTest, StepsBetweenTwoDrawingsCountTheSlotsOfTheRangeTheyFind)
+{
+    std::vector<float> x;
+    for (int i = 0; i < 20; ++i)
+        x.push_back(100.0F + static_cast<float>(i));
+    add(x);
+    show(100.0, 119.0);
+    const auto step = [&](bool isDrawnBetween) {
+        show(100.0, 119.0);
+        graph->zoomInXInRect(kRect);
+        if (isDrawnBetween)
+            prepare();
+        graph->zoomInXCenteredAtPoint(350.0F, kRect);
+        return toString(*axis().extents());
+    };
+    EXPECT_EQ(step(false), step(true));
+    EXPECT_GT(axis().extents()->min(), 100.0);
+    EXPECT_GT(axis().extents()->max(), axis().extents()->min());
+    // A range between two samples, set while the slots of the former one are counted.
+    show(100.0, 119.0);
+    graph->zoomXToFixedMin(100.25F, 100.75F);
+    graph->zoomOutXInRect(kRect);
+    EXPECT_EQ(toString(*axis().extents()), "[100.25, 100.75]");
+}
+
+TEST_F(TOLVBarAxisTest, WithoutCategoriesZoomAndPanDoNothing)
+{
+    show(0.0, 100.0);
+    const auto stepsKeep = [&](const std::string& range) {
+        graph->zoomOutXInRect(kRect);
+        graph->zoomInXCenteredAtPoint(10.0F, kRect);
+        graph->offsetDisplayByX(50.0F, 0.0F, kRect);
+        EXPECT_EQ(toString(*axis().extents()), range);
+    };
+    stepsKeep("[0, 100]");
+    // With the range between two samples there are none either.
+    add({1.0F, 2.0F, 3.0F});
+    show(1.25, 1.75);
+    stepsKeep("[1.25, 1.75]");
+}
+
+TEST_F(TOLVBarAxisTest, AnAxisThatWasNeverPreparedIsZoomedLikeAnother)
+{
+    add({1.0F, 2.0F, 3.0F});
+    ASSERT_EQ(axis().dataPointCount(), 0U);
+    graph->zoomOutXInRect(kRect);
+    EXPECT_EQ(toString(*axis().extents()), "[1, 3]");
+}
 
 TEST_F(TOLVBarAxisTest, AZoomStepEndsAtAbscissae)
 {

@@ -14,7 +14,7 @@ public:
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVLineAxis"; }
     [[nodiscard]] std::vector<std::string> archiveBaseClassNames() const override { return {"TOLVBarAxis", "TOLVAxis"}; }
 
-    /// The frame, and one stroke in the graph's major line style for the grid lines. They stand half a point left of the centres and end a point short of the frame.
+    /// The frame, and one stroke in the graph's major line style for the grid lines. There are at most a million of them. They stand half a point left of the centres and end a point short of the frame.
     void drawMajorLinesInRect(const Rect& rect) const override;
 };
 

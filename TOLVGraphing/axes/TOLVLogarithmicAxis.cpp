@@ -6,6 +6,7 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <numeric>
 
 namespace TOLVGraphing {
 
@@ -36,16 +37,24 @@ void addLevel(std::vector<double>& values, double start, double next, double ste
     }
 }
 
-/// Sorts the values and, of values that are the same, keeps the one that was listed first.
-void sortAndMerge(std::vector<double>& values)
+/// The values in ascending order; of those that are the same, the one that was listed first.
+std::vector<double> sortedAndMerged(const std::vector<double>& values)
 {
-    std::stable_sort(values.begin(), values.end());
-    std::size_t kept = 0;
-    for (const double value : values) {
-        if (kept == 0 || !isSameValue(values[kept - 1], value))
-            values[kept++] = value;
+    std::vector<std::size_t> order(values.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return values[a] < values[b]; });
+    std::vector<double> merged;
+    std::size_t firstListed = 0;
+    for (const std::size_t index : order) {
+        if (merged.empty() || !isSameValue(merged.back(), values[index])) {
+            merged.push_back(values[index]);
+            firstListed = index;
+        } else if (index < firstListed) {
+            merged.back() = values[index];
+            firstListed = index;
+        }
     }
-    values.resize(kept);
+    return merged;
 }
 
 } // namespace
@@ -73,8 +82,7 @@ std::vector<double> logRange(std::uint32_t depth, double min, double max)
                 addLevel(values, start, next, step, count, min, max);
         }
     }
-    sortAndMerge(values);
-    return values;
+    return sortedAndMerged(values);
 }
 
 std::shared_ptr<TOLVAxis> TOLVLogarithmicAxis::copy() const

@@ -27,6 +27,7 @@ public:
 
     /// The levels of subdivision in the full list of values: 0 before the first preparation, when there are no tick values at all, then 1 or 2.
     [[nodiscard]] std::uint32_t minorValuesDepth() const { return m_minorValuesDepth; }
+    /// The next preparation chooses anew. Depth 3 and more list thousands of values for each decade.
     void setMinorValuesDepth(std::uint32_t depth) { m_minorValuesDepth = depth; }
 
     [[nodiscard]] float valueForPoint(double point, const Rect& inRect) const override;

@@ -160,6 +160,15 @@ TEST_F(TOLVLogarithmicAxisTest, FractionalDecadesHaveNeitherStraysNorNearDuplica
     }
 }
 
+TEST_F(TOLVLogarithmicAxisTest, OfAValueComputedInTwoWaysTheFirstListedIsKept)
+{
+    // Coarser values are listed first, so they are among the finer ones to the last bit.
+    const Values coarse = logRange(1, 1e-20, 1e20);
+    const Values fine = logRange(2, 1e-20, 1e20);
+    expectDistinct(fine);
+    EXPECT_TRUE(std::includes(fine.begin(), fine.end(), coarse.begin(), coarse.end()));
+}
+
 TEST_F(TOLVLogarithmicAxisTest, DepthTwoIsChosenBelowOneToo)
 {
     prepare(0.01, 0.1, 1200.0);

@@ -17,6 +17,15 @@ constexpr double kPadPart = 0.01;
 constexpr double kGapPart = 0.08;
 constexpr double kThinnestBar = 1.0;
 
+/// The number of groups: a series has a place in each group that it has an abscissa for, also when it has no bar there.
+std::size_t longestRange(const TOLVGraph& graph)
+{
+    std::uint64_t longest = 0;
+    for (const IndexRange& range : graph.xExtentsConstrainedGraphDataRanges().value_or(std::vector<IndexRange>()))
+        longest = std::max(longest, range.length);
+    return longest;
+}
+
 std::size_t sampleCount(const TOLVGraphData& series)
 {
     return std::min(series.X()->length(), series.Y()->length());
@@ -71,13 +80,11 @@ void BarGraphDrawing::drawGraph(const std::shared_ptr<TOLVGraph>& graph, const R
         isolated.addRect(dataRect);
         isolated.clip();
         const auto visible = visibleSeriesOfGraph(*graph);
-        std::size_t groupCount = 0;
+        const std::size_t groupCount = longestRange(*graph);
         // Every series with samples has a bar in the first group, so that no other has more.
         std::size_t mostBars = 0;
-        for (const auto& [index, series] : visible) {
-            groupCount = std::max(groupCount, series->X()->length());
+        for (const auto& [index, series] : visible)
             mostBars += sampleCount(*series) > 0 ? 1 : 0;
-        }
         const double slotWidth = area.width() / static_cast<double>(groupCount);
         const double barWidth = (slotWidth - 2.0 * pad) / static_cast<double>(mostBars);
         for (std::size_t k = 0; k < groupCount; ++k) {

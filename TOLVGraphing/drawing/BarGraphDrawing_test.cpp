@@ -13,6 +13,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TOLVGraphing {
@@ -184,6 +185,13 @@ TEST_F(BarGraphDrawingTest, SeriesWithoutVectorsTakeNoPlace)
     add({}, {});
     add({1.0F}, {50.0F});
     EXPECT_EQ(bars(), (Lines{fillOf({4.0 + 0.08 * 192.0, 0.0, 192.0 - 2.0 * (0.08 * 192.0), 50.0})}));
+}
+
+TEST_F(BarGraphDrawingTest, AbscissaeWithoutOrdinatesMakeRoomForGroups)
+{
+    add({1.0F}, {50.0F});
+    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({1.0F, 2.0F}), nullptr, Color::blackColor()));
+    EXPECT_EQ(bars(), (Lines{fillOf({4.0 + 0.08 * 94.0, 0.0, 94.0 - 2.0 * (0.08 * 94.0), 50.0})}));
 }
 
 TEST_F(BarGraphDrawingTest, WhereTheLengthsDifferTheShorterOneCounts)

@@ -37,7 +37,7 @@ struct CalloutLabelPlacement {
 };
 
 /// Chooses among the labels of all categories, given category by category: lower categories come first, within a category the higher label. A label is kept that overlaps no dot and no label kept before it;
-/// one that is not finite never is. The answer has every label in the order of choice. Takes little more than linear time also where labels and dots are many.
+/// one that is not finite never is. The answer has every label in the order of choice. A label is compared with what stands near it only, not with everything.
 [[nodiscard]] std::vector<CalloutLabelPlacement> placeCalloutLabels(std::span<const std::vector<CalloutLabel>> categories, std::span<const Rect> dots);
 
 /// Draws each label's text in its rectangle into the current context, in order.

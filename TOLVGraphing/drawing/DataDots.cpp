@@ -6,7 +6,10 @@
 #include "../platform/graphics/GraphicsStateSaver.h"
 #include "../platform/graphics/Path.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
+#include <utility>
 
 namespace TOLVGraphing {
 
@@ -21,18 +24,18 @@ std::optional<Color> colorOf(const TOLVLineStyle* style)
     return style ? style->color() : std::nullopt;
 }
 
-void drawDotPath(Path path, const TOLVLineStyle* style)
+/// Dots that are painted as one path. The cost of a path grows faster than its length where its shapes overlap, and opaque shapes look the same in several paths.
+constexpr std::size_t kDotsInPath = 256;
+
+Path pathOfDots(std::span<const Rect> rects)
 {
-    DrawingContext* context = currentContext();
-    const auto color = colorOf(style);
-    if (!context || !color)
-        return;
-    const GraphicsStateSaver saver(*context);
-    context->setStrokeColor(color);
-    context->setFillColor(Color::whiteColor());
+    Path path;
     path.setLineWidth(kRingWidth);
-    path.fill();
-    path.stroke();
+    for (const Rect& rect : rects) {
+        if (rect.valid())
+            path.addPath(Path::pathWithOvalInRect(rect));
+    }
+    return path;
 }
 
 std::vector<Point> finitePoints(std::span<const Point> points)
@@ -65,19 +68,31 @@ std::vector<Rect> dataDotRects(std::span<const Point> points)
 
 void drawDot(const Rect& rect, const TOLVLineStyle* withLineStyle)
 {
-    if (rect.valid())
-        drawDotPath(Path::pathWithOvalInRect(rect), withLineStyle);
+    drawDataDots({&rect, 1}, withLineStyle);
 }
 
 void drawDataDots(std::span<const Rect> rects, const TOLVLineStyle* withLineStyle)
 {
-    Path dots;
-    for (const Rect& rect : rects) {
-        if (rect.valid())
-            dots.addPath(Path::pathWithOvalInRect(rect));
+    DrawingContext* context = currentContext();
+    const auto color = colorOf(withLineStyle);
+    if (!context || !color)
+        return;
+    const std::size_t step = color->alphaComponent() >= 1.0 ? kDotsInPath : std::max<std::size_t>(rects.size(), 1);
+    std::vector<Path> paths;
+    for (std::size_t first = 0; first < rects.size(); first += step) {
+        Path path = pathOfDots(rects.subspan(first, std::min(step, rects.size() - first)));
+        if (!path.isEmpty())
+            paths.push_back(std::move(path));
     }
-    if (!dots.isEmpty())
-        drawDotPath(std::move(dots), withLineStyle);
+    if (paths.empty())
+        return;
+    const GraphicsStateSaver saver(*context);
+    context->setStrokeColor(color);
+    context->setFillColor(Color::whiteColor());
+    for (const Path& path : paths)
+        path.fill();
+    for (const Path& path : paths)
+        path.stroke();
 }
 
 void strokePoints(std::span<const Point> points, const TOLVLineStyle* withLineStyle)

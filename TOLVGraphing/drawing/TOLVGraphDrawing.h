@@ -25,7 +25,7 @@ class TOLVGraphMarkerDrawing {
 public:
     virtual ~TOLVGraphMarkerDrawing();
 
-    /// Draws over data and title, with the graph's markers of both axes; the rectangle is the graph rectangle.
+    /// Draws over data and title, with the graph's markers of both axes, none of them null; the rectangle is the graph rectangle.
     virtual void drawMarkers(const std::vector<std::shared_ptr<TOLVMarker>>& markers, const std::shared_ptr<TOLVGraph>& forGraph, const Rect& inRect) = 0;
 };
 

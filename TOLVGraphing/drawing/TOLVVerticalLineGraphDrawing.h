@@ -4,7 +4,7 @@
 
 namespace TOLVGraphing {
 
-/// Draws a vertical line 1 point wide from the lower edge of the data area up to each sample, in the series' colour: an impulse plot. A line stands to the right of the sample's position, which is
+/// Draws a vertical line 1 point wide from the lower edge of the data area up to each sample, in the series' colour (black without one): an impulse plot. A line stands to the right of the sample's position, which is
 /// rounded to whole points; what lies outside the data area is cut off, and a line without height is left out. Samples without a finite position get none; where the two vectors' lengths differ the
 /// samples up to the shorter one count.
 class TOLVVerticalLineGraphDrawing final : public TOLVGraphDrawing {

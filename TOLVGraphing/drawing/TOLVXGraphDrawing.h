@@ -4,7 +4,7 @@
 
 namespace TOLVGraphing {
 
-/// Draws an X of 8 by 8 points at each sample, in the series' colour and 1 point wide, centred on the sample's position rounded to whole points and clipped to the data area. Samples without a finite
+/// Draws an X of 8 by 8 points at each sample, in the series' colour (black without one) and 1 point wide, centred on the sample's position rounded to whole points and clipped to the data area. Samples without a finite
 /// position get none; where the two vectors' lengths differ the samples up to the shorter one count.
 class TOLVXGraphDrawing final : public TOLVGraphDrawing {
 public:

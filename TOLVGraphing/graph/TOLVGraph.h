@@ -206,7 +206,7 @@ public:
     [[nodiscard]] float deltaForY(float dy, const Rect& inRect) const;
 
     // Zoom and pan. Steps keep the value at the coordinate and do nothing while canZoomX or canZoomY forbids them, over an empty data area, or where the new range would
-    // not be finite.
+    // not be finite, not be positive on a logarithmic axis, or have no slots on a category axis.
 
     void zoomInXInRect(const Rect& rect);
     void zoomOutXInRect(const Rect& rect);

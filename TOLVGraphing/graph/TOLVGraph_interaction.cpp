@@ -216,11 +216,9 @@ void TOLVGraph::removeMarkersAtIndexes(const IndexSet& indexes)
     requireEditableMarkers();
     registerUndo([this, removed = markersAtIndexes(indexes), indexes] { insertMarkers(removed, indexes); });
     willChange(ChangeKind::Removal, indexes, "markers");
-    std::size_t removedSoFar = 0;
-    for (const std::size_t index : indexes) {
-        m_markers.erase(std::next(m_markers.begin(), static_cast<std::ptrdiff_t>(index - removedSoFar)));
-        ++removedSoFar;
-    }
+    for (const std::size_t index : indexes)
+        m_markers[index] = nullptr;
+    std::erase(m_markers, nullptr);
     didChange(ChangeKind::Removal, indexes, "markers");
 }
 

@@ -4,7 +4,8 @@
 #include "GraphLayout.h"
 #include "TOLVGraph.h"
 
-#include <algorithm>
+#include <unordered_map>
+#include <utility>
 
 namespace TOLVGraphing {
 
@@ -13,12 +14,12 @@ namespace {
 std::vector<LabelLayout> labelLayouts(const LabelPlacements& placements)
 {
     std::vector<LabelLayout> layouts;
+    std::unordered_map<const TOLVLabel*, std::size_t> positions;
     for (const LabelPlacement& placement : placements) {
+        positions.emplace(placement.label.get(), layouts.size());
         LabelLayout layout{placement.value, placement.label->label().string(), placement.label->rect(), placement.isMajor, placement.fate, std::nullopt, std::nullopt};
-        if (placement.collidesWith) {
-            const auto other = std::find_if(placements.begin(), placements.end(), [&](const LabelPlacement& one) { return one.label == placement.collidesWith; });
-            layout.collidesWith = static_cast<std::size_t>(other - placements.begin());
-        }
+        if (placement.collidesWith)
+            layout.collidesWith = positions.at(placement.collidesWith.get());
         layouts.push_back(std::move(layout));
     }
     return layouts;

@@ -57,6 +57,8 @@ public:
         sheet.setMargin(m_options.margin);
         if (m_options.legend)
             sheet.setLegendEntries(m_legend);
+        sheet.layoutInRect({{}, m_options.size});
+        dropUnevenMinorLabels(*m_graph, sheet.graphRect());
         return sheet;
     }
 
@@ -74,9 +76,18 @@ private:
             for (const auto& series : file.selection.series) {
                 series.data->setLineStyle(lineStyleForSeries(position++, m_options));
                 m_graph->addGraphData(series.data);
-                m_legend.push_back({legendTitle(file, series, prefix), series.data->lineStyle()});
+                m_legend.push_back({legendTitle(file, series, prefix), legendStyle(*series.data)});
             }
         }
+    }
+
+    /// Bars are told by a piece as thick as a small bar.
+    std::shared_ptr<const TOLVLineStyle> legendStyle(const TOLVGraphData& series) const
+    {
+        constexpr double kBarThickness = 6.0;
+        if (m_options.drawing != DrawingKind::Bar)
+            return series.lineStyle();
+        return TOLVLineStyle::solidLineWithColor(series.color(), kBarThickness);
     }
 
     static std::string legendTitle(const FileSeries& file, const input::SelectedSeries& series, const std::string& prefix)

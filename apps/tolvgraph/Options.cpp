@@ -122,15 +122,16 @@ AxisKind usualXAxis(DrawingKind drawing)
     return drawing == DrawingKind::Line ? AxisKind::Line : AxisKind::Linear;
 }
 
-/// Lines need the line axis and bars need categories; a curve stands where its abscissae are, and categories do not.
+/// Lines need the line axis and bars need categories; curves and dots have places of their own, which are not those of the categories.
 void checkDrawingOnAxis(const RawOptions& raw, const Options& options)
 {
     if (options.drawing == DrawingKind::Line && options.xAxis != AxisKind::Line)
         throw UsageError("--x-axis", raw.xAxis, "line, the axis that --draw line needs");
     if (options.drawing == DrawingKind::Bar && !options.hasCategories())
         throw UsageError("--x-axis", raw.xAxis, "bar or line, the axes that --draw bar needs");
-    if (options.hasCategories() && (options.drawing == DrawingKind::Curve || options.drawing == DrawingKind::PlainCurve))
-        throw UsageError("--draw", raw.draw, "bar, line, dotted, x or impulse with --x-axis " + raw.xAxis + ", whose categories a curve does not match");
+    const bool isByPosition = options.drawing == DrawingKind::Curve || options.drawing == DrawingKind::PlainCurve || options.drawing == DrawingKind::Dotted;
+    if (options.hasCategories() && isByPosition)
+        throw UsageError("--draw", raw.draw, "bar, line, x or impulse with --x-axis " + raw.xAxis + ", whose categories it does not match");
 }
 
 /// Axes, drawing and categories, which depend on one another.

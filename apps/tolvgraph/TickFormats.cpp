@@ -6,11 +6,15 @@
 #include <TOLVGraphing/axes/AdaptiveNumberFormatter.h>
 #include <TOLVGraphing/axes/SINumberFormatter.h>
 #include <TOLVGraphing/axes/ScientificNumberFormatter.h>
+#include <TOLVGraphing/axes/TOLVLinearAxis.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
 #include <TOLVGraphing/platform/text/DayDateFormatter.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <memory>
+#include <vector>
 
 namespace TOLVGraphing::app {
 
@@ -37,7 +41,43 @@ bool areMajorValuesFew(const TOLVAxisExtents& range, const Scale& scale)
     return scale.isLogarithmic() ? length < kFewDecades : length < kFewMajorSteps * std::pow(10.0, std::floor(std::log10(length)));
 }
 
+/// The labels that are drawn, in ascending order, are equally far apart.
+bool areEvenlySpaced(std::vector<double> values)
+{
+    constexpr double kTolerance = 0.01;
+    std::sort(values.begin(), values.end());
+    for (std::size_t i = 2; i < values.size(); ++i) {
+        const double first = values[1] - values[0];
+        if (std::abs(values[i] - values[i - 1] - first) > kTolerance * first)
+            return false;
+    }
+    return true;
+}
+
+void dropUnevenMinorLabels(TOLVAxis& axis, const Rect& axisRect)
+{
+    constexpr std::size_t kEnoughMajorLabels = 3;
+    std::vector<double> values;
+    std::size_t majorLabels = 0;
+    for (const LabelPlacement& placement : axis.tickLabelPlacements(axisRect)) {
+        if (placement.fate != LabelFate::Kept)
+            continue;
+        values.push_back(placement.value);
+        majorLabels += placement.isMajor ? 1 : 0;
+    }
+    if (majorLabels >= kEnoughMajorLabels && !areEvenlySpaced(values))
+        axis.setDrawsMinorLabels(false);
+}
+
 } // namespace
+
+void dropUnevenMinorLabels(TOLVGraph& graph, const Rect& inRect)
+{
+    if (dynamic_cast<TOLVLinearAxis*>(graph.horizontalAxis().get()))
+        dropUnevenMinorLabels(*graph.horizontalAxis(), graph.horizontalAxisRectInRect(inRect));
+    if (dynamic_cast<TOLVLinearAxis*>(graph.verticalAxis().get()))
+        dropUnevenMinorLabels(*graph.verticalAxis(), graph.verticalAxisRectInRect(inRect));
+}
 
 void setTickFormats(TOLVGraph& graph, const Options& options, bool xIsDate, const Categories* categories)
 {

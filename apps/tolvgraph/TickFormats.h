@@ -2,6 +2,8 @@
 
 #include "Options.h"
 
+#include <TOLVGraphing/platform/geometry/Rect.h>
+
 namespace TOLVGraphing {
 class TOLVGraph;
 }
@@ -13,5 +15,8 @@ class Categories;
 /// Sets how the axes of a graph write numbers and which of them they label, as the options say: `adaptive` where they do not, and dates where `xIsDate`. Axes and ranges are set before; an axis that
 /// is replaced later needs this again. Categories, null where there are none, are written as their texts.
 void setTickFormats(TOLVGraph& graph, const Options& options, bool xIsDate, const Categories* categories);
+
+/// Takes the minor labels away from evenly scaled axes on which those that have room, together with three major ones or more, would stand at uneven distances: 0, 3, 6, 10. The graph is laid out in the rectangle, in points.
+void dropUnevenMinorLabels(TOLVGraph& graph, const Rect& inRect);
 
 } // namespace TOLVGraphing::app

@@ -110,20 +110,13 @@ Range cellsAround(const TOLVGraph& graph, const Scale& scale, Range data, std::v
     return {scale.moved(data.from, -step * 0.5), scale.moved(data.to, step * 0.5)};
 }
 
-/// From the first category to the last one: the axis keeps room around them itself.
-Range categoryRange(const TOLVGraph& graph, const Options& options, Range data, std::vector<std::string>& notes)
-{
-    if (options.drawing == DrawingKind::Dotted && !haveEqualLengths(graph))
-        notes.emplace_back("--draw dotted spreads the rows evenly, but the series have different numbers of rows: the x axis does not tell where they are");
-    return Scale(options.xAxis).widenedIfEmpty(data);
-}
-
 Range fittingX(const TOLVGraph& graph, const Options& options, std::vector<std::string>& notes)
 {
     const Scale scale(options.xAxis);
     const Range data = dataRangeOfX(graph, scale);
+    // From the first category to the last one: the axis keeps room around them itself.
     if (options.hasCategories())
-        return categoryRange(graph, options, data, notes);
+        return scale.widenedIfEmpty(data);
     if (options.drawing == DrawingKind::Dotted)
         return scale.widenedIfEmpty(cellsAround(graph, scale, data, notes));
     const Range shown = scale.widenedIfEmpty(data);
@@ -154,11 +147,25 @@ Range fittingY(const TOLVGraph& graph, const Options& options)
     return scale.extended(scale.widenedIfEmpty(data), kFreePart, above);
 }
 
+/// The axis shows nothing, or all, where a series has no category in the range.
+bool hasCategoriesOfEverySeries(const TOLVGraph& graph, Range range)
+{
+    const auto isVisible = [&](float x) { return static_cast<double>(x) >= range.from && static_cast<double>(x) <= range.to; };
+    const auto series = graph.graphData();
+    return std::all_of(series.begin(), series.end(), [&](const auto& one) {
+        const float* x = one->X()->components();
+        return std::any_of(x, x + one->X()->length(), isVisible);
+    });
+}
+
 } // namespace
 
 Range visibleXRange(const TOLVGraph& graph, const Options& options, bool xIsDate, std::vector<std::string>& notes)
 {
-    return chosenRange("--x-range", options.xRange, fittingX(graph, options, notes), Scale(options.xAxis), xIsDate);
+    const Range range = chosenRange("--x-range", options.xRange, fittingX(graph, options, notes), Scale(options.xAxis), xIsDate);
+    if (options.hasCategories() && options.xRange && !hasCategoriesOfEverySeries(graph, range))
+        throw UsageError("--x-range", options.xRange->from + ":" + options.xRange->to, "a range with categories of every series");
+    return range;
 }
 
 Range visibleYRange(const TOLVGraph& graph, const Options& options)

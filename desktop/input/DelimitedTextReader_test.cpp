@@ -42,6 +42,9 @@ const FormatCase kSeparatorCases[] = {
     { "comma", "a,b\n1,2\n3,4\n", "a: 1 3 | b: 2 4" },
     { "semicolon", "a;b\n1;2\n3;4\n", "a: 1 3 | b: 2 4" },
     { "semicolonAndPoint", "a;b\n1.5;2.5\n3;4\n", "a: 1.5 3 | b: 2.5 4" },
+    { "commaBehindNumberedWords", "name,v\nitem 1,5\nitem 2,7\n", "name(text): nan nan | v: 5 7" },
+    { "commaBehindNumberedWordsWithoutHeader", "item 1,5\nitem 2,7\n", "column 1(text): nan nan | column 2: 5 7" },
+    { "blanksAndDecimalComma", "name v\nitem 1,5\nitem 2,7\n", "name(text): nan nan | v: 1.5 2.7" },
     { "tab", "a\tb\n1\t2\n3\t4\n", "a: 1 3 | b: 2 4" },
     { "oneBlank", "a b\n1 2\n3 4\n", "a: 1 3 | b: 2 4" },
     { "runsOfBlanks", "  a    b\n  1    2  \n 30   40\n", "a: 1 30 | b: 2 40" },
@@ -85,6 +88,10 @@ const FormatCase kNumberCases[] = {
 INSTANTIATE_TEST_SUITE_P(Numbers, DelimitedFormat, ::testing::ValuesIn(kNumberCases), caseName);
 
 const FormatCase kHeaderCases[] = {
+    { "namesWithoutNumbersBelowAHeader", "country,v\nChad,\nPeru,n/a\nOman,5\nLaos,7\n", "country(text): nan nan nan nan | v: nan nan 5 7" },
+    { "namesWithoutNumbersInSeveralColumns", "country,v,w\nChad,,\nOman,5,6\nLaos,7,8\n", "country(text): nan nan nan | v: nan 5 7 | w: nan 6 8" },
+    { "namesWithoutNumbersAndUnits", "country;v\n;V\nChad;\nOman;5\nLaos;7\n", "country(text): nan nan nan | v[V]: nan 5 7" },
+    { "titleAboveAHeader", "results,\nname,v\nOman,5\nLaos,7\n", "name(text): nan nan | v: 5 7" },
     { "noHeader", "1,2\n3,4\n", "column 1: 1 3 | column 2: 2 4" },
     { "unitsRow", "X,CH1,CH2,\nSecond,Volt,Volt,\n-5.9e-04,-1.28e+00,5.4e+00,\n-5.8e-04,1,2,\n", "X[Second]: -0.00059 -0.00058 | CH1[Volt]: -1.28 1 | CH2[Volt]: 5.4 2" },
     { "unitsInBrackets", "t;U\n[s];[counts]\n1;2\n3;4\n", "t[s]: 1 3 | U[counts]: 2 4" },
@@ -438,6 +445,21 @@ TEST(DelimitedTextReader, shortRowsOfAWideTableDoNotFillTheMemory)
     EXPECT_EQ(text.substr(text.find(',')), ", expected rows of equal length");
     // One wide row among many is an odd one.
     EXPECT_EQ(readContent(repeated("1,", 10000) + "1\n" + repeated("2\n", 100000)).longRowCount, 1U);
+}
+
+TEST(DelimitedTextReader, yearsAboveWordsAndNumbersAreNames)
+{
+    const MeasurementTable table = readContent("city,2019,2020,2021\nLund,12,15,9\nYstad,20,,25\n");
+    ASSERT_EQ(table.columns.size(), 4U);
+    EXPECT_EQ(table.columns[0].name, "city");
+    EXPECT_EQ(table.columns[3].name, "2021");
+    EXPECT_EQ(table.rowCount(), 2U);
+    EXPECT_EQ(readContent("\"city\";\"1999\";\"2009\"\nLund;12;15\nYstad;20;25\n").columns[1].name, "1999");
+    // No names: a lone year, years that do not ascend or are of other lengths, other numbers, and rows that are all so.
+    for (const char* content : {"a,2019\nb,12\nc,13\n", "a,2020,2019\nb,1,2\nc,3,4\n", "a,999,2019\nb,1,2\nc,3,4\n", "a,2019.5,2020\nb,1,2\nc,3,4\n", "a,1990,2000\nb,1991,2001\nc,1992,2002\n"}) {
+        SCOPED_TRACE(content);
+        EXPECT_EQ(readContent(content).rowCount(), 3U);
+    }
 }
 
 /// Rows of every kind at every place of a block's end, with a row count far beyond a stage.

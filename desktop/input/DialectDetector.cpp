@@ -38,6 +38,9 @@ double score(const std::vector<SampleRow>& rows)
             continue;
         // Rows of another length show that the separator is wrong; they count a little, because a preamble has them too.
         total += static_cast<double>(row.valueCount) * (row.fields.size() == width ? 1.0 : 0.25);
+        // Between separators that do equally well otherwise a header decides: `name,v` above `item 1,5` has two fields between commas only.
+        if (row.valueCount == 0 && width > 1 && row.fields.size() == width)
+            total += 0.01;
         for (std::size_t column = 0; column < row.kinds.size(); ++column) {
             if (row.kinds[column] == FieldKind::Word)
                 total -= isSuspicious(row.fields[column].text) ? 1.0 : 0.001;

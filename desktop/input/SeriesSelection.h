@@ -12,8 +12,8 @@
 
 namespace TOLVGraphing::input {
 
-/// The most rows of a table that is drawn by categories. More is an error: no sheet has room for them.
-inline constexpr std::size_t kMaximumCategoryCount = 100'000;
+/// The most rows of a table that is drawn by categories. More is an error: not even the largest sheet, 14,400 points wide, has room for them.
+inline constexpr std::size_t kMaximumCategoryCount = 20'000;
 
 /// Which columns of a table become series. A column is named by its name, by its display name ("column 3") or by its number counted from 1; a name goes before a number.
 struct ColumnRequest {

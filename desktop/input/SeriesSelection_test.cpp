@@ -293,15 +293,15 @@ TEST(CategorySelection, ErrorsSayWhatWasFoundAndExpected)
     EXPECT_EQ(errorOf(countries(), categories({}, {"country"})), "file.csv: no number in column 'country', expected a column of numbers");
     EXPECT_EQ(errorOf(table({column("t", {0, 1}), column("w", {kGap, kGap}, ColumnKind::Text)}), categories()), "file.csv: no column of numbers to draw among 't', 'w', expected at least one besides x");
     EXPECT_EQ(errorOf(table({column("t", {0, 1}), column("a", {inf, kGap})}), categories()), "file.csv: no row with a finite number to draw, expected at least one");
-    EXPECT_EQ(errorOf(table({column("t", std::vector<float>(kMaximumCategoryCount + 1, 1.0F))}), categories()), "file.csv: 100001 rows to draw as categories, expected at most 100000");
+    EXPECT_EQ(errorOf(table({column("t", std::vector<float>(kMaximumCategoryCount + 1, 1.0F))}), categories()), "file.csv: 20001 rows to draw as categories, expected at most 20000");
 }
 
 TEST(CategorySelection, AsManyCategoriesAsAllowed)
 {
     const auto selection = selectSeries(table({column("y", std::vector<float>(kMaximumCategoryCount, 1.0F))}), categories());
     EXPECT_EQ(selection.categoryTexts.size(), kMaximumCategoryCount);
-    EXPECT_EQ(selection.categoryTexts.back(), "99999");
-    EXPECT_EQ(selection.series[0].data->X()->components()[kMaximumCategoryCount - 1], 99999.0F);
+    EXPECT_EQ(selection.categoryTexts.back(), "19999");
+    EXPECT_EQ(selection.series[0].data->X()->components()[kMaximumCategoryCount - 1], 19999.0F);
 }
 
 } // namespace

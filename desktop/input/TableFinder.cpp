@@ -40,6 +40,24 @@ bool hasKeyAndValues(const SampleRow& row)
     return row.kindAt(0) == FieldKind::Word && row.wordCount == 1 && row.valueCount > 0;
 }
 
+/// A word and then two or more years that ascend: `city,2019,2020,2021`, the names of a table with words in its first column.
+bool isNameAndYears(const SampleRow& row)
+{
+    constexpr std::string_view kEarliest = "1000";
+    constexpr std::string_view kLatest = "2999";
+    if (!hasKeyAndValues(row) || row.width < 3)
+        return false;
+    std::string former;
+    for (std::size_t column = 1; column < row.width; ++column) {
+        const std::string text = row.fields[column].unquoted();
+        const bool isYear = text.size() == kEarliest.size() && text.find_first_not_of("0123456789") == std::string::npos && text >= kEarliest && text <= kLatest;
+        if (!isYear || text <= former)
+            return false;
+        former = text;
+    }
+    return true;
+}
+
 bool isAllWords(const SampleRow& row)
 {
     return row.wordCount > 0 && row.valueCount == 0;
@@ -83,6 +101,8 @@ private:
     bool isBetter(const Body& body, const Body& other);
     void skipSmallTable(const Body& body);
     void takeRowsAbove(const SampleRow& pattern);
+    void takeGapsAbove(const SampleRow& pattern);
+    bool isNamedGap(const SampleRow& row, const SampleRow& pattern) const;
     template<typename Length> std::size_t commonLength(Length length) const;
     std::size_t bodyWidth() const;
     void findHeader();
@@ -147,6 +167,7 @@ bool TableFinder::findBody()
     skipSmallTable(best);
     m_width = bodyWidth();
     takeRowsAbove(m_rows[best.pattern]);
+    takeGapsAbove(m_rows[best.pattern]);
     return true;
 }
 
@@ -212,6 +233,28 @@ void TableFinder::takeRowsAbove(const SampleRow& pattern)
     }
 }
 
+/// Rows of names whose numbers are all missing belong to the table below a header of full width: `Chad,` between `country,population` and `Peru,34` names no column of numbers.
+void TableFinder::takeGapsAbove(const SampleRow& pattern)
+{
+    std::size_t start = m_bodyStart;
+    auto above = rowAbove(start, false);
+    for (; above && isNamedGap(m_rows[*above], pattern); above = rowAbove(start, false))
+        start = *above;
+    if (above && isAllWords(m_rows[*above]) && m_rows[*above].width >= m_width)
+        m_bodyStart = start;
+}
+
+bool TableFinder::isNamedGap(const SampleRow& row, const SampleRow& pattern) const
+{
+    if (row.wordCount == 0 || row.fields.size() < m_width)
+        return false;
+    for (std::size_t column = 0; column < m_width; ++column) {
+        if (row.kindAt(column) != FieldKind::Empty && pattern.kindAt(column) != FieldKind::Word)
+            return false;
+    }
+    return true;
+}
+
 /// Sentences with a number here and there are no table: mostly words, no header, and few rows or rows of differing length.
 bool TableFinder::isProse() const
 {
@@ -274,6 +317,10 @@ void TableFinder::findHeader()
         if (aboveOdd && isAllWords(m_rows[*aboveOdd]))
             header = aboveOdd;
     }
+    // A row of years fits the rows below it, which have words in their first column too.
+    const bool isAboveOthers = m_bodyStart + 1 < m_rows.size() && !isNameAndYears(m_rows[m_bodyStart + 1]);
+    if (!header && isAboveOthers && isNameAndYears(m_rows[m_bodyStart]))
+        header = m_bodyStart;
     if (!header)
         return;
     auto namesRow = isUnitsRow(m_rows[*header]) ? headerAbove(*header) : std::nullopt;

@@ -35,7 +35,8 @@ struct TableLayout {
 /// Finds the table in the first part of a text file.
 ///
 /// Rows near the end of the sample are taken as patterns of a table row (which columns are numbers, dates, words); the table is the longest
-/// stretch up to the end of the sample of which at least half fits the pattern, preferably one below a header. What stands before it is a title, lines of keys
+/// stretch up to the end of the sample of which at least half fits the pattern, preferably one below a header; names without their numbers
+/// directly below that header belong to it. What stands before it is a title, lines of keys
 /// and values, comments, or the header: the nearest row of words with about as many fields as the table. A row of units between the names
 /// and the table is told by the words in it. A comment line directly before the table that has one word per column is a header too.
 ///

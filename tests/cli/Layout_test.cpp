@@ -34,10 +34,17 @@ constexpr const char* kTwo = "t,first,second\n0,1,2\n1,2,3\n2,1,1\n3,2,2\n";
 
 constexpr const char* kLongNames = "t,a name of a series so long that no row of a legend in a picture of usual size can hold it as a whole,b\n0,1,2\n1,2,3\n2,1,1\n3,2,2\n";
 
+constexpr const char* kNames = "name,first,second\nquartz,1,2\ngypsum,2,3\na mineral with a rather long name,1,1\nmica,2,2\n";
+constexpr const char* kLongName = "name,v\none category with a name that is wider than its slot,1\n";
+constexpr const char* kAudio = "f,dB\n20,-3\n200,0\n2000,1\n20000,-6\n";
+constexpr const char* kDecades = "f,v\n1e-12,1e12\n1,1\n1e12,1e-12\n";
+
 const LayoutCase kCases[] = {
     {"millions", kMillions, {}, "1,000,000"},
     {"millionsWithTitle", kMillions, {"--title", "gypsum and quartz", "--y-label", "Pressure (Pa)"}, "gypsum and quartz"},
-    {"billions", kBillions, {}, "-4,000,000,000"},
+    {"billions", kBillions, {}, "-4\xC3\x97" "10\xE2\x81\xB9"},
+    {"billionsInDecimalStyle", kBillions, {"--y-format", "decimal"}, "-4,000,000,000"},
+    {"billionsWithPrefixes", kBillions, {"--y-format", "si"}, "-4G"},
     {"tiny", kTiny, {}, "0.0001"},
     {"tinyX", kTinyX, {}, "-0.0006"},
     {"largeX", kLargeX, {}, "1,000,000"},
@@ -54,6 +61,18 @@ const LayoutCase kCases[] = {
     {"small", kTwo, {"--size", "150x110", "--legend"}, "first"},
     {"large", kMillions, {"--size", "2000x1400", "--title", "large"}, "1,000,000"},
     {"longNames", kLongNames, {"--legend", "--y-label", "", "--size", "300x200"}, "b"},
+    {"bars", kNames, {"--draw", "bar", "--legend"}, "gypsum"},
+    {"barsInLittleRoom", kNames, {"--draw", "bar", "--legend", "--size", "200x150"}, "quartz"},
+    {"barsWithLongBadge", kNames, {"--draw", "bar", "--marker", "a mineral with a rather long name", "--size", "300x200"}, "a mineral with a rather long name"},
+    {"barsOfOneLongName", kLongName, {"--draw", "bar"}, "one category with a name that is wider than its slot"},
+    {"lines", kNames, {"--draw", "line", "--legend", "--title", "Minerals"}, "quartz"},
+    {"linesOfMillions", kMillions, {"--draw", "line"}, "1,000,000"},
+    {"audio", kAudio, {"--x-axis", "log", "--x-format", "si", "--x-range", "20:20000"}, "20k"},
+    {"audioInFull", kAudio, {"--x-axis", "log", "--x-format", "adaptive", "--size", "400x300"}, "10,000"},
+    {"audioScientific", kAudio, {"--x-axis", "log", "--x-format", "scientific"}, "1\xC3\x97" "10\xC2\xB2"},
+    {"manyDecades", kDecades, {"--x-axis", "log", "--y-axis", "log"}, "1\xC3\x97" "10\xE2\x81\xBB\xC2\xB9\xC2\xB2"},
+    {"crosses", kTwo, {"--draw", "x", "--legend"}, "first"},
+    {"impulses", kTiny, {"--draw", "impulse"}, "0.0001"},
     {"longLegend", kTwo, {"--legend", "--size", "120x200"}, "second"},
 };
 

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <filesystem>
 
 namespace TOLVGraphing::testing_support {
@@ -45,7 +46,7 @@ TEST_F(Options, helpNamesEveryOption)
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.error, "");
     for (const char* name : {"FILE", "-o,--output", "--size", "--scale", "--x ", "--y ", "--x-range", "--y-range", "--title", "--x-label", "--y-label", "--draw", "--color", "--pattern", "--thickness",
-             "--marker", "--legend", "--margin", "--list-columns", "--version", "-h,--help"})
+             "--x-axis", "--y-axis", "--categories", "--x-format", "--y-format", "--marker", "--legend", "--layout", "--margin", "--list-columns", "--version", "-h,--help"})
         EXPECT_THAT(result.output, testing::HasSubstr(name));
     EXPECT_EQ(run({"-h"}).output, result.output);
     EXPECT_EQ(run({"-h", "missing.csv", "--size", "nonsense"}).output, result.output) << "help goes before everything else";
@@ -226,6 +227,44 @@ TEST_F(Options, kindsOfDrawing)
     for (const DrawnPath& path : dotted.paths)
         dots += path.fill == "#0072b2" ? 1 : 0;
     EXPECT_EQ(dots, 5U);
+}
+
+TEST_F(Options, kindsOfMarks)
+{
+    const DrawnPage crosses = drawnInPlace("table.csv", {"--draw", "x", "--y", "a", "--x-range", "0:4", "--y-range", "0:10"});
+    const auto strokes = crosses.strokesOfColor("#0072b2");
+    const Point middles[] = {{60, 220}, {135, 20}, {210, 120}, {285, 180}, {360, 220}};
+    ASSERT_EQ(strokes.size(), 5U);
+    for (std::size_t i = 0; i < 5; ++i) {
+        const auto points = strokes[i].points();
+        ASSERT_EQ(points.size(), 4U);
+        EXPECT_EQ(points[0].x, middles[i].x - 4.0);
+        EXPECT_EQ(points[1].x, middles[i].x + 4.0);
+        EXPECT_EQ((points[0].y + points[1].y) * 0.5, middles[i].y);
+    }
+    // Lines one point wide from the bottom; zero needs none. Without a range there is room beside the first and the last one, and zero is the bottom.
+    const DrawnPage impulses = drawnInPlace("table.csv", {"--draw", "impulse", "--y", "b"});
+    std::vector<double> heights;
+    for (const DrawnPath& path : impulses.paths) {
+        if (path.fill != "#0072b2")
+            continue;
+        const auto points = path.points();
+        ASSERT_EQ(points.size(), 4U);
+        const double x = 60.0 + 300.0 * (static_cast<double>(heights.size()) + 4.0 * 6.0 / 400.0) / (4.0 * (1.0 + 2.0 * 6.0 / 400.0));
+        EXPECT_EQ(points[0].x, std::rint(x));
+        EXPECT_EQ(points[1].x, std::rint(x) + 1.0);
+        heights.push_back(points[0].y - points[2].y);
+    }
+    ASSERT_EQ(heights.size(), 5U);
+    for (std::size_t i = 0; i < 5; ++i)
+        EXPECT_EQ(heights[i], std::rint(200.0 * (5.0 + static_cast<double>(i)) / (9.0 * 1.05)));
+}
+
+TEST_F(Options, layoutCanBeTheOnlyOutput)
+{
+    EXPECT_TRUE(succeededSilently(run({"table.csv", "--layout", "place.json"})));
+    EXPECT_TRUE(succeededSilently(run({"table.csv", "--layout", "PLACE.JSON", "-o", "picture.svg"})));
+    EXPECT_EQ(run({"missing.csv", "--layout", "place.json"}).status, 1) << "the file is read";
 }
 
 TEST_F(Options, dottedTellsOfUnevenSamples)

@@ -46,7 +46,12 @@ TEST_F(WrongUsage, valuesThatAnOptionCannotTake)
         {"--scale", {"0", "-1", "two", "65", "nan", "inf", "2x", longest}, "a number greater than 0 and at most 64"},
         {"--x-range", {"5", "1-5", "1:2:3", "words"}, "FROM:TO, for example 0:10; an end may be left out"},
         {"--y-range", {"5", "1-5", "1:2:3", "words"}, "FROM:TO, for example 0:10; an end may be left out"},
-        {"--draw", {"bars", "Curve", "dots"}, "one of curve, plain-curve, dotted"},
+        {"--draw", {"bars", "Curve", "dots"}, "one of curve, plain-curve, dotted, line, bar, x, impulse"},
+        {"--x-axis", {"logarithmic", "Log", "bars", "category", "2"}, "one of linear, log, bar, line"},
+        {"--y-axis", {"bar", "line", "lin", "log10"}, "one of linear, log"},
+        {"--x-format", {"SI", "k", "iso", "0.00"}, "one of decimal, adaptive, si, scientific, date"},
+        {"--y-format", {"dates", "sci", "plain"}, "one of decimal, adaptive, si, scientific, date"},
+        {"--layout", {"layout", "layout.jso", "json", "layout.json.txt", "layout.svg"}, "a name that ends in .json"},
         {"--color", {"red", "12345", "1234567", "#12345g", "0x12", "##123456"}, "six hexadecimal digits RRGGBB, for example 0072B2"},
         {"--pattern", {"dash", "Solid", "1"}, "one of solid, dashed, dash-dot, dotted"},
         {"--thickness", {"0", "-2", "thick", "1001", "nan"}, "a number greater than 0 and at most 1000"},
@@ -97,6 +102,42 @@ TEST_F(WrongUsage, endsOfRangesThatAreNoNumbers)
     EXPECT_TRUE(endedWith(run({"dates.csv", "-o", "picture.svg", "--y-range", "2012-01-01:2012-02-01"}), 2, "tolvgraph: --y-range: found '2012-01-01', expected a number\n"));
 }
 
+struct CombinationCase {
+    std::vector<std::string> options;
+    const char* message;
+};
+
+TEST_F(WrongUsage, optionsThatDoNotGoTogether)
+{
+    constexpr const char* kLine = "--x-axis: found 'bar', expected line, the axis that --draw line needs";
+    constexpr const char* kBar = "--x-axis: found 'log', expected bar or line, the axes that --draw bar needs";
+    constexpr const char* kCategories = "--categories: found 't', expected an axis of categories with it: --x-axis bar or line, or --draw bar or line";
+    constexpr const char* kFormat = "--x-format: found 'si', expected an axis of numbers with it, --x-axis linear or log: categories are texts";
+    const CombinationCase cases[] = {
+        {{"--draw", "line", "--x-axis", "bar"}, kLine},
+        {{"--x-axis", "bar", "--draw", "line"}, kLine},
+        {{"--draw", "line", "--x-axis", "linear"}, "--x-axis: found 'linear', expected line, the axis that --draw line needs"},
+        {{"--draw", "line", "--x-axis", "log"}, "--x-axis: found 'log', expected line, the axis that --draw line needs"},
+        {{"--draw", "bar", "--x-axis", "log"}, kBar},
+        {{"--draw", "bar", "--x-axis", "linear"}, "--x-axis: found 'linear', expected bar or line, the axes that --draw bar needs"},
+        {{"--draw", "curve", "--x-axis", "bar"}, "--draw: found 'curve', expected bar, line, x or impulse with --x-axis bar, whose categories it does not match"},
+        {{"--draw", "dotted", "--x-axis", "bar"}, "--draw: found 'dotted', expected bar, line, x or impulse with --x-axis bar, whose categories it does not match"},
+        {{"--draw", "plain-curve", "--x-axis", "line"}, "--draw: found 'plain-curve', expected bar, line, x or impulse with --x-axis line, whose categories it does not match"},
+        {{"--categories", "t"}, kCategories},
+        {{"--categories", "t", "--x-axis", "log"}, kCategories},
+        {{"--categories", "t", "--draw", "x"}, kCategories},
+        {{"--categories", "t", "--list-columns"}, kCategories},
+        {{"--x-format", "si", "--draw", "bar"}, kFormat},
+        {{"--x-format", "si", "--x-axis", "line", "--draw", "x"}, kFormat},
+    };
+    for (const CombinationCase& one : cases) {
+        std::vector<std::string> arguments{"table.csv", "-o", "picture.svg"};
+        arguments.insert(arguments.end(), one.options.begin(), one.options.end());
+        EXPECT_TRUE(endedWith(run(arguments), 2, std::string("tolvgraph: ") + one.message + kHint)) << testing::PrintToString(one.options);
+    }
+    EXPECT_EQ(folder().read("picture.svg"), "");
+}
+
 TEST_F(WrongUsage, missingArguments)
 {
     EXPECT_TRUE(endedWith(run({}), 2, std::string("tolvgraph: FILE: found nothing, expected at least one measurement file, or - for standard input") + kHint));
@@ -129,8 +170,12 @@ TEST_F(WrongUsage, optionsThatDoNotExistOrLackAValue)
         {"table.csv", "-o", "picture.svg", "--marker"},
         {"table.csv", "-o", "picture.svg", "--legend=perhaps"},
         {"table.csv", "-o", "picture.svg", "--size", "10x10", "--size", "20x20"},
+        {"table.csv", "-o", "picture.svg", "--x-axis"},
+        {"table.csv", "-o", "picture.svg", "--categories"},
+        {"table.csv", "--layout"},
+        {"table.csv", "--layout", "one.json", "--layout", "two.json"},
     };
-    const char* const named[] = {"--colour", "-q", "--output", "--size", "--marker", "--legend", "--size"};
+    const char* const named[] = {"--colour", "-q", "--output", "--size", "--marker", "--legend", "--size", "--x-axis", "--categories", "--layout", "--layout"};
     for (std::size_t i = 0; i < cases.size(); ++i) {
         const ProcessResult result = run(cases[i]);
         EXPECT_EQ(result.status, 2) << result.text();

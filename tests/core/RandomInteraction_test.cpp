@@ -22,8 +22,8 @@ double mostTicks(const TOLVAxis& axis, double length)
     const double lines = std::max(length, 0.0) / 4.0;
     const auto* logarithmic = dynamic_cast<const TOLVLogarithmicAxis*>(&axis);
     if (!logarithmic) {
-        // One to ten steps between major values, whose halves are listed however short the axis is.
-        return std::max(lines + 13.0, 36.0);
+        // One to ten steps between major values, whose halves are listed however short the axis is. Where floats are as coarse as the steps, rounding shortens a step by up to a third.
+        return std::max(1.5 * lines + 13.0, 36.0);
     }
     if (logarithmic->minorValuesDepth() == 2)
         return lines + 2.0;

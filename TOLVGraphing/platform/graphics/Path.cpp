@@ -152,7 +152,6 @@ void Path::addPath(const Path& path, const AffineTransform* withTransform)
     const std::vector<Point> points(path.m_points);
     const std::vector<Verb> verbs(path.m_verbs);
     m_verbs.insert(m_verbs.end(), verbs.begin(), verbs.end());
-    m_points.reserve(m_points.size() + points.size());
     for (const Point& point : points)
         m_points.push_back(transformed(point, withTransform));
 }
