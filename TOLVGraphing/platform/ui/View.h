@@ -4,7 +4,9 @@
 #include "../foundation/PropertyValue.h"
 #include "../geometry/AffineTransform.h"
 #include "../geometry/Rect.h"
+#include "../graphics/OutputKind.h"
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -36,7 +38,7 @@ public:
     // Geometry.
 
     [[nodiscard]] const Rect& frame() const { return m_frame; }
-    /// Asks for redisplay.
+    /// Asks for redisplay when the frame is another one.
     void setFrame(const Rect& frame);
     void setFrameSize(const Size& size) { setFrame({m_frame.origin, size}); }
     [[nodiscard]] Rect bounds() const { return {{}, m_frame.size}; }
@@ -89,6 +91,8 @@ public:
     /// The part of the view that lies in the rectangle (own coordinates), drawn as a document of its size.
     [[nodiscard]] std::vector<std::byte> dataWithPDFInsideRect(const Rect& rect);
     [[nodiscard]] std::vector<std::byte> dataWithEPSInsideRect(const Rect& rect);
+    /// A document of any kind; images have two pixels a point.
+    [[nodiscard]] std::vector<std::byte> dataInsideRect(const Rect& rect, OutputKind kind);
 
 protected:
     /// Sets the property; false when the class has none of this name.
