@@ -3,6 +3,7 @@
 #include "OutputError.h"
 #include "TOLVGraphing/platform/geometry/Rect.h"
 #include "TOLVGraphing/platform/graphics/Color.h"
+#include "TOLVGraphing/platform/graphics/OutputKind.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -14,9 +15,6 @@
 namespace TOLVGraphing {
 
 class DrawingContext;
-
-/// The kinds of file that a drawing becomes. PostScript is one page for a printer, EPS one for placing in a document.
-enum class OutputKind : std::uint8_t { PDF, PostScript, EPS, SVG, PNG, TIFF };
 
 /// What a drawing is written with.
 struct OutputSettings {

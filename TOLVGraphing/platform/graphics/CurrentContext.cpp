@@ -1,10 +1,13 @@
 #include "CurrentContext.h"
 
+#include <utility>
+
 namespace TOLVGraphing {
 
 namespace {
 
 thread_local DrawingContext* t_current = nullptr;
+thread_local bool t_isFlipped = false;
 
 } // namespace
 
@@ -14,14 +17,30 @@ DrawingContext* currentContext()
 }
 
 CurrentContextScope::CurrentContextScope(DrawingContext& context)
-    : m_former(t_current)
+    : m_former(std::exchange(t_current, &context))
+    , m_formerIsFlipped(std::exchange(t_isFlipped, false))
 {
-    t_current = &context;
 }
 
 CurrentContextScope::~CurrentContextScope()
 {
     t_current = m_former;
+    t_isFlipped = m_formerIsFlipped;
+}
+
+bool coordinatesAreFlipped()
+{
+    return t_isFlipped;
+}
+
+FlippedCoordinatesScope::FlippedCoordinatesScope(bool areFlipped)
+    : m_former(std::exchange(t_isFlipped, areFlipped))
+{
+}
+
+FlippedCoordinatesScope::~FlippedCoordinatesScope()
+{
+    t_isFlipped = m_former;
 }
 
 } // namespace TOLVGraphing

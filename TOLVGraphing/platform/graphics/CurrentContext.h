@@ -18,6 +18,22 @@ public:
 
 private:
     DrawingContext* m_former;
+    bool m_formerIsFlipped;
+};
+
+/// True while the y coordinates of the current drawing grow downwards, as in a flipped view. Texts then stand upright below their point; a context that has just become current is not flipped.
+[[nodiscard]] bool coordinatesAreFlipped();
+
+/// Says for the life of the scope how y coordinates grow; whoever opens it applies the transform that makes it so.
+class FlippedCoordinatesScope {
+public:
+    explicit FlippedCoordinatesScope(bool areFlipped);
+    ~FlippedCoordinatesScope();
+    FlippedCoordinatesScope(const FlippedCoordinatesScope&) = delete;
+    FlippedCoordinatesScope& operator=(const FlippedCoordinatesScope&) = delete;
+
+private:
+    bool m_former;
 };
 
 } // namespace TOLVGraphing

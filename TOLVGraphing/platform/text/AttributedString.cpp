@@ -2,6 +2,7 @@
 
 #include "../graphics/CurrentContext.h"
 #include "../graphics/DrawingContext.h"
+#include "../graphics/GraphicsStateSaver.h"
 #include "TextSystem.h"
 
 #include <utility>
@@ -27,15 +28,27 @@ Size AttributedString::size() const
 
 void AttributedString::drawAtPoint(Point point) const
 {
-    if (DrawingContext* context = currentContext())
+    DrawingContext* context = currentContext();
+    if (!context)
+        return;
+    if (!coordinatesAreFlipped()) {
         context->drawText(*this, point);
+        return;
+    }
+    // Back to upright letters: y grows upwards again from the lower edge of the line box.
+    const GraphicsStateSaver saver(*context);
+    AffineTransform upright;
+    upright.translateXBy(point.x, point.y + size().height);
+    upright.scaleXBy(1.0, -1.0);
+    context->concatenateTransform(upright);
+    context->drawText(*this, {});
 }
 
 void AttributedString::drawInRect(const Rect& rect) const
 {
     if (!currentContext())
         return;
-    drawAtPoint({rect.x(), rect.maxY() - size().height});
+    drawAtPoint({rect.x(), coordinatesAreFlipped() ? rect.y() : rect.maxY() - size().height});
 }
 
 double Font::ascender() const

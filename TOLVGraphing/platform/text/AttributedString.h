@@ -23,9 +23,9 @@ public:
 
     /// The typographic width of the longest line and the height of all lines, in points, as the installed text system measures them.
     [[nodiscard]] Size size() const;
-    /// Draws into the current context with the lower-left corner of the line box at the point; nothing happens without a context.
+    /// Draws into the current context with the lower-left corner of the line box at the point, in flipped coordinates with the upper-left one; nothing happens without a context.
     void drawAtPoint(Point point) const;
-    /// Draws into the current context with the upper-left corner of the text in that of the rectangle (y growing upwards). Nothing is wrapped or cut off.
+    /// Draws into the current context with the upper-left corner of the text in that of the rectangle. Nothing is wrapped or cut off.
     void drawInRect(const Rect& rect) const;
 
     friend bool operator==(const AttributedString&, const AttributedString&) = default;

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <cstdint>
+
+namespace TOLVGraphing {
+
+/// The kinds of file that a drawing becomes. PostScript is one page for a printer, EPS one for placing in a document.
+enum class OutputKind : std::uint8_t { PDF, PostScript, EPS, SVG, PNG, TIFF };
+
+} // namespace TOLVGraphing

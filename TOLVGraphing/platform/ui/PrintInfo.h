@@ -1,0 +1,28 @@
+#pragma once
+
+#include "../geometry/Point.h"
+
+#include <string>
+
+namespace TOLVGraphing {
+
+/// The settings of a print job. Lengths are points, 1/72 inch. A value.
+struct PrintInfo {
+    /// The sheet as it is printed: wider than high for landscape. A4 in portrait by default.
+    Size paperSize{595.0, 842.0};
+    /// What stays empty at the edges.
+    double leftMargin = 72.0;
+    double rightMargin = 72.0;
+    double topMargin = 90.0;
+    double bottomMargin = 90.0;
+    /// What the print queue shows.
+    std::string jobTitle = "Graph";
+    int copies = 1;
+
+    /// The sheet is wider than high.
+    [[nodiscard]] bool isLandscape() const { return paperSize.width > paperSize.height; }
+
+    friend bool operator==(const PrintInfo&, const PrintInfo&) = default;
+};
+
+} // namespace TOLVGraphing

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "../platform/graphics/Color.h"
+#include "../platform/ui/View.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace TOLVGraphing {
+
+class TOLVLegendView;
+
+/// One line of a legend: a title and the colour of the swatch beside it (none draws no swatch).
+struct TOLVLegendEntry {
+    std::string title;
+    std::optional<Color> color;
+
+    friend bool operator==(const TOLVLegendEntry&, const TOLVLegendEntry&) = default;
+};
+
+/// What a legend view may ask for its entries. The operation is optional.
+class TOLVLegendViewDataSource {
+public:
+    using Entries = std::vector<TOLVLegendEntry>;
+
+    virtual ~TOLVLegendViewDataSource();
+
+    /// True when `entriesForLegendView` is implemented; false unless a subclass says so.
+    [[nodiscard]] virtual bool hasEntriesForLegendView() const { return false; }
+    [[nodiscard]] virtual Entries entriesForLegendView(TOLVLegendView& view);
+};
+
+/// A list of titles in Helvetica at 10 points, right-aligned, each with a swatch of its colour at the right edge. Flipped: y grows downwards from the upper edge.
+class TOLVLegendView final : public View {
+public:
+    using Entries = TOLVLegendViewDataSource::Entries;
+
+    /// The entries are copied.
+    [[nodiscard]] static std::shared_ptr<TOLVLegendView> initWithEntries(Entries entries, const Rect& frame);
+    explicit TOLVLegendView(const Rect& frame) : View(frame) {}
+
+    /// Copied.
+    [[nodiscard]] const Entries& entries() const { return m_entries; }
+    void setEntries(Entries entries) { m_entries = std::move(entries); }
+    /// Weak. Where it has entries, they replace the view's own each time the view is drawn.
+    [[nodiscard]] std::shared_ptr<TOLVLegendViewDataSource> dataSource() const { return m_dataSource.lock(); }
+    void setDataSource(std::weak_ptr<TOLVLegendViewDataSource> dataSource) { m_dataSource = std::move(dataSource); }
+
+    [[nodiscard]] bool isFlipped() const override { return true; }
+    /// Swatches are placed in the bounds, titles in the rectangle; the two agree when the whole view is drawn.
+    void drawRect(const Rect& dirtyRect) override;
+
+private:
+    Entries m_entries;
+    std::weak_ptr<TOLVLegendViewDataSource> m_dataSource;
+};
+
+} // namespace TOLVGraphing

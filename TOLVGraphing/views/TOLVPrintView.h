@@ -1,0 +1,45 @@
+#pragma once
+
+#include "../platform/ui/PrintInfo.h"
+#include "TOLVGraphView.h"
+#include "TOLVLegendView.h"
+
+#include <memory>
+#include <vector>
+
+namespace TOLVGraphing {
+
+/// A page: a copy of a graph view in its upper part, two and a half times as wide as high, and a legend below it. Its frame is the printable area of the paper. Flipped: y grows downwards.
+class TOLVPrintView final : public View {
+public:
+    using Entries = TOLVLegendView::Entries;
+
+    /// The view is copied, so that the one on the screen is not disturbed; both show the same graph. Entries are copied.
+    [[nodiscard]] static std::shared_ptr<TOLVPrintView> initWithPrintInfo(const PrintInfo& printInfo, const TOLVGraphView& view, Entries entries);
+    explicit TOLVPrintView(const PrintInfo& printInfo);
+
+    [[nodiscard]] const PrintInfo& printInfo() const { return m_printInfo; }
+    void setPrintInfo(const PrintInfo& printInfo) { m_printInfo = printInfo; }
+    [[nodiscard]] Entries& entries() { return m_entries; }
+    void setEntries(Entries entries) { m_entries = std::move(entries); }
+    [[nodiscard]] const std::shared_ptr<TOLVGraphView>& plotView() const { return m_plotView; }
+    /// Copied on setting; null for none.
+    void setPlotView(const std::shared_ptr<const TOLVGraphView>& view);
+    /// The legend of the last layout; null before the first drawing.
+    [[nodiscard]] const std::shared_ptr<TOLVLegendView>& legendView() const { return m_legendView; }
+
+    [[nodiscard]] bool isFlipped() const override { return true; }
+    /// Lays the page out, with the legend that it has, and logs its size in one line tagged as an error; its subviews draw themselves.
+    void drawRect(const Rect& dirtyRect) override;
+
+private:
+    PrintInfo m_printInfo;
+    Entries m_entries;
+    std::shared_ptr<TOLVGraphView> m_plotView;
+    std::shared_ptr<TOLVLegendView> m_legendView;
+};
+
+/// The legend of a graph: each series' name (or "Series 3" where it has none) and colour, in order.
+[[nodiscard]] TOLVLegendView::Entries legendEntriesOfGraph(const TOLVGraph& graph);
+
+} // namespace TOLVGraphing
