@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <thread>
+#include <utility>
 
 namespace TOLVGraphing {
 namespace {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TOLVGraphing {
@@ -110,6 +111,17 @@ TEST(MemoryPasteboard, ProvidersAreLetGoWithTheContents)
     pasteboard.setProviderForType([held = std::move(held)] { return Data(static_cast<std::size_t>(*held)); }, "a");
     EXPECT_FALSE(weak.expired());
     pasteboard.declareTypes({});
+    EXPECT_TRUE(weak.expired());
+}
+
+TEST(MemoryPasteboard, AProviderThatHasAnsweredIsLetGo)
+{
+    MemoryPasteboard pasteboard;
+    auto held = std::make_shared<int>(3);
+    const std::weak_ptr<int> weak = held;
+    pasteboard.declareTypes({"a"});
+    pasteboard.setProviderForType([held = std::move(held)] { return Data(static_cast<std::size_t>(*held)); }, "a");
+    EXPECT_EQ(pasteboard.dataForType("a"), Data(3));
     EXPECT_TRUE(weak.expired());
 }
 
