@@ -129,11 +129,13 @@ void TOLVGraphView::reloadData()
         m_graph->clearGraphData();
     const auto source = dataSource();
     // The announcement stays open on purpose: there is nothing that could be drawn.
-    if (!source || !source->hasDataSets() || !m_graph)
+    if (!source || !source->hasDataSets())
         return;
     const std::int32_t count = source->numberOfDataSetsInPlotView(*this);
     for (std::int32_t i = 0; i < count; ++i) {
         TOLVDataSet set = source->plotViewDataSetForIndex(*this, i);
+        if (!m_graph)
+            continue;
         m_graph->addGraphData(TOLVGraphData::graphDataWithX(std::move(set.x), std::move(set.y), set.color, std::move(set.lineStyle)));
     }
     didChangeValueForKey("canDrawGraph");
@@ -230,8 +232,10 @@ void TOLVGraphView::writeFurtherTypes(Pasteboard& pasteboard)
     pasteboard.setDataForType(dataWithEPSInsideRect(bounds()), kPasteboardTypeEPS);
     pasteboard.setDataForType(dataInsideRect(bounds(), OutputKind::SVG), kPasteboardTypeSVG);
     pasteboard.setDataForType(dataInsideRect(bounds(), OutputKind::PNG), kPasteboardTypePNG);
-    // Long series make long texts, which few ask for. The series are held, so that the text is that of the picture.
+    // Long series make long texts, which few ask for. Copies of the series (with the same samples) are held, so that the text is that of the picture.
     auto series = m_graph ? m_graph->graphData() : TOLVGraph::Series();
+    for (auto& one : series)
+        one = std::make_shared<TOLVGraphData>(*one);
     pasteboard.setProviderForType(
         [series = std::move(series)] {
             const std::string text = tabSeparatedData(series);
@@ -249,10 +253,15 @@ void TOLVGraphView::copy(const View*)
     const auto defaults = UserDefaults::standardUserDefaults();
     if (defaults->boolForKey(kUsesFixedCopySizeKey))
         setFrameSize({static_cast<double>(defaults->integerForKey(kFixedCopyWidthKey)), static_cast<double>(defaults->integerForKey(kFixedCopyHeightKey))});
-    writePDFInsideRect(bounds(), *pasteboard);
-    writeEPSInsideRect(bounds(), *pasteboard);
-    writeTIFFInsideRect(bounds(), *pasteboard);
-    writeFurtherTypes(*pasteboard);
+    try {
+        writePDFInsideRect(bounds(), *pasteboard);
+        writeEPSInsideRect(bounds(), *pasteboard);
+        writeTIFFInsideRect(bounds(), *pasteboard);
+        writeFurtherTypes(*pasteboard);
+    } catch (...) {
+        setFrameSize(size);
+        throw;
+    }
     if (defaults->boolForKey(kUsesFixedCopySizeKey))
         setFrameSize(size);
     pasteboard->finish();
@@ -260,6 +269,8 @@ void TOLVGraphView::copy(const View*)
 
 std::string tabSeparatedData(const std::vector<std::shared_ptr<TOLVGraphData>>& series)
 {
+    if (series.empty())
+        return {};
     std::string text;
     std::size_t rows = 0;
     for (std::size_t i = 0; i < series.size(); ++i) {

@@ -122,8 +122,8 @@ private:
     std::vector<ObserverToken> m_graphTokens;
 };
 
-/// The samples of a graph's series as text: for each series two columns separated by tabs, x and y, under its name, in the order of the graph; columns of shorter series end in empty fields. Numbers are the shortest texts
-/// that read back as the same float.
+/// The samples of a graph's series as text: for each series two columns separated by tabs, x and y, under its name ("y" without one), in the order of the graph; columns of shorter series end in empty fields. Separators and
+/// line ends in names become blanks. Numbers are the shortest texts that read back as the same float. Empty without series.
 [[nodiscard]] std::string tabSeparatedData(const std::vector<std::shared_ptr<TOLVGraphData>>& series);
 
 } // namespace TOLVGraphing

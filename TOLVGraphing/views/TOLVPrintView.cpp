@@ -3,8 +3,9 @@
 #include "../graph/TOLVGraph.h"
 #include "../platform/foundation/Log.h"
 
+#include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <string>
 #include <utility>
 
@@ -26,14 +27,19 @@ double roundedToFloat(double length)
     return static_cast<double>(std::rint(static_cast<float>(length)));
 }
 
+/// Six decimals and a point, whatever the locale: "500.000000".
+std::string decimals(double number)
+{
+    // The largest double has 309 digits before the point.
+    std::array<char, 400> buffer{};
+    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed, 6).ptr};
+}
+
 /// "Printing portrait to rect (0.000000,0.000000,500.000000,700.000000)".
 std::string pageText(const Rect& page)
 {
-    const char* format = page.width() > page.height() ? "Printing landscape to rect (%f,%f,%f,%f)" : "Printing portrait to rect (%f,%f,%f,%f)";
-    const int length = std::snprintf(nullptr, 0, format, page.x(), page.y(), page.width(), page.height());
-    std::string text(static_cast<std::size_t>(length), '\0');
-    std::snprintf(text.data(), text.size() + 1, format, page.x(), page.y(), page.width(), page.height());
-    return text;
+    const std::string orientation = page.width() > page.height() ? "landscape" : "portrait";
+    return "Printing " + orientation + " to rect (" + decimals(page.x()) + "," + decimals(page.y()) + "," + decimals(page.width()) + "," + decimals(page.height()) + ")";
 }
 
 } // namespace
@@ -72,10 +78,10 @@ void TOLVPrintView::drawRect(const Rect&)
     }
     // The height is that of the rest of the page, the gap not taken off.
     const Rect legendFrame(page.x(), page.y() + plotHeight + kLegendGap, page.width(), page.height() - plotHeight);
-    if (!m_legendView) {
+    if (!m_legendView)
         m_legendView = TOLVLegendView::initWithEntries(m_entries, legendFrame);
+    if (m_legendView->superview().get() != this)
         addSubview(m_legendView);
-    }
     m_legendView->setEntries(m_entries);
     m_legendView->setFrame(legendFrame);
     m_legendView->setDataSource(m_plotView);

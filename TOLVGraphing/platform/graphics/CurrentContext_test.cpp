@@ -51,5 +51,57 @@ TEST(CurrentContext, BelongsToItsThread)
     EXPECT_EQ(elsewhere, nullptr);
 }
 
+TEST(FlippedCoordinates, AreNotInForceOutsideOfScopes)
+{
+    EXPECT_FALSE(coordinatesAreFlipped());
+}
+
+TEST(FlippedCoordinates, ScopesNest)
+{
+    {
+        const FlippedCoordinatesScope flipped(true);
+        EXPECT_TRUE(coordinatesAreFlipped());
+        {
+            const FlippedCoordinatesScope again(true);
+            EXPECT_TRUE(coordinatesAreFlipped());
+            const FlippedCoordinatesScope upright(false);
+            EXPECT_FALSE(coordinatesAreFlipped());
+        }
+        EXPECT_TRUE(coordinatesAreFlipped());
+    }
+    EXPECT_FALSE(coordinatesAreFlipped());
+}
+
+TEST(FlippedCoordinates, EndForTheLifeOfAnotherCurrentContext)
+{
+    NullContext context;
+    const FlippedCoordinatesScope flipped(true);
+    {
+        const CurrentContextScope scope(context);
+        EXPECT_FALSE(coordinatesAreFlipped());
+        const FlippedCoordinatesScope inner(true);
+        EXPECT_TRUE(coordinatesAreFlipped());
+    }
+    EXPECT_TRUE(coordinatesAreFlipped());
+}
+
+TEST(FlippedCoordinates, AreRestoredWhenDrawingThrows)
+{
+    try {
+        const FlippedCoordinatesScope flipped(true);
+        throw std::runtime_error("no");
+    } catch (const std::runtime_error&) {
+        EXPECT_FALSE(coordinatesAreFlipped());
+    }
+}
+
+TEST(FlippedCoordinates, BelongToTheirThread)
+{
+    const FlippedCoordinatesScope flipped(true);
+    bool elsewhere = true;
+    std::thread([&] { elsewhere = coordinatesAreFlipped(); }).join();
+    EXPECT_FALSE(elsewhere);
+}
+
 } // namespace
 } // namespace TOLVGraphing

@@ -66,5 +66,50 @@ TEST(AttributedString, DrawsWithItsUpperLeftCornerInThatOfARectangle)
     EXPECT_EQ(context.calls(), Lines{"text \"Tj\" Helvetica 10 (0, 0, 0, 1) at (5, 88)"});
 }
 
+// Flipped coordinates: y grows downwards, and whoever says so has turned the context about already.
+
+TEST(AttributedString, DrawsUprightBelowItsPointInFlippedCoordinates)
+{
+    const TextSystemScope textScope(nullptr);
+    RecordingContext context;
+    const AttributedString text("Tj", {Font{"Helvetica", 10.0}, std::nullopt});
+    const FlippedCoordinatesScope outside(true);
+    text.drawAtPoint({1.0, 2.0});
+    {
+        const CurrentContextScope scope(context);
+        const FlippedCoordinatesScope flipped(true);
+        text.drawAtPoint({1.0, 2.0});
+    }
+    // The line is 12 high: its lower edge is at 14, and y grows upwards from there.
+    EXPECT_EQ(context.calls(), (Lines{"save", "transform [1 0 0 -1 1 14]", "text \"Tj\" Helvetica 10 (0, 0, 0, 1) at (0, 0)", "restore"}));
+}
+
+TEST(AttributedString, ItsUpperLeftCornerIsThatOfARectangleInFlippedCoordinatesToo)
+{
+    const TextSystemScope textScope(nullptr);
+    RecordingContext context;
+    const AttributedString text("Tj", {Font{"Helvetica", 10.0}, std::nullopt});
+    {
+        const CurrentContextScope scope(context);
+        const FlippedCoordinatesScope flipped(true);
+        text.drawInRect({5.0, 7.0, 1.0, 100.0});
+    }
+    EXPECT_EQ(context.calls(), (Lines{"save", "transform [1 0 0 -1 5 19]", "text \"Tj\" Helvetica 10 (0, 0, 0, 1) at (0, 0)", "restore"}));
+}
+
+TEST(AttributedString, AllItsLinesHangBelowThePointInFlippedCoordinates)
+{
+    const TextSystemScope textScope(nullptr);
+    RecordingContext context;
+    const AttributedString text("T\nj", {Font{"Helvetica", 10.0}, std::nullopt});
+    ASSERT_EQ(text.size().height, 24.0);
+    {
+        const CurrentContextScope scope(context);
+        const FlippedCoordinatesScope flipped(true);
+        text.drawAtPoint({0.0, 0.0});
+    }
+    EXPECT_EQ(context.calls().at(1), "transform [1 0 0 -1 0 24]");
+}
+
 } // namespace
 } // namespace TOLVGraphing

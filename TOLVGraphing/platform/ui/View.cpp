@@ -26,6 +26,14 @@ void View::setFrame(const Rect& frame)
     setNeedsDisplay();
 }
 
+void View::setBoundsOrigin(Point origin)
+{
+    if (m_boundsOrigin == origin)
+        return;
+    m_boundsOrigin = origin;
+    setNeedsDisplay();
+}
+
 // Hierarchy.
 
 void View::addSubview(const std::shared_ptr<View>& view)
@@ -47,11 +55,11 @@ void View::removeFromSuperview()
     const auto holder = superview();
     if (!holder)
         return;
-    m_superview.reset();
-    holder->setNeedsDisplay();
-    // Last, because it may be the holder's reference that keeps this view.
+    // It may be the holder's reference that keeps this view.
     const auto kept = shared_from_this();
+    m_superview.reset();
     std::erase(holder->m_subviews, kept);
+    holder->setNeedsDisplay();
 }
 
 // Redisplay.
@@ -62,20 +70,26 @@ void View::setNeedsDisplay()
     requestRedisplay();
 }
 
+void View::setRedisplayHandler(std::function<void()> handler)
+{
+    m_redisplayHandler = std::move(handler);
+    m_hasRequestedRedisplay = false;
+}
+
 void View::requestRedisplay()
 {
     if (const auto holder = superview()) {
         holder->requestRedisplay();
         return;
     }
-    if (std::exchange(m_hasRequestedRedisplay, true) || !m_redisplayHandler)
+    if (!m_redisplayHandler || std::exchange(m_hasRequestedRedisplay, true))
         return;
     // Copied, because a handler may replace itself.
     const auto handler = m_redisplayHandler;
     handler();
 }
 
-AffineTransform View::transformToSuperview(const Rect& frame, bool superviewIsFlipped) const
+AffineTransform View::transformFromFrame(const Rect& frame, bool superviewIsFlipped) const
 {
     AffineTransform transform;
     if (isFlipped() == superviewIsFlipped) {
@@ -84,6 +98,7 @@ AffineTransform View::transformToSuperview(const Rect& frame, bool superviewIsFl
         transform.translateXBy(frame.x(), frame.maxY());
         transform.scaleXBy(1.0, -1.0);
     }
+    transform.translateXBy(-m_boundsOrigin.x, -m_boundsOrigin.y);
     return transform;
 }
 
@@ -94,36 +109,43 @@ void View::displayInContext(DrawingContext& context)
 
 void View::displayInContext(DrawingContext& context, const Rect& dirtyRect)
 {
-    const CurrentContextScope scope(context);
-    const GraphicsStateSaver saver(context);
-    context.concatenateTransform(transformToSuperview(bounds(), false));
-    draw(context, dirtyRect);
+    drawInContext(context, dirtyRect, Purpose::Display);
 }
 
-void View::draw(DrawingContext& context, const Rect& dirtyRect)
+void View::drawInContext(DrawingContext& context, const Rect& dirtyRect, Purpose purpose)
 {
-    // A request that arrives while drawing is a new one.
-    m_needsDisplay = false;
-    m_hasRequestedRedisplay = false;
+    const CurrentContextScope scope(context);
+    const GraphicsStateSaver saver(context);
+    context.concatenateTransform(transformFromFrame({{}, m_frame.size}, false));
+    draw(context, dirtyRect, purpose);
+}
+
+void View::draw(DrawingContext& context, const Rect& dirtyRect, Purpose purpose)
+{
+    if (purpose == Purpose::Display) {
+        // A request that arrives while drawing is a new one.
+        m_needsDisplay = false;
+        m_hasRequestedRedisplay = false;
+    }
     const Rect visible = intersectionRect(dirtyRect, bounds());
     if (visible.isEmpty())
         return;
     {
         const FlippedCoordinatesScope flipped(isFlipped());
         const GraphicsStateSaver saver(context);
-        context.addRect(visible);
-        context.clip();
+        context.clipToPath(Path::pathWithRect(visible), FillRule::NonZero);
         drawRect(visible);
     }
     // Copied, because a view may be given subviews while it draws.
     const auto subviews = m_subviews;
     for (const auto& subview : subviews) {
+        const Rect visiblePart = intersectionRect(visible, subview->frame());
+        if (visiblePart.isEmpty())
+            continue;
         const GraphicsStateSaver saver(context);
-        const AffineTransform transform = subview->transformToSuperview(subview->frame(), isFlipped());
-        context.addRect(intersectionRect(visible, subview->frame()));
-        context.clip();
-        context.concatenateTransform(transform);
-        subview->draw(context, subview->bounds());
+        context.clipToPath(Path::pathWithRect(visiblePart), FillRule::NonZero);
+        context.concatenateTransform(subview->transformFromFrame(subview->frame(), isFlipped()));
+        subview->draw(context, subview->bounds(), purpose);
     }
 }
 
@@ -166,13 +188,14 @@ std::vector<std::byte> View::dataInsideRect(const Rect& rect, OutputKind kind)
     const auto renderer = documentRenderer();
     if (!renderer || rect.isEmpty() || !rect.valid())
         return {};
-    // The part's lower edge, measured from the view's lower edge.
-    const double bottom = isFlipped() ? bounds().height() - rect.maxY() : rect.y();
+    // The part's left and lower edges, measured from those of the view.
+    const double left = rect.x() - bounds().x();
+    const double bottom = isFlipped() ? bounds().maxY() - rect.maxY() : rect.y() - bounds().y();
     return renderer->render(kind, rect.size, [&](DrawingContext& context) {
         AffineTransform toOrigin;
-        toOrigin.translateXBy(-rect.x(), -bottom);
+        toOrigin.translateXBy(-left, -bottom);
         context.concatenateTransform(toOrigin);
-        displayInContext(context, rect);
+        drawInContext(context, rect, Purpose::Document);
     });
 }
 

@@ -7,6 +7,7 @@
 #include "../graphics/OutputKind.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -26,8 +27,8 @@ struct UserInterfaceItem {
 /// A rectangle that draws itself and holds further views: what a host shows in a window, on a page or as a picture. It knows no window; a host calls `displayInContext` when it paints and listens to
 /// `setRedisplayHandler` for when to.
 ///
-/// A view's frame is in the coordinates of the view that holds it, its bounds in its own: the origin (0, 0) and the frame's size. Coordinates are points; y grows upwards, in a flipped view downwards from the upper edge. Views live in
-/// shared_ptrs; a view owns its subviews and is referred to weakly by them. Used from one thread.
+/// A view's frame is in the coordinates of the view that holds it, its bounds in its own: the frame's size at an origin that is (0, 0) unless it is set. Coordinates are points; y grows upwards, in a flipped view downwards from
+/// the upper edge. Views live in shared_ptrs; a view owns its subviews and is referred to weakly by them. Used from one thread.
 class View : public Observable, public std::enable_shared_from_this<View> {
 public:
     explicit View(const Rect& frame);
@@ -41,7 +42,9 @@ public:
     /// Asks for redisplay when the frame is another one.
     void setFrame(const Rect& frame);
     void setFrameSize(const Size& size) { setFrame({m_frame.origin, size}); }
-    [[nodiscard]] Rect bounds() const { return {{}, m_frame.size}; }
+    [[nodiscard]] Rect bounds() const { return {m_boundsOrigin, m_frame.size}; }
+    /// The view's own coordinates at the corner of its frame with the smallest ones: another origin shows another part of the contents. Asks for redisplay when it is another one.
+    void setBoundsOrigin(Point origin);
     /// True when y grows downwards. False unless a subclass says so.
     [[nodiscard]] virtual bool isFlipped() const { return false; }
 
@@ -62,11 +65,12 @@ public:
     [[nodiscard]] bool needsDisplay() const { return m_needsDisplay; }
     /// Asks for redisplay of the whole view. Requests are collected: the handler of the outermost view is called for the first one after a display and not again until the next.
     void setNeedsDisplay();
-    /// Called when this view, or one in it, asks for redisplay; of a view that another one holds it is not called. Empty for none.
-    void setRedisplayHandler(std::function<void()> handler) { m_redisplayHandler = std::move(handler); }
+    /// Called when this view, or one in it, asks for redisplay; of a view that another one holds it is not called. Empty for none. A new handler is told of the next request, whatever the former one was told; what was
+    /// requested before, `needsDisplay` tells.
+    void setRedisplayHandler(std::function<void()> handler);
     /// Draws the view and its subviews, each clipped to its bounds, into the context, whose origin is the lower-left corner of this view and whose y grows upwards. The context is the current one meanwhile.
     void displayInContext(DrawingContext& context);
-    /// The same for a part in the view's own coordinates: only that part is asked of `drawRect` and painted.
+    /// The same for a part in the view's own coordinates: only that part is asked of `drawRect` and painted. Subviews that the part touches draw themselves whole, cut off at its edges; the others are left out.
     void displayInContext(DrawingContext& context, const Rect& dirtyRect);
     /// Draws the view's own contents into the current context in its own coordinates; nothing unless a subclass does. The rectangle is the part that has to be painted.
     virtual void drawRect(const Rect& dirtyRect);
@@ -86,7 +90,7 @@ public:
     /// What becomes of nothing set for a property that is no object: the base throws Exception "NilValue".
     virtual void setNilValueForKey(std::string_view key);
 
-    // Documents, through the document renderer of the process; empty without one, and for a rectangle without area.
+    // Documents, through the document renderer of the process; empty without one, and for a rectangle without area. Requests for redisplay stay as they are.
 
     /// The part of the view that lies in the rectangle (own coordinates), drawn as a document of its size.
     [[nodiscard]] std::vector<std::byte> dataWithPDFInsideRect(const Rect& rect);
@@ -99,11 +103,16 @@ protected:
     virtual bool setPresentValueForKey(const PropertyValue& value, std::string_view key);
 
 private:
+    /// What is drawn for: only a display answers requests for redisplay.
+    enum class Purpose : std::uint8_t { Display, Document };
+
     void requestRedisplay();
-    void draw(DrawingContext& context, const Rect& dirtyRect);
-    [[nodiscard]] AffineTransform transformToSuperview(const Rect& frame, bool superviewIsFlipped) const;
+    void drawInContext(DrawingContext& context, const Rect& dirtyRect, Purpose purpose);
+    void draw(DrawingContext& context, const Rect& dirtyRect, Purpose purpose);
+    [[nodiscard]] AffineTransform transformFromFrame(const Rect& frame, bool superviewIsFlipped) const;
 
     Rect m_frame;
+    Point m_boundsOrigin;
     std::vector<std::shared_ptr<View>> m_subviews;
     std::weak_ptr<View> m_superview;
     bool m_needsDisplay = true;
