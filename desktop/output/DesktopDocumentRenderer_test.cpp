@@ -2,13 +2,10 @@
 
 #include "../text/PangoTextSystem.h"
 #include "GraphicsOutput.h"
-#include "TOLVGraphing/graph/TOLVGraph.h"
 #include "TOLVGraphing/platform/foundation/UserDefaults.h"
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
-#include "TOLVGraphing/views/TOLVGraphView.h"
 
-#include <TOLVMath/TOLVRealVector.h>
-
+#include <tests/desktop/ExampleView.h>
 #include <tests/desktop/OtherRenderers.h>
 #include <tests/desktop/PageWords.h>
 #include <tests/desktop/Process.h>
@@ -17,7 +14,6 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <sstream>
 
@@ -36,19 +32,6 @@ std::string textOf(const std::vector<std::byte>& bytes)
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-std::shared_ptr<TOLVGraphData> series(const std::string& name, const Color& color, double phase)
-{
-    std::vector<float> x(400);
-    std::vector<float> y(x.size());
-    for (std::size_t i = 0; i < x.size(); ++i) {
-        x[i] = static_cast<float>(i) * 0.025F;
-        y[i] = static_cast<float>(std::sin(static_cast<double>(x[i]) + phase));
-    }
-    auto data = TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), color);
-    data->setName(name);
-    return data;
-}
-
 /// A view whose copies go to a pasteboard in memory, with the desktop's fonts and documents.
 class CopiedView : public testing::Test {
 protected:
@@ -56,13 +39,6 @@ protected:
     {
         Pasteboard::setGeneralPasteboard(m_pasteboard);
         installDesktopDocumentRenderer();
-        const auto graph = m_view->graph();
-        graph->addGraphData(series("one", Color(0.0, 0.375, 0.75), 0.0));
-        graph->addGraphData(series("two", Color(0.75, 0.25, 0.0), 1.0));
-        graph->setExtents(graph->extentsFittingGraphData());
-        graph->horizontalAxis()->setLabel("Time (s)");
-        graph->verticalAxis()->setLabel("Level");
-        graph->placeHorizontalAxisMarkerWithValue(4.0);
     }
     ~CopiedView() override
     {
@@ -80,7 +56,7 @@ protected:
     TextSystemScope m_fonts{text::PangoTextSystem::shared()};
     TemporaryFolder m_folder;
     std::shared_ptr<MemoryPasteboard> m_pasteboard = std::make_shared<MemoryPasteboard>();
-    std::shared_ptr<TOLVGraphView> m_view = TOLVGraphView::initWithFrame({10.0, 20.0, 360.0, 240.0});
+    std::shared_ptr<TOLVGraphView> m_view = exampleView({10.0, 20.0, 360.0, 240.0});
 };
 
 TEST_F(CopiedView, showsItsTextsInSVG)
