@@ -1,5 +1,6 @@
 // Every kind of file, read back by programs that have nothing to do with this library.
 
+#include "OtherRenderers.h"
 #include "PageWords.h"
 #include "Process.h"
 #include "SceneFiles.h"
@@ -17,54 +18,19 @@ namespace {
 /// How far apart texts may stand in different kinds of file, in points.
 constexpr double kTextTolerance = 0.6;
 
-/// Renderers weigh the pixels at edges differently. The mean difference of a component is at most this, and of the pixels at most this part differs by more than half of the range.
-struct Tolerance {
-    double mean;
-    double part;
-};
-constexpr int kHalfRange = 128;
-/// rsvg-convert, which draws with the library that draws the images too. Measured: means up to 0.32, no pixel.
-constexpr Tolerance kSameRasteriser{0.6, 0.0};
-/// Ghostscript. Measured: means up to 3.4, parts up to 0.0006.
-constexpr Tolerance kGhostscript{4.5, 0.0015};
-/// pdftoppm, which moves thin lines to whole pixels. Measured: means up to 6.7, parts up to 0.0053.
-constexpr Tolerance kAdjustedStrokes{8.5, 0.0075};
-
 void expectSuccess(const ProcessResult& result)
 {
     EXPECT_EQ(result.status, 0) << result.text();
 }
 
-bool isWithin(const PixelDifference& difference, const Pixels& image, const Tolerance& tolerance)
-{
-    return difference.haveSameSize && difference.mean <= tolerance.mean && static_cast<double>(difference.differingCount) <= tolerance.part * image.width * image.height;
-}
-
-void expectSamePicture(const std::string& path, const Pixels& image, const Tolerance& tolerance)
-{
-    const PixelDifference difference = pixelDifference(pixelsOfPNGFile(path), image, kHalfRange);
-    EXPECT_TRUE(isWithin(difference, image, tolerance)) << path << ": " << difference.text();
-}
+constexpr int kPixelsPerInch = static_cast<int>(72.0 * kSceneScale);
 
 std::string resolutionText()
 {
-    return std::to_string(static_cast<int>(72.0 * kSceneScale));
+    return std::to_string(kPixelsPerInch);
 }
 
-class ReadBack : public SceneTest {
-protected:
-    /// Has ghostscript turn a PostScript file into an image at the scenes' scale.
-    std::string rendered(const std::string& path, bool isEPS) const
-    {
-        const std::string image = folder().path("rendered.png");
-        std::vector<std::string> arguments{"gs", "-q", "-dNOPAUSE", "-dBATCH", "-dSAFER", "-sDEVICE=png16m", "-dTextAlphaBits=4", "-dGraphicsAlphaBits=4", "-r" + resolutionText(), "-sOutputFile=" + image};
-        if (isEPS)
-            arguments.emplace_back("-dEPSCrop");
-        arguments.push_back(path);
-        expectSuccess(runProcess(arguments));
-        return image;
-    }
-};
+class ReadBack : public SceneTest {};
 
 TEST_P(ReadBack, textsOfPDFStandWhereThoseOfSVGDo)
 {
@@ -121,23 +87,20 @@ TEST_P(ReadBack, PDFIsOnePageOfItsSize)
 TEST_P(ReadBack, PDFLooksLikeTheImage)
 {
     TOLV_REQUIRE_PROGRAM("pdftoppm");
-    expectSuccess(runProcess({"pdftoppm", "-r", resolutionText(), "-png", "-singlefile", written(OutputKind::PDF, "scene.pdf"), folder().path("rendered")}));
-    expectSamePicture(folder().path("rendered.png"), image(), kAdjustedStrokes);
+    EXPECT_TRUE(looksLike(pageByPdftoppm(written(OutputKind::PDF, "scene.pdf"), kPixelsPerInch), image(), kAdjustedStrokes));
 }
 
 TEST_P(ReadBack, PostScriptLooksLikeTheImage)
 {
     TOLV_REQUIRE_PROGRAM("gs");
-    expectSamePicture(rendered(written(OutputKind::PostScript, "scene.ps"), false), image(), kGhostscript);
-    expectSamePicture(rendered(written(OutputKind::EPS, "scene.eps"), true), image(), kGhostscript);
+    EXPECT_TRUE(looksLike(pageByGhostscript(written(OutputKind::PostScript, "scene.ps"), kPixelsPerInch), image(), kGhostscript));
+    EXPECT_TRUE(looksLike(figureByGhostscript(written(OutputKind::EPS, "scene.eps"), kPixelsPerInch), image(), kGhostscript));
 }
 
 TEST_P(ReadBack, SVGLooksLikeTheImage)
 {
     TOLV_REQUIRE_PROGRAM("rsvg-convert");
-    const std::string path = folder().path("rendered.png");
-    expectSuccess(runProcess({"rsvg-convert", "--dpi-x", resolutionText(), "--dpi-y", resolutionText(), "-b", "white", written(OutputKind::SVG, "scene.svg"), "-o", path}));
-    expectSamePicture(path, image(), kSameRasteriser);
+    EXPECT_TRUE(looksLike(pageByRsvg(written(OutputKind::SVG, "scene.svg"), kPixelsPerInch), image(), kSameRasteriser));
 }
 
 TEST_P(ReadBack, anotherPictureIsNoticed)
@@ -147,8 +110,7 @@ TEST_P(ReadBack, anotherPictureIsNoticed)
     const auto row = static_cast<std::ptrdiff_t>(moved.width) * 3;
     for (auto start = moved.bytes.begin(); start != moved.bytes.end(); start += row)
         std::rotate(start, start + 3, start + row);
-    const PixelDifference difference = pixelDifference(image(), moved, kHalfRange);
-    EXPECT_FALSE(isWithin(difference, moved, kAdjustedStrokes)) << difference.text();
+    EXPECT_FALSE(looksLike(image(), moved, kAdjustedStrokes));
 }
 
 TEST_P(ReadBack, SVGIsWellFormed)

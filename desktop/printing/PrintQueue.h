@@ -1,0 +1,45 @@
+#pragma once
+
+#include "../output/OutputError.h"
+#include "TOLVGraphing/views/TOLVPrintView.h"
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace TOLVGraphing {
+
+/// The print server or one of its queues refused. `what()` reads "cannot print to QUEUE: REASON", or names what was asked where no queue was; the reason is the server's or the system's own text.
+class PrintError : public std::runtime_error {
+public:
+    PrintError(std::string queue, const std::string& message);
+
+    /// The queue's name; empty where the error is about none.
+    [[nodiscard]] const std::string& queue() const { return m_queue; }
+
+private:
+    std::string m_queue;
+};
+
+/// A queue of the print server. A value.
+struct PrintQueue {
+    /// The queue's name, and behind a '/' that of the user's own set of options where it is one: "office/draft".
+    std::string name;
+    /// What people call it; may be empty.
+    std::string information;
+    /// The one that the user, or else the server, prefers.
+    bool isDefault = false;
+
+    friend bool operator==(const PrintQueue&, const PrintQueue&) = default;
+};
+
+// The server is the one that libcups finds: in CUPS_SERVER (a host, or the path of a socket), else in the user's and the system's client.conf, else on this machine. Calls wait for it, at most half a minute for each of its answers.
+
+/// The queues that this user can print to, none without any. Throws PrintError.
+[[nodiscard]] std::vector<PrintQueue> printQueues();
+
+/// Sends the page as PDF to a queue, with the job's title, copies and paper, unscaled, and the options that the user has set for the queue. Answers the job's number on the server. Paper goes by its size, portrait or landscape, under the
+/// name that the queue has for it, or as a custom size where it has none. Throws OutputError as `dataOfPage` does, and PrintError also for less than one copy; no job is left behind then.
+int printPage(TOLVPrintView& view, const PrintQueue& queue);
+
+} // namespace TOLVGraphing
