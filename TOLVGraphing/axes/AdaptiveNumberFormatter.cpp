@@ -34,13 +34,13 @@ int largestExponent(const TickSpacing::Span& span)
 } // namespace
 
 AdaptiveNumberFormatter::AdaptiveNumberFormatter(std::weak_ptr<const TOLVAxis> axis)
-    : m_spacing(std::move(axis))
+    : TickNumberFormatter(std::move(axis))
 {
 }
 
 bool AdaptiveNumberFormatter::writesScientifically(int exponent) const
 {
-    const auto span = m_spacing.span();
+    const auto span = spacing().span();
     if (!span || !span->isEven)
         return !readsEasily(exponent);
     const int largest = largestExponent(*span);
@@ -51,23 +51,20 @@ bool AdaptiveNumberFormatter::writesScientifically(int exponent) const
 std::string AdaptiveNumberFormatter::plainText(const DecimalDigits& decimal) const
 {
     std::string text = groupedText(decimal, std::max(0, static_cast<int>(decimal.digits.size()) - decimal.exponent));
-    const auto span = m_spacing.span();
+    const auto span = spacing().span();
     if (std::max(decimal.exponent, span ? largestExponent(*span) : 0) <= kLargestUngroupedExponent)
         std::erase(text, ',');
     return text;
 }
 
-std::optional<std::string> AdaptiveNumberFormatter::stringFromNumber(double number) const
+DecimalDigits AdaptiveNumberFormatter::digitsWithoutTicks(double number) const
 {
-    if (!std::isfinite(number))
-        return NumberFormatter::stringFromNumber(number);
-    auto decimal = digitsAmongTicks(number, m_spacing);
-    if (!decimal)
-        decimal = shortestLabelDigits(number);
-    if (decimal->digits.empty())
-        return "0";
-    const std::string text = writesScientifically(decimal->exponent) ? scientificText(*decimal) : plainText(*decimal);
-    return (std::signbit(number) ? "-" : "") + text;
+    return shortestLabelDigits(number);
+}
+
+std::string AdaptiveNumberFormatter::textOfDigits(const DecimalDigits& decimal) const
+{
+    return writesScientifically(decimal.exponent) ? scientificText(decimal) : plainText(decimal);
 }
 
 std::shared_ptr<NumberFormatter> AdaptiveNumberFormatter::copy() const

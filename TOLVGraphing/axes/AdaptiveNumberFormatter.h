@@ -1,11 +1,8 @@
 #pragma once
 
-#include "../platform/text/NumberFormatter.h"
-#include "TickSpacing.h"
+#include "TickNumberFormatter.h"
 
 namespace TOLVGraphing {
-
-struct DecimalDigits;
 
 /// Writes as many digits as the ticks of an axis need and no trailing zeros: steps of 0.25 give "1,000,000.25" and "1,000,000.5". Two ticks never get the same text, and what
 /// is written of a tick lies nearer to it than to any other. Values between ticks get about two digits more than ticks do, never more than their float has. Where nothing is
@@ -17,21 +14,21 @@ struct DecimalDigits;
 ///
 /// Zero, and what rounds to it, is "0" whatever its sign. NaN and infinities are written as in the decimal style. The text is UTF-8 and does not depend on the process's
 /// locale.
-class AdaptiveNumberFormatter final : public NumberFormatter {
+class AdaptiveNumberFormatter final : public TickNumberFormatter {
 public:
     /// For an axis, which is referred to weakly and looked at anew for each number; none is allowed.
     explicit AdaptiveNumberFormatter(std::weak_ptr<const TOLVAxis> axis);
 
-    [[nodiscard]] std::optional<std::string> stringFromNumber(double number) const override;
     /// For the same axis.
     [[nodiscard]] std::shared_ptr<NumberFormatter> copy() const override;
 
 private:
+    /// The shortest digits that read back as the same float.
+    [[nodiscard]] DecimalDigits digitsWithoutTicks(double number) const override;
+    [[nodiscard]] std::string textOfDigits(const DecimalDigits& decimal) const override;
     /// The exponent is the one of the digits that the number is written with.
     [[nodiscard]] bool writesScientifically(int exponent) const;
     [[nodiscard]] std::string plainText(const DecimalDigits& decimal) const;
-
-    TickSpacing m_spacing;
 };
 
 } // namespace TOLVGraphing

@@ -2,7 +2,6 @@
 
 #include "TickDigits.h"
 
-#include <cmath>
 #include <utility>
 
 namespace TOLVGraphing {
@@ -14,34 +13,22 @@ constexpr const char* kPrefixes[] = {"f", "p", "n", "µ", "m", "", "k", "M", "G"
 constexpr int kFirstPower = -15;
 constexpr int kEndPower = 21;
 
-std::string textWithPrefix(DecimalDigits decimal)
+} // namespace
+
+SINumberFormatter::SINumberFormatter(std::weak_ptr<const TOLVAxis> axis)
+    : TickNumberFormatter(std::move(axis))
+{
+}
+
+std::string SINumberFormatter::textOfDigits(const DecimalDigits& decimal) const
 {
     // The power of ten of the first digit.
     const int power = decimal.exponent - 1;
     if (power < kFirstPower || power >= kEndPower)
-        return scientificText(std::move(decimal));
+        return scientificText(decimal);
     const int thousands = (power - kFirstPower) / 3;
-    decimal.exponent -= kFirstPower + 3 * thousands;
-    return groupedText(decimal, static_cast<int>(decimal.digits.size())) + kPrefixes[thousands];
-}
-
-} // namespace
-
-SINumberFormatter::SINumberFormatter(std::weak_ptr<const TOLVAxis> axis)
-    : m_spacing(std::move(axis))
-{
-}
-
-std::optional<std::string> SINumberFormatter::stringFromNumber(double number) const
-{
-    if (!std::isfinite(number))
-        return NumberFormatter::stringFromNumber(number);
-    auto decimal = digitsAmongTicks(number, m_spacing);
-    if (!decimal)
-        decimal = significantDigits(number);
-    if (decimal->digits.empty())
-        return "0";
-    return (std::signbit(number) ? "-" : "") + textWithPrefix(*decimal);
+    const DecimalDigits scaled{decimal.digits, decimal.exponent - (kFirstPower + 3 * thousands)};
+    return groupedText(scaled, static_cast<int>(scaled.digits.size())) + kPrefixes[thousands];
 }
 
 std::shared_ptr<NumberFormatter> SINumberFormatter::copy() const

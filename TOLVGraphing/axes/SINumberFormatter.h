@@ -1,7 +1,6 @@
 #pragma once
 
-#include "../platform/text/NumberFormatter.h"
-#include "TickSpacing.h"
+#include "TickNumberFormatter.h"
 
 namespace TOLVGraphing {
 
@@ -11,17 +10,16 @@ namespace TOLVGraphing {
 /// With an axis its ticks decide how many digits there are, as for AdaptiveNumberFormatter; without one, or where nothing is known of its ticks, at most six. There are no
 /// trailing zeros. Zero, and what rounds to it, is "0" whatever its sign. NaN and infinities are written as in the decimal style. The text is UTF-8 and does not depend on the
 /// process's locale.
-class SINumberFormatter final : public NumberFormatter {
+class SINumberFormatter final : public TickNumberFormatter {
 public:
     /// For an axis, which is referred to weakly and looked at anew for each number; none is allowed.
     explicit SINumberFormatter(std::weak_ptr<const TOLVAxis> axis = {});
 
-    [[nodiscard]] std::optional<std::string> stringFromNumber(double number) const override;
     /// For the same axis.
     [[nodiscard]] std::shared_ptr<NumberFormatter> copy() const override;
 
 private:
-    TickSpacing m_spacing;
+    [[nodiscard]] std::string textOfDigits(const DecimalDigits& decimal) const override;
 };
 
 } // namespace TOLVGraphing
