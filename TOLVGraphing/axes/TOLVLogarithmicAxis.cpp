@@ -6,7 +6,6 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
-#include <numeric>
 
 namespace TOLVGraphing {
 
@@ -25,36 +24,34 @@ bool isSameValue(double a, double b)
     return std::abs(a - b) <= kSameValueTolerance * std::max(std::abs(a), std::abs(b));
 }
 
-/// Appends the values of one level of the decade that starts at `start`: start + j * step, the last one taken as the next decade's start.
-void addLevel(std::vector<double>& values, double start, double next, double step, int count, double min, double max)
+/// The values of one level of the decade that starts at `start`: start + j * step, the last one taken as the next decade's start.
+void listLevel(std::vector<double>& level, double start, double next, double step, int count, double min, double max)
 {
+    level.clear();
     for (int j = 1; j <= count; ++j) {
         const double v = j == count ? next : static_cast<double>(j) * step + start;
         if (v > max)
             return;
         if (v > start && v >= min)
-            values.push_back(v);
+            level.push_back(v);
     }
 }
 
-/// The values in ascending order; of those that are the same, the one that was listed first.
-std::vector<double> sortedAndMerged(const std::vector<double>& values)
+/// Merges ascending values into ascending values; of those that are the same, the one listed before stays.
+std::vector<double> merged(const std::vector<double>& listed, const std::vector<double>& added)
 {
-    std::vector<std::size_t> order(values.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return values[a] < values[b]; });
-    std::vector<double> merged;
-    std::size_t firstListed = 0;
-    for (const std::size_t index : order) {
-        if (merged.empty() || !isSameValue(merged.back(), values[index])) {
-            merged.push_back(values[index]);
-            firstListed = index;
-        } else if (index < firstListed) {
-            merged.back() = values[index];
-            firstListed = index;
-        }
+    std::vector<double> all;
+    all.reserve(listed.size() + added.size());
+    auto next = listed.begin();
+    for (const double value : added) {
+        while (next != listed.end() && *next < value && !isSameValue(*next, value))
+            all.push_back(*next++);
+        const bool isListed = (next != listed.end() && isSameValue(*next, value)) || (!all.empty() && isSameValue(all.back(), value));
+        if (!isListed)
+            all.push_back(value);
     }
-    return merged;
+    all.insert(all.end(), next, listed.end());
+    return all;
 }
 
 } // namespace
@@ -62,6 +59,7 @@ std::vector<double> sortedAndMerged(const std::vector<double>& values)
 std::vector<double> logRange(std::uint32_t depth, double min, double max)
 {
     std::vector<double> values;
+    std::vector<double> level;
     if (!(min > 0.0) || !(min <= max) || !(max <= std::numeric_limits<double>::max()))
         return values;
     const int low = static_cast<int>(std::floor(std::log10(min)));
@@ -71,18 +69,24 @@ std::vector<double> logRange(std::uint32_t depth, double min, double max)
         const double start = std::pow(10.0, exponent);
         if (start > max)
             break;
+        std::vector<double> decade;
         if (start >= min)
-            values.push_back(start);
+            decade.push_back(start);
         const double next = std::pow(10.0, exponent + 1);
         int count = 9;
-        for (std::uint32_t level = 0; level < levels; ++level, count *= 10) {
-            const double step = std::pow(10.0, exponent - static_cast<int>(level));
+        for (std::uint32_t depthLevel = 0; depthLevel < levels; ++depthLevel, count *= 10) {
+            const double step = std::pow(10.0, exponent - static_cast<int>(depthLevel));
             // Below the smallest double there is no step to go by.
-            if (step > 0.0)
-                addLevel(values, start, next, step, count, min, max);
+            if (!(step > 0.0))
+                continue;
+            listLevel(level, start, next, step, count, min, max);
+            decade = merged(decade, level);
         }
+        // A decade ends where the next one starts.
+        const bool startsListed = !values.empty() && !decade.empty() && isSameValue(values.back(), decade.front());
+        values.insert(values.end(), decade.begin() + (startsListed ? 1 : 0), decade.end());
     }
-    return sortedAndMerged(values);
+    return values;
 }
 
 std::shared_ptr<TOLVAxis> TOLVLogarithmicAxis::copy() const
