@@ -226,10 +226,10 @@ void TOLVGraphView::writeTIFFInsideRect(const Rect& rect, Pasteboard& toPasteboa
     toPasteboard.setDataForType(dataInsideRect(rect, OutputKind::TIFF), kPasteboardTypeTIFF);
 }
 
-void TOLVGraphView::writeFurtherTypes(Pasteboard& pasteboard)
+void TOLVGraphView::writeFurtherTypes(Pasteboard& pasteboard, Pasteboard::Data eps)
 {
     pasteboard.addTypes({named(kPasteboardTypeEPS), named(kPasteboardTypeSVG), named(kPasteboardTypePNG), named(kPasteboardTypeText)});
-    pasteboard.setDataForType(dataWithEPSInsideRect(bounds()), kPasteboardTypeEPS);
+    pasteboard.setDataForType(std::move(eps), kPasteboardTypeEPS);
     pasteboard.setDataForType(dataInsideRect(bounds(), OutputKind::SVG), kPasteboardTypeSVG);
     pasteboard.setDataForType(dataInsideRect(bounds(), OutputKind::PNG), kPasteboardTypePNG);
     // Long series make long texts, which few ask for. Copies of the series (with the same samples) are held, so that the text is that of the picture.
@@ -255,9 +255,10 @@ void TOLVGraphView::copy(const View*)
         setFrameSize({static_cast<double>(defaults->integerForKey(kFixedCopyWidthKey)), static_cast<double>(defaults->integerForKey(kFixedCopyHeightKey))});
     try {
         writePDFInsideRect(bounds(), *pasteboard);
-        writeEPSInsideRect(bounds(), *pasteboard);
+        Pasteboard::Data eps = dataWithEPSInsideRect(bounds());
+        pasteboard->setDataForType(eps, kPasteboardTypePostScript);
         writeTIFFInsideRect(bounds(), *pasteboard);
-        writeFurtherTypes(*pasteboard);
+        writeFurtherTypes(*pasteboard, std::move(eps));
     } catch (...) {
         setFrameSize(size);
         throw;

@@ -112,7 +112,8 @@ private:
     void startObservingGraph(const std::shared_ptr<TOLVGraph>& graph);
     void stopObservingGraph(const std::shared_ptr<TOLVGraph>& graph);
     void graphDidChangeKeyPathAffectingDisplay(std::string_view keyPath);
-    void writeFurtherTypes(Pasteboard& pasteboard);
+    /// The types behind the first three; the EPS is that of the PostScript type.
+    void writeFurtherTypes(Pasteboard& pasteboard, Pasteboard::Data eps);
 
     bool m_extentsLocked = false;
     bool m_drawsBackground = true;

@@ -641,9 +641,11 @@ TEST_F(GraphViewCopying, OffersPDFPostScriptAndTIFFFirst)
     fill(*view->graph());
     view->copy(nullptr);
     EXPECT_EQ(pasteboard->types(), kTypes);
-    EXPECT_EQ(renderer->kinds(), (std::vector<OutputKind>{OutputKind::PDF, OutputKind::EPS, OutputKind::TIFF, OutputKind::EPS, OutputKind::SVG, OutputKind::PNG}));
+    EXPECT_EQ(renderer->kinds(), (std::vector<OutputKind>{OutputKind::PDF, OutputKind::EPS, OutputKind::TIFF, OutputKind::SVG, OutputKind::PNG}));
+    // PostScript and EPS are one document under two names.
+    const int documents[] = {1, 2, 3, 2, 4, 5};
     for (std::size_t i = 0; i < 6; ++i)
-        EXPECT_EQ(copied(kTypes[i]), "document " + std::to_string(i + 1)) << kTypes[i];
+        EXPECT_EQ(copied(kTypes[i]), "document " + std::to_string(documents[i])) << kTypes[i];
     EXPECT_EQ(copied(kPasteboardTypeText), "x\ta\n0\t5\n1\t4\n2\t6\n");
 }
 
@@ -653,7 +655,7 @@ TEST_F(GraphViewCopying, AllDocumentsShowTheSameDrawing)
     RecordingContext context;
     view->displayInContext(context);
     view->copy(view.get());
-    ASSERT_EQ(renderer->documents().size(), 6U);
+    ASSERT_EQ(renderer->documents().size(), 5U);
     const auto expected = testing_support::placedMarks(context.calls());
     ASSERT_GT(expected.size(), 5U);
     for (const RenderedDocument& document : renderer->documents()) {
@@ -672,14 +674,14 @@ TEST_F(GraphViewCopying, ReplacesWhatWasOnThePasteboard)
     pasteboard->setDataForType(testing_support::bytesOf("old"), "image/png");
     view->copy(nullptr);
     EXPECT_EQ(pasteboard->types(), kTypes);
-    EXPECT_EQ(copied("image/png"), "document 6");
+    EXPECT_EQ(copied("image/png"), "document 5");
 }
 
 TEST_F(GraphViewCopying, OfAFixedSizeLeavesTheViewAsItWas)
 {
     useFixedSize(800, 600);
     view->copy(nullptr);
-    ASSERT_EQ(renderer->documents().size(), 6U);
+    ASSERT_EQ(renderer->documents().size(), 5U);
     for (const RenderedDocument& document : renderer->documents()) {
         EXPECT_EQ(document.size, (Size{800.0, 600.0}));
         EXPECT_EQ(testing_support::placedMarks(document.calls).at(0).rect, Rect(0.0, 0.0, 800.0, 600.0));
@@ -753,7 +755,7 @@ TEST_F(GraphViewCopying, WithoutAGraphOffersTheBackgroundAndNoText)
     view->setGraph(nullptr);
     view->copy(nullptr);
     EXPECT_EQ(pasteboard->types(), kTypes);
-    EXPECT_EQ(renderer->documents().size(), 6U);
+    EXPECT_EQ(renderer->documents().size(), 5U);
     EXPECT_EQ(copied(kPasteboardTypeText), "");
 }
 
