@@ -35,6 +35,14 @@ double pointCenter(float coordinate)
     return static_cast<double>(std::rint(coordinate)) + 0.5;
 }
 
+TOLVAxis::Values valuesOfMarkers(const TOLVAxis::Markers& markers)
+{
+    TOLVAxis::Values values;
+    for (const auto& marker : markers)
+        values.push_back(marker->value());
+    return values;
+}
+
 } // namespace
 
 TOLVAxis::TOLVAxis()
@@ -284,10 +292,7 @@ LabelPlacements TOLVAxis::tickLabelPlacements(const Rect& inRect) const
 
 LabelPlacements TOLVAxis::markerLabelPlacements(const Markers& markers, const Rect& inRect) const
 {
-    Values values;
-    for (const auto& marker : markers)
-        values.push_back(marker->value());
-    return placements(values, tickLabelRectInRect(inRect));
+    return placements(valuesOfMarkers(markers), tickLabelRectInRect(inRect));
 }
 
 Rect TOLVAxis::badgeRectForLabel(const TOLVLabel& label)
@@ -300,11 +305,8 @@ Rect TOLVAxis::badgeRectForLabel(const TOLVLabel& label)
 
 void TOLVAxis::drawMarkers(const Markers& markers, const Rect& inRect) const
 {
-    Values values;
-    for (const auto& marker : markers)
-        values.push_back(marker->value());
     Labels labels;
-    getLabels(&labels, values, tickLabelRectInRect(inRect));
+    getLabels(&labels, valuesOfMarkers(markers), tickLabelRectInRect(inRect));
     for (const auto& label : labels) {
         AttributedString text = label->label();
         // There is nothing to put a badge around.

@@ -18,10 +18,10 @@ constexpr double kGapPart = 0.08;
 constexpr double kThinnestBar = 1.0;
 
 /// The number of groups: a series has a place in each group that it has an abscissa for, also when it has no bar there.
-std::size_t longestRange(const TOLVGraph& graph)
+std::size_t longestOf(const std::vector<IndexRange>& ranges)
 {
     std::uint64_t longest = 0;
-    for (const IndexRange& range : graph.xExtentsConstrainedGraphDataRanges().value_or(std::vector<IndexRange>()))
+    for (const IndexRange& range : ranges)
         longest = std::max(longest, range.length);
     return longest;
 }
@@ -79,8 +79,11 @@ void BarGraphDrawing::drawGraph(const std::shared_ptr<TOLVGraph>& graph, const R
     context->inIsolatedContext([&](DrawingContext& isolated) {
         isolated.addRect(dataRect);
         isolated.clip();
-        const auto visible = visibleSeriesOfGraph(*graph);
-        const std::size_t groupCount = longestRange(*graph);
+        const auto ranges = graph->xExtentsConstrainedGraphDataRanges();
+        if (!ranges)
+            return;
+        const auto visible = visibleSeriesOfGraph(*graph, *ranges);
+        const std::size_t groupCount = longestOf(*ranges);
         // Every series with samples has a bar in the first group, so that no other has more.
         std::size_t mostBars = 0;
         for (const auto& [index, series] : visible)

@@ -7,6 +7,7 @@
 #include <TOLVMath/TOLVRealVector.h>
 #include <tests/support/ChangingSamples.h>
 #include <tests/support/DrawnLines.h>
+#include <tests/support/PointGraph.h>
 
 #include <gtest/gtest.h>
 
@@ -36,31 +37,14 @@ std::string fillOf(const Rect& rect)
 }
 
 /// A graph whose y range is its height in points.
-class BarGraphDrawingTest : public testing::Test {
+class BarGraphDrawingTest : public testing_support::PointGraphTest {
 protected:
-    BarGraphDrawingTest()
-    {
-        graph->setMargin({});
-        graph->zoomXToFixedMin(0.0F, 100.0F);
-        graph->zoomYToFixedMin(0.0, 100.0);
-    }
-
-    std::shared_ptr<TOLVGraphData> add(std::vector<float> x, std::vector<float> y, const std::optional<Color>& color = Color(1.0, 0.0, 0.0))
-    {
-        auto series
-            = TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), color);
-        graph->addGraphData(series);
-        return series;
-    }
-
     Lines drawn(const Rect& rect = kRect) const
     {
         return linesDrawn([&] { BarGraphDrawing().drawGraph(graph, rect); });
     }
 
     Lines bars(const Rect& rect = kRect) const { return linesWith(drawn(rect), "fill"); }
-
-    std::shared_ptr<TOLVGraph> graph = TOLVGraph::graph();
 };
 
 TEST_F(BarGraphDrawingTest, OneBarFillsItsSlotButForTheGaps)

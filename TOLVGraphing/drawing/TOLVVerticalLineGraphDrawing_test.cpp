@@ -5,6 +5,7 @@
 
 #include <TOLVMath/TOLVRealVector.h>
 #include <tests/support/DrawnLines.h>
+#include <tests/support/PointGraph.h>
 
 #include <gtest/gtest.h>
 
@@ -31,29 +32,14 @@ std::string fillOf(const Rect& rect)
 }
 
 /// A graph whose values are its points.
-class TOLVVerticalLineGraphDrawingTest : public testing::Test {
+class TOLVVerticalLineGraphDrawingTest : public testing_support::PointGraphTest {
 protected:
-    TOLVVerticalLineGraphDrawingTest()
-    {
-        graph->setMargin({});
-        graph->zoomXToFixedMin(0.0F, 100.0F);
-        graph->zoomYToFixedMin(0.0, 100.0);
-    }
-
-    void add(std::vector<float> x, std::vector<float> y, const std::optional<Color>& color = Color(1.0, 0.0, 0.0))
-    {
-        graph->addGraphData(
-            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), color));
-    }
-
     Lines drawn(const Rect& rect = kRect) const
     {
         return linesDrawn([&] { TOLVVerticalLineGraphDrawing().drawGraph(graph, rect); });
     }
 
     Lines lines(const Rect& rect = kRect) const { return linesWith(drawn(rect), "fill"); }
-
-    std::shared_ptr<TOLVGraph> graph = TOLVGraph::graph();
 };
 
 TEST_F(TOLVVerticalLineGraphDrawingTest, ALineStandsToTheRightOfTheRoundedPosition)

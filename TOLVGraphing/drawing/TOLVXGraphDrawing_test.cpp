@@ -6,6 +6,7 @@
 #include <TOLVMath/TOLVRealVector.h>
 #include <tests/support/ChangingSamples.h>
 #include <tests/support/DrawnLines.h>
+#include <tests/support/PointGraph.h>
 
 #include <gtest/gtest.h>
 
@@ -29,27 +30,12 @@ const Rect kRect(0.0, 0.0, 100.0, 100.0);
 const std::string kClip = "clip M 0 0 L 100 0 L 100 100 L 0 100 Z";
 
 /// A graph whose values are its points.
-class TOLVXGraphDrawingTest : public testing::Test {
+class TOLVXGraphDrawingTest : public testing_support::PointGraphTest {
 protected:
-    TOLVXGraphDrawingTest()
-    {
-        graph->setMargin({});
-        graph->zoomXToFixedMin(0.0F, 100.0F);
-        graph->zoomYToFixedMin(0.0, 100.0);
-    }
-
-    void add(std::vector<float> x, std::vector<float> y, const std::optional<Color>& color = Color(1.0, 0.0, 0.0))
-    {
-        graph->addGraphData(
-            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), color));
-    }
-
     Lines drawn(const Rect& rect = kRect) const
     {
         return linesDrawn([&] { TOLVXGraphDrawing().drawGraph(graph, rect); });
     }
-
-    std::shared_ptr<TOLVGraph> graph = TOLVGraph::graph();
 };
 
 TEST_F(TOLVXGraphDrawingTest, AnXIsCentredOnTheRoundedPosition)

@@ -17,14 +17,17 @@ bool isRealVector(const TOLVGraphData::Samples& samples)
 
 std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph)
 {
-    std::vector<VisibleSeries> visible;
     const auto ranges = graph.xExtentsConstrainedGraphDataRanges();
-    if (!ranges)
-        return visible;
+    return ranges ? visibleSeriesOfGraph(graph, *ranges) : std::vector<VisibleSeries>();
+}
+
+std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph, std::span<const IndexRange> ranges)
+{
+    std::vector<VisibleSeries> visible;
     const auto series = graph.graphData();
     for (std::size_t i = 0; i < series.size(); ++i) {
         if (isRealVector(series[i]->X()) && isRealVector(series[i]->Y()))
-            visible.push_back({i, series[i]->graphDataInRange((*ranges)[i])});
+            visible.push_back({i, series[i]->graphDataInRange(ranges[i])});
     }
     return visible;
 }

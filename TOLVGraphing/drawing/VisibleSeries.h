@@ -1,7 +1,10 @@
 #pragma once
 
+#include "../platform/foundation/IndexSet.h"
+
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace TOLVGraphing {
@@ -20,5 +23,7 @@ struct VisibleSeries {
 /// The series as a strategy for categories draws them, in order: each cut to its part of `TOLVGraph::xExtentsConstrainedGraphDataRanges`. Series without vectors are left out. None at all when
 /// there are no ranges: the visible range then lies between two samples of a series.
 [[nodiscard]] std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph);
+/// The same with those ranges at hand: one for each of the graph's series.
+[[nodiscard]] std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph, std::span<const IndexRange> ranges);
 
 } // namespace TOLVGraphing

@@ -157,14 +157,21 @@ bool GraphInteraction::deleteSelectedMarker()
 
 // Ranges.
 
+void GraphInteraction::restoreRanges()
+{
+    if (const auto shown = graph()) {
+        shown->extents()->setX(m_startX);
+        shown->extents()->setY(m_startY);
+    }
+}
+
 void GraphInteraction::panTo(Point position)
 {
     const auto shown = graph();
-    if (!shown || !m_startX || !m_startY)
+    if (!shown)
         return;
     // From where the drag began, so that rounding does not add up on the way.
-    shown->extents()->setX(m_startX);
-    shown->extents()->setY(m_startY);
+    restoreRanges();
     shown->offsetDisplayByX(static_cast<float>(m_dragStart.x - position.x), static_cast<float>(m_dragStart.y - position.y), rect());
 }
 
@@ -275,10 +282,10 @@ void GraphInteraction::pointerReleased(Point position, PointerButton button)
     if (drag == Drag::Marker)
         finishMarkerDrag();
     if (drag == Drag::Box) {
-        const auto [left, right] = std::minmax(m_dragStart.x, m_dragEnd.x);
-        const auto [bottom, top] = std::minmax(m_dragStart.y, m_dragEnd.y);
+        Rect box = dragBox();
         // A direction in which the box is thin has no area of its own.
-        zoomToBox({left, bottom, std::max(right - left, 1e-3), std::max(top - bottom, 1e-3)});
+        box.size = {std::max(box.width(), 1e-3), std::max(box.height(), 1e-3)};
+        zoomToBox(box);
         m_view->setNeedsDisplay();
     }
 }
@@ -342,7 +349,7 @@ bool GraphInteraction::cancel()
 {
     switch (std::exchange(m_drag, Drag::None)) {
     case Drag::None: return std::exchange(m_selectedMarker, nullptr) != nullptr;
-    case Drag::Pan: m_drag = Drag::Pan; panTo(m_dragStart); m_drag = Drag::None; break;
+    case Drag::Pan: restoreRanges(); break;
     case Drag::Marker: m_selectedMarker->setValue(m_markerStart); break;
     case Drag::Box: break;
     }
@@ -390,11 +397,14 @@ bool GraphInteraction::keyPressed(GraphKey key, KeyModifiers modifiers)
 
 std::optional<Rect> GraphInteraction::selectionBox() const
 {
-    if (m_drag != Drag::Box)
-        return std::nullopt;
+    return m_drag == Drag::Box ? std::optional<Rect>(dragBox()) : std::nullopt;
+}
+
+Rect GraphInteraction::dragBox() const
+{
     const auto [left, right] = std::minmax(m_dragStart.x, m_dragEnd.x);
     const auto [bottom, top] = std::minmax(m_dragStart.y, m_dragEnd.y);
-    return Rect(left, bottom, right - left, top - bottom);
+    return {left, bottom, right - left, top - bottom};
 }
 
 PointerLook GraphInteraction::pointerLook() const

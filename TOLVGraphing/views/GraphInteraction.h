@@ -100,6 +100,8 @@ private:
     [[nodiscard]] bool isInDataArea(Point position) const;
     [[nodiscard]] std::optional<std::size_t> markerAt(Point position) const;
     [[nodiscard]] std::optional<std::size_t> indexOfSelectedMarker() const;
+    [[nodiscard]] Rect dragBox() const;
+    void restoreRanges();
     void panTo(Point position);
     void finishMarkerDrag();
     void zoomToBox(const Rect& box);

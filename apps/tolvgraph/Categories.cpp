@@ -1,8 +1,10 @@
 #include "Categories.h"
 
+#include <TOLVGraphing/axes/NearestIndex.h>
+
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
-#include <span>
 #include <utility>
 
 namespace TOLVGraphing::app {
@@ -33,13 +35,12 @@ std::optional<double> Categories::abscissaOf(const std::string& text) const
 
 const std::string& Categories::textNearest(double value) const
 {
-    const std::span<const float> abscissae(m_abscissae->components(), m_abscissae->length());
-    auto nearest = std::lower_bound(abscissae.begin(), abscissae.end(), value, [](float abscissa, double number) { return static_cast<double>(abscissa) < number; });
-    if (nearest == abscissae.end())
-        --nearest;
-    if (nearest != abscissae.begin() && value - static_cast<double>(*(nearest - 1)) <= static_cast<double>(*nearest) - value)
-        --nearest;
-    return (*m_texts)[static_cast<std::size_t>(nearest - abscissae.begin())];
+    if (std::isnan(value))
+        return m_texts->front();
+    const auto abscissa = [&](std::size_t i) { return static_cast<double>(m_abscissae->components()[i]); };
+    const std::size_t nearest = nearestIndexOfOrdered(
+        m_abscissae->length(), [&](std::size_t i) { return abscissa(i) >= value; }, [&](std::size_t i) { return std::abs(abscissa(i) - value); });
+    return (*m_texts)[nearest];
 }
 
 CategoryFormatter::CategoryFormatter(Categories categories)

@@ -8,8 +8,7 @@ std::vector<std::byte> DesktopDocumentRenderer::render(OutputKind kind, const Si
 {
     OutputSettings settings;
     settings.size = size;
-    const bool isImage = kind == OutputKind::PNG || kind == OutputKind::TIFF;
-    if (!isImage)
+    if (!isImage(kind))
         settings.background.reset();
     return renderToBytes(kind, settings, [&](DrawingContext& context, const Rect&) { drawing(context); });
 }

@@ -61,8 +61,7 @@ void requirePageSize(OutputKind kind, Size size)
 {
     if (!size.valid() || !(size.width > 0.0) || !(size.height > 0.0))
         failMaking(kind, "the size is " + sizeText(size.width, size.height) + " points; both have to be finite and above 0");
-    const bool isImage = kind == OutputKind::PNG || kind == OutputKind::TIFF;
-    if (!isImage && (size.width > kLargestPage || size.height > kLargestPage))
+    if (!isImage(kind) && (size.width > kLargestPage || size.height > kLargestPage))
         failMaking(kind, "a page of " + sizeText(size.width, size.height) + " points was asked for; the limit is " + shortestText(kLargestPage) + " points a side");
 }
 

@@ -26,7 +26,7 @@ std::vector<std::byte> dataOfPage(TOLVPrintView& view, OutputKind kind)
     OutputSettings settings;
     settings.size = info.paperSize;
     settings.title = info.jobTitle;
-    if (kind != OutputKind::PNG && kind != OutputKind::TIFF)
+    if (!isImage(kind))
         settings.background.reset();
     return renderToBytes(kind, settings, [&](DrawingContext& context, const Rect&) {
         const GraphicsStateSaver saver(context);
