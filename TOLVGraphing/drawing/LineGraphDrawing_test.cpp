@@ -371,7 +371,7 @@ TEST_F(LineGraphDrawingTest, TheGraphsLayoutTellsSlotsLabelsAndCallouts)
     const GraphLayout layout = graph->layoutInRect({0.0, 0.0, 400.0, 100.0});
     ASSERT_TRUE(layout.horizontalAxis);
     EXPECT_EQ(layout.horizontalAxis->kind, "TOLVLineAxis");
-    EXPECT_EQ(layout.horizontalAxis->slots, (std::vector<double>{57.5, 152.5, 247.5, 342.5}));
+    EXPECT_EQ(layout.horizontalAxis->slotCenters, (std::vector<double>{57.5, 152.5, 247.5, 342.5}));
     EXPECT_TRUE(layout.horizontalAxis->majorTicks.empty());
     ASSERT_EQ(layout.horizontalAxis->labels.size(), 4U);
     EXPECT_EQ(layout.horizontalAxis->labels[3].text, "d");

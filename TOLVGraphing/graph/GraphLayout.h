@@ -71,7 +71,7 @@ struct AxisLayout {
     bool drawsMajorLines = false;
     bool drawsMinorLines = false;
     /// The centres of the categories' slots along the axis; empty on numeric axes.
-    std::vector<double> slots;
+    std::vector<double> slotCenters;
     /// In the order in which the axis chooses.
     std::vector<LabelLayout> labels;
     std::vector<LabelLayout> markerLabels;

@@ -61,7 +61,7 @@ AxisLayout axisLayout(const TOLVAxis& axis, const Rect& rect, const TOLVAxis::Ma
     layout.drawsMinorLines = axis.drawsMinorLines();
     if (const auto* categories = dynamic_cast<const TOLVBarAxis*>(&axis)) {
         for (std::uint64_t i = 0; i < categories->dataPointCount(); ++i)
-            layout.slots.push_back(categories->pointForDataAtIndex(i, dataRect));
+            layout.slotCenters.push_back(categories->pointForDataAtIndex(i, dataRect));
     }
     layout.labels = labelLayouts(axis.tickLabelPlacements(rect));
     layout.markerLabels = badgeLayouts(axis.markerLabelPlacements(markers, rect));

@@ -86,7 +86,7 @@ TEST_F(TOLVGraphLayoutTest, TicksStandWhereTheirLinesAre)
     EXPECT_EQ(layout.horizontalAxis->majorTicks, (std::vector<TickLayout>{{0.0, 50.0}, {100.0, 385.0}}));
     EXPECT_EQ(layout.horizontalAxis->minorTicks[4], (TickLayout{50.0, 217.5}));
     EXPECT_TRUE(layout.horizontalAxis->drawsMinorLines);
-    EXPECT_TRUE(layout.horizontalAxis->slots.empty());
+    EXPECT_TRUE(layout.horizontalAxis->slotCenters.empty());
 }
 
 TEST_F(TOLVGraphLayoutTest, TheLabelsThatAreKeptAreTheOnesDrawn)
@@ -183,8 +183,8 @@ TEST_F(TOLVGraphLayoutTest, CategoriesHaveSlotsAndTheirTextsAreLabels)
     graph->setExtents(graph->extentsFittingGraphData());
     const auto layout = graph->layoutInRect(kRect).horizontalAxis;
     EXPECT_EQ(layout->kind, "TOLVLineAxis");
-    EXPECT_EQ(layout->slots.size(), 3U);
-    EXPECT_EQ(layout->slots[1], 217.5);
+    EXPECT_EQ(layout->slotCenters.size(), 3U);
+    EXPECT_EQ(layout->slotCenters[1], 217.5);
     ASSERT_EQ(layout->labels.size(), 3U);
     EXPECT_EQ(layout->labels[0].fate, LabelFate::Kept);
     EXPECT_EQ(layout->labels[0].value, 1.0);

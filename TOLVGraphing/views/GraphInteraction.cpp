@@ -449,15 +449,26 @@ std::vector<SampleReadout> GraphInteraction::samplesUnderPointer() const
     return readouts;
 }
 
-std::string GraphInteraction::readoutText() const
+std::string GraphInteraction::abscissaText() const
 {
     const auto value = valueUnderPointer();
     if (!value)
         return "";
+    const TOLVAxis& axis = *graph()->horizontalAxis();
+    return axis.label().value_or("x") + " " + textOf(axis, *value);
+}
+
+std::string GraphInteraction::ordinateText(const SampleReadout& readout) const
+{
     const auto shown = graph();
-    std::string text = shown->horizontalAxis()->label().value_or("x") + " " + textOf(*shown->horizontalAxis(), *value);
+    return shown ? (readout.name.empty() ? std::string("y") : readout.name) + " " + textOf(*shown->verticalAxis(), readout.y) : "";
+}
+
+std::string GraphInteraction::readoutText() const
+{
+    std::string text = abscissaText();
     for (const SampleReadout& readout : samplesUnderPointer())
-        text += ", " + (readout.name.empty() ? std::string("y") : readout.name) + " " + textOf(*shown->verticalAxis(), readout.y);
+        text += ", " + ordinateText(readout);
     return text;
 }
 

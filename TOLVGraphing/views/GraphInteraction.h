@@ -88,6 +88,10 @@ public:
     [[nodiscard]] std::optional<float> valueUnderPointer() const;
     /// For each series with samples the one nearest to that value.
     [[nodiscard]] std::vector<SampleReadout> samplesUnderPointer() const;
+    /// The pointer's abscissa with its axis's title or "x", for example "Time 0.25", and a sample's ordinate with its series' name or "y", for example "level 3.5": numbers as the axes' formatters write them. The first is empty
+    /// unless the pointer is over the data area.
+    [[nodiscard]] std::string abscissaText() const;
+    [[nodiscard]] std::string ordinateText(const SampleReadout& readout) const;
     /// The read-out as text, for example "Time 0.25, level 3.5": axis title or "x", then the series' names (or "y") with the values as the axes' formatters write them. Empty unless the pointer is over the data area.
     [[nodiscard]] std::string readoutText() const;
 

@@ -82,7 +82,7 @@ Json jsonOf(const AxisLayout& axis)
 {
     return {{"kind", axis.kind}, {"range", {axis.min, axis.max}}, {"rect", jsonOf(axis.rect)}, {"tickLabelRect", jsonOf(axis.tickLabelRect)}, {"labelRect", jsonOf(axis.labelRect)},
         {"majorTicks", listOf(axis.majorTicks)}, {"minorTicks", listOf(axis.minorTicks)}, {"drawsMajorLines", axis.drawsMajorLines}, {"drawsMinorLines", axis.drawsMinorLines},
-        {"slots", listOf(axis.slots)}, {"labels", listOf(axis.labels)}, {"markerLabels", listOf(axis.markerLabels)}, {"title", jsonOrNull(axis.title)}};
+        {"slots", listOf(axis.slotCenters)}, {"labels", listOf(axis.labels)}, {"markerLabels", listOf(axis.markerLabels)}, {"title", jsonOrNull(axis.title)}};
 }
 
 Json jsonOf(const GraphLayout& layout)

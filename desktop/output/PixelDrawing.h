@@ -1,0 +1,25 @@
+#pragma once
+
+#include "OutputError.h"
+
+#include <cstddef>
+#include <functional>
+
+namespace TOLVGraphing {
+
+class DrawingContext;
+
+/// Pixels in a host's memory, the top row first: 32 bits each in the machine's byte order, alpha in the highest eight, then red, green and blue, premultiplied by alpha. Not owned.
+struct PixelMemory {
+    unsigned char* pixels = nullptr;
+    int width = 0;
+    int height = 0;
+    /// A multiple of 4, at least four times the width.
+    std::ptrdiff_t bytesPerRow = 0;
+};
+
+/// Runs the drawing on top of what is in the memory. The context's origin is the lower-left corner of the image, y growing upwards, and a point is `pixelsPerPoint` pixels (finite, above zero) wide and high; it is the current context
+/// meanwhile. Does nothing for an image without pixels. Errors of the drawing pass through; memory that cannot be an image and failures of the drawing library throw OutputError.
+void drawOnPixels(const PixelMemory& memory, double pixelsPerPoint, const std::function<void(DrawingContext&)>& drawing);
+
+} // namespace TOLVGraphing

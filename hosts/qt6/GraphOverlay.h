@@ -1,0 +1,33 @@
+#pragma once
+
+#include <TOLVGraphing/platform/geometry/Rect.h>
+
+class QPainter;
+class QWidget;
+
+namespace TOLVGraphing {
+
+class GraphInteraction;
+
+/// What lies above the graph in a window and is in no copy: the box that is being dragged, the selected marker's light, the line under the pointer with the nearest samples and their values, the frame of a widget that has the
+/// keyboard.
+class GraphOverlay {
+public:
+    /// Paints for the widget, whose colours and font it takes; `dataRect` is the graph's data area in the view's coordinates.
+    GraphOverlay(QPainter& painter, const QWidget& widget, const GraphInteraction& interaction, const Rect& dataRect);
+
+    void paintSelectedMarker();
+    void paintSelectionBox();
+    void paintReadout();
+    void paintFocus();
+
+private:
+    [[nodiscard]] double widgetY(double y) const;
+
+    QPainter& m_painter;
+    const QWidget& m_widget;
+    const GraphInteraction& m_interaction;
+    Rect m_dataRect;
+};
+
+} // namespace TOLVGraphing
