@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -214,6 +215,9 @@ QSize GraphWidget::minimumSizeHint() const
 
 void GraphWidget::redisplay()
 {
+    // What is prepared for a drawing asks for no other one.
+    if (m_isPreparing)
+        return;
     update();
     updateActions();
     emit displayChanged();
@@ -228,7 +232,12 @@ void GraphWidget::paintEvent(QPaintEvent*)
     const QSize size(static_cast<int>(std::round(corner.x() + width() * ratio) - start.x()), static_cast<int>(std::round(corner.y() + height() * ratio) - start.y()));
     QPainter painter(this);
     try {
-        if (m_picture->update(*m_view, {size, ratio, isDark()}))
+        const GraphPicture::Target target{size, ratio, isDark()};
+        if (m_prepare && m_picture->needsUpdate(*m_view, target)) {
+            const QScopedValueRollback preparing(m_isPreparing, true);
+            m_prepare();
+        }
+        if (m_picture->update(*m_view, target))
             ++m_drawCount;
     } catch (const std::exception& problem) {
         painter.fillRect(rect(), palette().base());
@@ -376,9 +385,18 @@ std::optional<GraphKey> GraphWidget::graphKey(const QKeyEvent& event)
     }
 }
 
+bool GraphWidget::answerKey(GraphKey key, KeyModifiers modifiers)
+{
+    const bool fitsBoth = key == GraphKey::Fit && !modifiers.shift && !modifiers.control;
+    if (!fitsBoth || !m_fit)
+        return m_interaction->keyPressed(key, modifiers);
+    m_fit();
+    return true;
+}
+
 void GraphWidget::press(GraphKey key, KeyModifiers modifiers)
 {
-    m_interaction->keyPressed(key, modifiers);
+    answerKey(key, modifiers);
     updateActions();
     updatePointer();
 }
@@ -386,7 +404,7 @@ void GraphWidget::press(GraphKey key, KeyModifiers modifiers)
 void GraphWidget::keyPressEvent(QKeyEvent* event)
 {
     const auto key = graphKey(*event);
-    if (!key || !m_interaction->keyPressed(*key, modifiersOf(event->modifiers()))) {
+    if (!key || !answerKey(*key, modifiersOf(event->modifiers()))) {
         QWidget::keyPressEvent(event);
         return;
     }
@@ -414,6 +432,34 @@ void GraphWidget::focusInEvent(QFocusEvent*)
 void GraphWidget::focusOutEvent(QFocusEvent*)
 {
     m_view->resignFirstResponder();
+}
+
+// The selected marker.
+
+std::shared_ptr<TOLVMarker> GraphWidget::selectedMarker() const
+{
+    return m_interaction->selectedMarker();
+}
+
+void GraphWidget::selectMarker(std::size_t index)
+{
+    const auto shown = graph();
+    if (!shown || index >= shown->markers().size())
+        return;
+    // The markers are selected in turn, so that one comes up within as many steps as there are.
+    const auto wanted = shown->markers()[index];
+    for (std::size_t step = 0; step < shown->markers().size() && m_interaction->selectedMarker() != wanted; ++step)
+        m_interaction->keyPressed(GraphKey::NextMarker, {});
+    updateActions();
+    update();
+}
+
+void GraphWidget::announceSelection()
+{
+    if (m_interaction->selectedMarker() == m_announcedMarker)
+        return;
+    m_announcedMarker = m_interaction->selectedMarker();
+    emit selectedMarkerChanged();
 }
 
 // Commands.
@@ -452,6 +498,7 @@ void GraphWidget::updateActions()
     m_actions[GraphCommand::NextMarker]->setEnabled(hasMarkers);
     m_actions[GraphCommand::PreviousMarker]->setEnabled(hasMarkers);
     m_actions[GraphCommand::DeleteMarker]->setEnabled(m_interaction->selectedMarker() != nullptr);
+    announceSelection();
 }
 
 void GraphWidget::carryOut(GraphCommand command)

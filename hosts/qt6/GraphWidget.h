@@ -8,7 +8,9 @@
 #include <QString>
 #include <QWidget>
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -76,6 +78,16 @@ public:
     [[nodiscard]] const PrintInfo& printInfo() const { return m_printInfo; }
     void setPrintInfo(const PrintInfo& printInfo) { m_printInfo = printInfo; }
 
+    /// Called before each drawing of the graph (not for what lies above it), so that a host can lay out what depends on the visible ranges and the size. It may change the graph; what it throws is shown in place of the graph.
+    void setPreparation(std::function<void()> prepare) { m_prepare = std::move(prepare); }
+    /// Shows all data when the user asks for both axes, in place of the interaction's fit; an empty one brings that back.
+    void setFitting(std::function<void()> fit) { m_fit = std::move(fit); }
+
+    /// The marker that keys go to; null for none.
+    [[nodiscard]] std::shared_ptr<TOLVMarker> selectedMarker() const;
+    /// Selects the marker at this place of the graph's list; none there does nothing.
+    void selectMarker(std::size_t index);
+
     /// Enabled while the command can be carried out; the widget's own, with text and standard shortcuts that hold while the widget has the keyboard.
     [[nodiscard]] QAction* action(GraphCommand command) const;
     void carryOut(GraphCommand command);
@@ -94,6 +106,8 @@ signals:
     void displayChanged();
     /// A marker was placed, moved or removed, or such an edit was undone.
     void markersChanged();
+    /// Another marker is selected, or none.
+    void selectedMarkerChanged();
 
 protected:
     bool event(QEvent* event) override;
@@ -122,6 +136,8 @@ private:
     void copy();
     void print();
     void press(GraphKey key, KeyModifiers modifiers = {});
+    bool answerKey(GraphKey key, KeyModifiers modifiers);
+    void announceSelection();
     void showMenu(const QPoint& globalPosition);
     [[nodiscard]] Point pointInView(const QPointF& position) const;
     [[nodiscard]] static std::optional<GraphKey> graphKey(const QKeyEvent& event);
@@ -138,6 +154,10 @@ private:
     QPointF m_secondaryPress;
     bool m_showsReadout = true;
     std::uint64_t m_drawCount = 0;
+    std::function<void()> m_prepare;
+    std::function<void()> m_fit;
+    bool m_isPreparing = false;
+    std::shared_ptr<TOLVMarker> m_announcedMarker;
 };
 
 } // namespace TOLVGraphing
