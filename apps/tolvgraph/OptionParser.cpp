@@ -1,7 +1,6 @@
-#include "Options.h"
+#include "OptionParser.h"
 
-#include "OptionValues.h"
-
+#include <apps/plotting/OptionValues.h>
 #include <desktop/output/GraphicsOutput.h>
 
 #include <CLI/CLI.hpp>

@@ -4,7 +4,6 @@
 #include <TOLVGraphing/platform/geometry/Point.h>
 #include <TOLVGraphing/platform/graphics/Color.h>
 
-#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,7 +28,7 @@ struct RangeText {
     std::string to;
 };
 
-/// What the command line asks for. Texts whose meaning depends on the data (ranges, markers, columns) are kept as they were written.
+/// What a graph is asked to look like. Texts whose meaning depends on the data (ranges, markers, columns) are kept as they were written.
 struct Options {
     std::vector<std::string> files;
     std::vector<std::string> outputs;
@@ -63,12 +62,5 @@ struct Options {
     /// Something of the graph is asked for, not only a list of columns.
     [[nodiscard]] bool needsGraph() const { return !outputs.empty() || layout; }
 };
-
-/// Reads the command line. Answers the options, or the exit status when there is nothing more to do: 0 after --help and --version, 2 after a message about wrong usage.
-struct ParsedOptions {
-    std::optional<Options> options;
-    int status = 0;
-};
-[[nodiscard]] ParsedOptions parseOptions(int argumentCount, const char* const* arguments, std::ostream& out, std::ostream& error);
 
 } // namespace TOLVGraphing::app
