@@ -16,6 +16,12 @@ enum class DrawingKind { Curve, PlainCurve, Dotted, Line, Bar, X, Impulse };
 /// What an axis shows: numbers on a linear or logarithmic scale, or categories with room for bars or for the points of lines. Categories are for x only.
 enum class AxisKind { Linear, Logarithmic, Bar, Line };
 
+/// The kind shows categories.
+[[nodiscard]] constexpr bool isCategorical(AxisKind kind)
+{
+    return kind == AxisKind::Bar || kind == AxisKind::Line;
+}
+
 /// How the numbers along an axis are written.
 enum class NumberStyle { Decimal, Adaptive, SI, Scientific, Date };
 
@@ -26,6 +32,8 @@ enum class LinePattern { Solid, Dashed, DashDot, Dotted };
 struct RangeText {
     std::string from;
     std::string to;
+
+    friend bool operator==(const RangeText&, const RangeText&) = default;
 };
 
 /// What a graph is asked to look like. Texts whose meaning depends on the data (ranges, markers, columns) are kept as they were written.
@@ -58,9 +66,11 @@ struct Options {
     std::optional<std::string> layout;
 
     /// The x axis shows categories; the drawing is then one that places its samples by them.
-    [[nodiscard]] bool hasCategories() const { return xAxis == AxisKind::Bar || xAxis == AxisKind::Line; }
+    [[nodiscard]] bool hasCategories() const { return isCategorical(xAxis); }
     /// Something of the graph is asked for, not only a list of columns.
     [[nodiscard]] bool needsGraph() const { return !outputs.empty() || layout; }
+
+    friend bool operator==(const Options&, const Options&) = default;
 };
 
 } // namespace TOLVGraphing::app

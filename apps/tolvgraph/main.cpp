@@ -4,11 +4,11 @@
 
 #include <apps/plotting/GraphBuilder.h>
 #include <apps/plotting/OptionValues.h>
+#include <apps/plotting/Pictures.h>
 #include <apps/plotting/TableSeries.h>
 #include <desktop/input/MeasurementReader.h>
 #include <desktop/layout/LayoutJson.h>
 #include <desktop/output/AtomicFile.h>
-#include <desktop/output/GraphicsOutput.h>
 #include <desktop/text/PangoTextSystem.h>
 
 #include <cerrno>
@@ -74,17 +74,6 @@ std::vector<FileSeries> readSeries(const Options& options)
     return files;
 }
 
-void writePictures(GraphSheet& sheet, const Options& options)
-{
-    OutputSettings settings;
-    settings.size = options.size;
-    settings.scale = options.scale;
-    settings.title = options.title.value_or("");
-    settings.creator = std::string("tolvgraph ") + TOLVGRAPHING_VERSION;
-    for (const std::string& output : options.outputs)
-        writeToFile(output, *outputKindForSuffix(output), settings, [&](DrawingContext&, const Rect& bounds) { sheet.drawInRect(bounds); });
-}
-
 void writeLayout(GraphSheet& sheet, const Options& options)
 {
     const std::string text = layoutJson(sheet, options.size);
@@ -101,7 +90,8 @@ void run(const Options& options)
     GraphSheet sheet = buildSheet(files, options, notes);
     for (const std::string& note : notes)
         warn(note);
-    writePictures(sheet, options);
+    for (const std::string& output : options.outputs)
+        writePicture(sheet, options, output);
     if (options.layout)
         writeLayout(sheet, options);
 }
