@@ -59,11 +59,23 @@ private:
         input::MeasurementTable table = input::readMeasurements(path, settings(index));
         const std::vector<std::string> ragged = notesOnRaggedRows(table);
         data.notes.insert(data.notes.end(), ragged.begin(), ragged.end());
+        std::vector<SourceColumn> columns = columnsOf(table);
         FileSeries series = seriesOfTable(std::move(table), m_options);
         for (const std::string& note : series.selection.notes)
             data.notes.push_back(path + ": " + note);
-        data.sources.push_back({path, stamp});
+        data.sources.push_back({path, stamp, std::move(columns)});
         data.files.push_back(std::move(series));
+    }
+
+    static std::vector<SourceColumn> columnsOf(const input::MeasurementTable& table)
+    {
+        std::vector<SourceColumn> columns;
+        for (const input::MeasurementColumn& column : table.columns) {
+            const std::string name = column.displayName();
+            const bool isFirst = table.indexOfColumn(name) == columns.size();
+            columns.push_back({isFirst ? name : std::to_string(column.number), column.unit, column.kind});
+        }
+        return columns;
     }
 
     static void requireRegularFile(const std::string& path)

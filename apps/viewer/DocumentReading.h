@@ -4,6 +4,7 @@
 
 #include <apps/plotting/FileSeries.h>
 #include <apps/plotting/Options.h>
+#include <desktop/input/MeasurementTable.h>
 
 #include <atomic>
 #include <cstddef>
@@ -12,9 +13,21 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace TOLVGraphing::app {
+
+/// A column that a file has.
+struct SourceColumn {
+    /// What options call it: its name or "column 3", or its number, counted from 1, where a column before it has the same name.
+    std::string option;
+    /// As the file states it, or empty.
+    std::string unit;
+    input::ColumnKind kind = input::ColumnKind::Number;
+
+    friend bool operator==(const SourceColumn&, const SourceColumn&) = default;
+};
 
 /// A measurement file of a document.
 struct DocumentSource {
@@ -22,6 +35,8 @@ struct DocumentSource {
     std::string path;
     /// The file's state when it was last read, or of one not yet read in an opened document when that was saved; nothing where it is not known.
     std::optional<FileStamp> stamp;
+    /// All columns of the file, drawn or not, for a user to choose from; none while it has not been read.
+    std::vector<SourceColumn> columns;
 
     friend bool operator==(const DocumentSource&, const DocumentSource&) = default;
 };

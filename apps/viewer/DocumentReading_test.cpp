@@ -62,7 +62,8 @@ TEST_F(DocumentReadingTest, handsOverSeriesOptionsSourcesAndNotes)
     ASSERT_EQ(outcome.data.size(), 1U);
     const ReadDocumentData& data = outcome.data.front();
     EXPECT_EQ(data.options, options);
-    EXPECT_EQ(data.sources, (std::vector<DocumentSource>{{one, stampOfFile(one)}, {other, stampOfFile(other)}}));
+    const std::vector<SourceColumn> columns{{"t", "", input::ColumnKind::Number}, {"v", "", input::ColumnKind::Number}};
+    EXPECT_EQ(data.sources, (std::vector<DocumentSource>{{one, stampOfFile(one), columns}, {other, stampOfFile(other), columns}}));
     ASSERT_EQ(data.files.size(), 2U);
     EXPECT_EQ(data.files[0].file, one);
     EXPECT_EQ(data.files[1].file, other);
@@ -94,6 +95,28 @@ TEST_F(DocumentReadingTest, keepsTheTextsOfCategories)
     finish();
     ASSERT_EQ(outcome.data.size(), 1U);
     EXPECT_EQ(outcome.data[0].files[0].selection.categoryTexts, (std::vector<std::string>{"quartz", "mica"}));
+}
+
+TEST_F(DocumentReadingTest, tellsEachColumnAsOptionsNameIt)
+{
+    const std::string path = folder.write("one.csv", "date,name,v,v,\ndate,text,Volt,Ampere,Ohm\n2026-11-21,mica,1,2,3\n2026-11-22,gypsum,4,5,6\n");
+    start({path});
+    finish();
+    ASSERT_EQ(outcome.data.size(), 1U) << outcome.errors.front();
+    const std::vector<SourceColumn> columns = outcome.data[0].sources[0].columns;
+    std::string text;
+    for (const SourceColumn& column : columns)
+        text += column.option + " [" + column.unit + "] " + std::string(input::columnKindName(column.kind)) + "\n";
+    ASSERT_EQ(text, "date [date] date\nname [text] text\nv [Volt] number\n4 [Ampere] number\ncolumn 5 [Ohm] number\n");
+    for (const SourceColumn& column : {columns[2], columns[3], columns[4]}) {
+        Options options;
+        options.y = {column.option};
+        outcome = {};
+        start({path}, options);
+        finish();
+        ASSERT_EQ(outcome.data.size(), 1U);
+        EXPECT_EQ(outcome.data[0].files[0].selection.series[0].unit, column.unit);
+    }
 }
 
 TEST_F(DocumentReadingTest, succeedsWithoutFiles)

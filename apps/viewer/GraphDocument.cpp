@@ -74,9 +74,11 @@ std::vector<std::byte> contentsOfFile(const fs::path& path)
     if (size > most)
         failReading(path, "found " + std::to_string(size) + " bytes, expected a document of at most " + std::to_string(most));
     std::ifstream file(path, std::ios::binary);
+    if (!file)
+        failReading(path, "cannot be read: " + std::generic_category().message(errno));
     std::vector<std::byte> contents(static_cast<std::size_t>(size));
     if (!file.read(reinterpret_cast<char*>(contents.data()), static_cast<std::streamsize>(contents.size())))
-        failReading(path, "cannot be read: " + std::generic_category().message(errno));
+        failReading(path, "found fewer than " + std::to_string(size) + " bytes, expected a file that can be read to its end");
     return contents;
 }
 
@@ -87,12 +89,12 @@ DocumentSource foundSource(const fs::path& document, const SourceReference& sour
     if (source.relativePath) {
         const fs::path beside = absolutePath(document.parent_path() / *source.relativePath);
         if (isFile(beside))
-            return {beside.string(), source.stamp};
+            return {beside.string(), source.stamp, {}};
         if (beside != source.path)
             places = beside.string() + " or " + places;
     }
     if (isFile(source.path))
-        return {source.path, source.stamp};
+        return {source.path, source.stamp, {}};
     failReading(document, "source '" + fs::path(source.path).filename().string() + "': found no file at " + places + ", expected the measurements there");
 }
 
