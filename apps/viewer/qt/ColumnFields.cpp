@@ -67,24 +67,19 @@ ColumnFields::ColumnFields(QFormLayout* form, QObject* parent)
 
 void ColumnFields::learnColumns(const GraphDocument& document)
 {
-    if (document.sourcePaths() != m_sources) {
-        m_columns.clear();
-        m_sources = document.sourcePaths();
-    }
-    const auto learn = [this](const std::string& name) {
-        if (!name.empty() && std::find(m_columns.begin(), m_columns.end(), name) == m_columns.end())
-            m_columns.push_back(name);
-    };
+    const Options& options = document.options();
+    m_columns.clear();
     m_shownOrdinates.clear();
-    for (const FileSeries& file : document.files()) {
-        // "sample" is what the row number is called.
-        if (file.selection.xName != "sample")
-            learn(file.selection.xName);
-        for (const auto& series : file.selection.series) {
-            const std::string name = series.data->name().value_or("");
-            learn(name);
-            if (!name.empty() && std::find(m_shownOrdinates.begin(), m_shownOrdinates.end(), name) == m_shownOrdinates.end())
-                m_shownOrdinates.push_back(name);
+    for (std::size_t i = 0; i < document.sources().size(); ++i) {
+        const std::string x = options.x.value_or(i < document.files().size() ? document.files()[i].selection.xName : "");
+        for (const SourceColumn& column : document.sources()[i].columns) {
+            const bool isKnown = std::find(m_columns.begin(), m_columns.end(), column.option) != m_columns.end();
+            if (!isKnown)
+                m_columns.push_back(column.option);
+            const bool isNumber = column.kind == input::ColumnKind::Number && column.option != x;
+            const bool isShown = options.y.empty() ? isNumber : std::find(options.y.begin(), options.y.end(), column.option) != options.y.end();
+            if (isShown && !isKnown)
+                m_shownOrdinates.push_back(column.option);
         }
     }
 }

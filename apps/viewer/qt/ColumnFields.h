@@ -2,14 +2,14 @@
 
 #include <apps/plotting/Options.h>
 
-#include <QWidget>
+#include <QObject>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 class QComboBox;
 class QFormLayout;
-class QLabel;
 class QLineEdit;
 class QMenu;
 
@@ -25,7 +25,7 @@ public:
     /// Adds its rows to a form, which owns the widgets.
     explicit ColumnFields(QFormLayout* form, QObject* parent = nullptr);
 
-    /// Columns that were seen before stay on offer as long as the sources are the same.
+    /// Offers the columns of all its sources.
     void showDocument(const GraphDocument& document);
     /// Puts what the fields say into options.
     void putInto(Options& options) const;
@@ -48,8 +48,7 @@ private:
     QLineEdit* m_y = nullptr;
     QMenu* m_menu = nullptr;
     QComboBox* m_categories = nullptr;
-    std::vector<std::string> m_sources;
-    /// Display names in the order of the first file.
+    /// As options call them, in the order of the files.
     std::vector<std::string> m_columns;
     std::vector<std::string> m_shownOrdinates;
 };
