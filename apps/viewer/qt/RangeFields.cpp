@@ -8,9 +8,16 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <cmath>
 #include <utility>
 
 namespace TOLVGraphing::app {
+
+namespace {
+
+constexpr double kManyDays = 14.0;
+
+} // namespace
 
 RangeFields::RangeFields(Axis axis, QWidget* parent)
     : QWidget(parent)
@@ -41,11 +48,13 @@ void RangeFields::refresh()
 {
     const auto extents = m_graph && !m_graph->graphData().empty() ? m_graph->extents() : nullptr;
     const auto range = extents ? (m_axis == Axis::X ? extents->x() : extents->y()) : nullptr;
+    // Of many days nobody reads the time of day.
+    const bool isLong = range && range->max() - range->min() > kManyDays;
     for (QLineEdit* edit : {m_from, m_to}) {
         if (edit->isModified() && edit->hasFocus())
             continue;
         // Six digits of a range that was panned say enough; numbers of few digits are shown as they are.
-        const auto shown = [&](double value) { return m_isDate ? textOfValue(value, true) : QString::number(value, 'g', 6); };
+        const auto shown = [&](double value) { return m_isDate ? textOfValue(isLong ? std::floor(value) : value, true) : QString::number(value, 'g', 6); };
         edit->setText(range ? shown(edit == m_from ? range->min() : range->max()) : QString());
         edit->setCursorPosition(0);
     }

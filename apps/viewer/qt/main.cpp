@@ -44,6 +44,7 @@ int main(int argumentCount, char** arguments)
         words << QString::fromLocal8Bit(arguments[i]);
     if (!hasDisplay(words) || asksForText(words)) {
         const QCoreApplication text(argumentCount, arguments);
+        QCoreApplication::setApplicationName(QStringLiteral("tolvgraph-viewer"));
         describe(parser);
         // Ends the program where help or version are asked for, and where an option is unknown.
         parser.process(text);
