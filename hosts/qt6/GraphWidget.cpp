@@ -134,6 +134,8 @@ void GraphWidget::initialize()
 void GraphWidget::setGraph(const std::shared_ptr<TOLVGraph>& graph)
 {
     m_view->setGraph(graph);
+    // What was selected or dragged was the former graph's.
+    m_interaction = std::make_unique<GraphInteraction>(m_view);
     observeGraph();
     updateActions();
 }
@@ -149,6 +151,7 @@ void GraphWidget::observeGraph()
     for (const char* key : kLooks)
         m_tokens.push_back(m_observedGraph->addObserver(key, [this](const PropertyChange&) { m_view->setNeedsDisplay(); }));
     m_tokens.push_back(m_observedGraph->addObserver("markers", [this](const PropertyChange&) {
+        forgetRemovedMarker();
         m_view->setNeedsDisplay();
         emit markersChanged();
     }));
@@ -452,6 +455,15 @@ void GraphWidget::selectMarker(std::size_t index)
         m_interaction->keyPressed(GraphKey::NextMarker, {});
     updateActions();
     update();
+}
+
+void GraphWidget::forgetRemovedMarker()
+{
+    const auto& markers = m_observedGraph->markers();
+    const auto selected = m_interaction->selectedMarker();
+    // Without a drag there is only the selection to cancel; a marker that was dragged is replaced when the drag is over.
+    if (selected && std::find(markers.begin(), markers.end(), selected) == markers.end())
+        m_interaction->keyPressed(GraphKey::Cancel, {});
 }
 
 void GraphWidget::announceSelection()

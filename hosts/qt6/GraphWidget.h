@@ -138,6 +138,7 @@ private:
     void press(GraphKey key, KeyModifiers modifiers = {});
     bool answerKey(GraphKey key, KeyModifiers modifiers);
     void announceSelection();
+    void forgetRemovedMarker();
     void showMenu(const QPoint& globalPosition);
     [[nodiscard]] Point pointInView(const QPointF& position) const;
     [[nodiscard]] static std::optional<GraphKey> graphKey(const QKeyEvent& event);

@@ -4,6 +4,7 @@
 #include <apps/viewer/qt/MarkersPanel.h>
 #include <hosts/qt6/GraphWidget.h>
 
+#include <QAction>
 #include <QTableWidget>
 
 namespace TOLVGraphing::app {
@@ -78,6 +79,20 @@ TEST_F(MarkersOfWindow, areSelectedInTableAndGraphAlike)
     ASSERT_EQ(graph().countOfMarkers(), 1U);
     EXPECT_EQ(graph().markers()[0]->value(), 3.0);
     EXPECT_TRUE(table().selectedItems().isEmpty());
+}
+
+TEST_F(MarkersOfWindow, thatAreGoneAreNotSelected)
+{
+    widget().carryOut(GraphCommand::PlaceMarker);
+    EXPECT_EQ(widget().selectedMarker(), graph().markers()[0]);
+    widget().carryOut(GraphCommand::Undo);
+    EXPECT_EQ(widget().selectedMarker(), nullptr);
+    EXPECT_FALSE(widget().action(GraphCommand::DeleteMarker)->isEnabled());
+    place(2.0);
+    widget().selectMarker(0);
+    ASSERT_TRUE(window.files()->saveTo(QString::fromStdString(folder.path("a.tolvgraph"))));
+    open({write("other.csv", "t,c\n1,7\n2,8\n")});
+    EXPECT_EQ(widget().selectedMarker(), nullptr);
 }
 
 TEST_F(MarkersOfWindow, comeToTheMiddleOfTheRange)

@@ -33,6 +33,7 @@ TEST_F(OpeningInWindow, showsSeveralFilesInOneGraph)
     open({write("one.csv", "t,a\n1,10\n2,20\n"), write("two.csv", "t,a\n1,11\n2,21\n")});
     ASSERT_EQ(graph().graphData().size(), 2U);
     EXPECT_EQ(document().legendEntries()[1].title, "two.csv");
+    EXPECT_EQ(graph().graphData()[1]->name(), "two.csv");
 }
 
 TEST_F(OpeningInWindow, addsFilesToTheGraph)

@@ -60,6 +60,8 @@ TEST_F(PanelsOfWindow, barsBringCategoriesAlong)
     EXPECT_TRUE(std::dynamic_pointer_cast<TOLVBarAxis>(graph().horizontalAxis()));
     EXPECT_TRUE(std::dynamic_pointer_cast<BarGraphDrawing>(graph().drawingStrategy()));
     EXPECT_FALSE(panel().xFormat()->isEnabled());
+    // Bars stand on zero, whatever was visible before.
+    EXPECT_EQ(graph().extents()->y()->min(), 0.0);
 }
 
 TEST_F(PanelsOfWindow, anAxisOfNumbersTakesBarsAway)

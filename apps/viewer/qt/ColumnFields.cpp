@@ -10,8 +10,8 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QSignalBlocker>
-#include <QToolButton>
 
 #include <algorithm>
 
@@ -47,9 +47,7 @@ ColumnFields::ColumnFields(QFormLayout* form, QObject* parent)
     m_y->setAccessibleName(tr("Columns of y"));
     m_y->setPlaceholderText(tr("All numbers"));
     m_y->setToolTip(tr("Names or numbers of columns, separated by commas"));
-    auto* choose = new QToolButton;
-    choose->setText(tr("Choose"));
-    choose->setPopupMode(QToolButton::InstantPopup);
+    auto* choose = new QPushButton(tr("Choose"));
     choose->setMenu(m_menu);
     auto* row = new QHBoxLayout;
     row->addWidget(m_y, 1);

@@ -9,6 +9,8 @@
 #include <QFileInfo>
 #include <QMetaObject>
 
+#include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <new>
 #include <utility>
@@ -59,8 +61,18 @@ void DocumentController::replaceDocument(std::unique_ptr<GraphDocument> document
 void DocumentController::contentDidChange()
 {
     m_watcher->watch(m_document->sourcePaths());
-    emit contentChanged();
+    announceContent();
     emit nameChanged();
+}
+
+void DocumentController::announceContent()
+{
+    // Of several files, series are told apart by what the legend calls them, also in read-outs and on paper.
+    const auto series = m_document->graph()->graphData();
+    const auto& entries = m_document->legendEntries();
+    for (std::size_t i = 0; m_document->files().size() > 1 && i < std::min(series.size(), entries.size()); ++i)
+        series[i]->setName(entries[i].title);
+    emit contentChanged();
 }
 
 // Reading.
@@ -101,7 +113,7 @@ void DocumentController::fail(const Plan& plan, const QString& reason)
 {
     m_reloadIsDue = false;
     // Panels show the options that hold.
-    emit contentChanged();
+    announceContent();
     if (plan.isQuiet)
         emit message(plan.failure + QLatin1Char(' ') + reason);
     else
@@ -115,7 +127,7 @@ void DocumentController::cancelReading()
     m_reading.cancel();
     m_reloadIsDue = false;
     emit readingEnded();
-    emit contentChanged();
+    announceContent();
     emit message(tr("Reading was cancelled."));
 }
 
@@ -230,6 +242,16 @@ void DocumentController::registerUndo(const Options& former)
     m_document->undoManager()->registerUndoWithTarget(m_undoTarget, [this, former] { setOptions(former); });
 }
 
+/// Bars and impulses stand on zero, and dots in cells of their own: ranges that were chosen for others do not suit them.
+bool DocumentController::fitsAfterChange(const Options& former) const
+{
+    const auto needs = [](const Options& options) {
+        const bool standsOnZero = options.drawing == DrawingKind::Bar || options.drawing == DrawingKind::Impulse;
+        return std::pair(standsOnZero, options.drawing == DrawingKind::Dotted);
+    };
+    return needs(former) != needs(m_document->options());
+}
+
 void DocumentController::setOptions(const Options& wanted)
 {
     const Options former = m_document->options();
@@ -240,8 +262,10 @@ void DocumentController::setOptions(const Options& wanted)
         // Registered before the reading, so that it is the counterpart of a step that is being undone.
         registerUndo(former);
         start(m_document->sourcePaths(), wanted,
-            {[this](ReadDocumentData data) {
+            {[this, former](ReadDocumentData data) {
                  m_document->install(std::move(data));
+                 if (fitsAfterChange(former))
+                     m_document->fitRanges();
                  contentDidChange();
              },
                 failure, false});
@@ -250,17 +274,19 @@ void DocumentController::setOptions(const Options& wanted)
     try {
         m_document->setOptions(wanted);
         registerUndo(former);
+        if (fitsAfterChange(former))
+            m_document->fitRanges();
     } catch (const std::exception& problem) {
         emit failed(failure, plainText(problem.what()));
     }
     // Also after a failure: panels show the options that hold.
-    emit contentChanged();
+    announceContent();
 }
 
 void DocumentController::fitRanges()
 {
     m_document->fitRanges();
-    emit contentChanged();
+    announceContent();
 }
 
 void DocumentController::layOut(const Rect& rect) const

@@ -86,6 +86,8 @@ private:
     void readAgain(bool isQuiet);
     void sourcesChanged();
     void contentDidChange();
+    void announceContent();
+    [[nodiscard]] bool fitsAfterChange(const Options& former) const;
 
     std::unique_ptr<GraphDocument> m_document;
     SourceWatcher* m_watcher = nullptr;

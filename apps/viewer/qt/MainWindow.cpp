@@ -38,7 +38,7 @@ const QString kStateKey = QStringLiteral("window/panels");
 /// Other numbers are states of windows with other panels.
 constexpr int kStateVersion = 1;
 /// How long a message stays, in milliseconds.
-constexpr int kMessageTime = 8000;
+constexpr int kMessageTime = 5000;
 
 QStringList localFiles(const QMimeData& data)
 {

@@ -73,7 +73,10 @@ QIcon lineIcon(const TOLVLineStyle& style, qreal ratio)
     painter.setPen(pen);
     const double middle = kIconSize.height() * 0.5;
     painter.drawLine(QPointF(0.0, middle), QPointF(kIconSize.width(), middle));
-    return QIcon(pixmap);
+    // A selected row has the very colours too.
+    QIcon icon(pixmap);
+    icon.addPixmap(pixmap, QIcon::Selected);
+    return icon;
 }
 
 } // namespace
