@@ -275,8 +275,9 @@ QString GraphWidget::readoutText() const
     return QString::fromStdString(m_interaction->readoutText());
 }
 
-void GraphWidget::updatePointer()
+void GraphWidget::finishEvent()
 {
+    updateActions();
     setCursor(cursorFor(m_interaction->pointerLook()));
     update();
     const QString text = readoutText();
@@ -299,13 +300,13 @@ void GraphWidget::mousePressEvent(QMouseEvent* event)
         QWidget::mousePressEvent(event);
         return;
     }
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::mouseMoveEvent(QMouseEvent* event)
 {
     m_interaction->pointerMoved(pointInView(event->position()));
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::mouseReleaseEvent(QMouseEvent* event)
@@ -321,7 +322,7 @@ void GraphWidget::mouseReleaseEvent(QMouseEvent* event)
         QWidget::mouseReleaseEvent(event);
         return;
     }
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::mouseDoubleClickEvent(QMouseEvent* event)
@@ -330,13 +331,13 @@ void GraphWidget::mouseDoubleClickEvent(QMouseEvent* event)
         m_interaction->pointerDoubleClicked(pointInView(event->position()));
     else
         mousePressEvent(event);
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::leaveEvent(QEvent*)
 {
     m_interaction->pointerLeft();
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::wheelEvent(QWheelEvent* event)
@@ -346,7 +347,7 @@ void GraphWidget::wheelEvent(QWheelEvent* event)
     const double steps = (turn.y() != 0 ? turn.y() : turn.x()) / kWheelNotch;
     m_interaction->wheelTurned(steps, pointInView(event->position()), modifiersOf(event->modifiers()));
     event->accept();
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::contextMenuEvent(QContextMenuEvent* event)
@@ -379,8 +380,7 @@ std::optional<GraphKey> GraphWidget::graphKey(const QKeyEvent& event)
 void GraphWidget::press(GraphKey key, KeyModifiers modifiers)
 {
     m_interaction->keyPressed(key, modifiers);
-    updateActions();
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::keyPressEvent(QKeyEvent* event)
@@ -390,8 +390,7 @@ void GraphWidget::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
         return;
     }
-    updateActions();
-    updatePointer();
+    finishEvent();
 }
 
 bool GraphWidget::event(QEvent* event)

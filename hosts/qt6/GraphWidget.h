@@ -61,6 +61,9 @@ public:
     /// Shows another graph (shared), which gets an undo manager where it has none.
     void setGraph(const std::shared_ptr<TOLVGraph>& graph);
 
+    /// What gestures and keys have led to.
+    [[nodiscard]] const GraphInteraction& interaction() const { return *m_interaction; }
+
     /// Adds a series (the vectors are taken over; the shorter one counts) in the next colour of `seriesColor` and shows all data. Abscissae ascend.
     void addSeries(std::vector<float> x, std::vector<float> y, const QString& name = {});
     void addSeries(const std::vector<double>& x, const std::vector<double>& y, const QString& name = {});
@@ -118,7 +121,8 @@ private:
     void stopObservingGraph();
     void redisplay();
     void updateActions();
-    void updatePointer();
+    /// What every pointer and key event ends with: actions, the look of the pointer and the read-out are those of the moment.
+    void finishEvent();
     void copy();
     void print();
     void press(GraphKey key, KeyModifiers modifiers = {});
