@@ -8,6 +8,7 @@
 
 #include <TOLVGraphing/data/SeriesColors.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
+#include <TOLVGraphing/views/GraphDisplayObserver.h>
 #include <TOLVMath/TOLVRealVector.h>
 
 #include <QAccessible>
@@ -58,9 +59,6 @@ const std::vector<CommandDescription>& commandDescriptions()
     return kDescriptions;
 }
 
-/// What a user sees of a graph besides its ranges: properties whose change a graph announces without asking its views for redisplay. Margin and label paddings are not among them, because they are set while drawing.
-const char* const kLooks[] = {"title", "horizontalAxis", "verticalAxis", "majorLineStyle", "minorLineStyle", "titleAttributes", "labelAttributes", "tickLabelAttributes", "drawingStrategy"};
-
 KeyModifiers modifiersOf(Qt::KeyboardModifiers modifiers)
 {
     return {modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier)};
@@ -88,7 +86,9 @@ std::vector<float> narrowed(const std::vector<double>& values)
 std::shared_ptr<TOLVGraphView> newView()
 {
     installQtServices();
-    return TOLVGraphView::initWithFrame({});
+    auto view = TOLVGraphView::initWithFrame({});
+    view->setFitsMarginsToLabels(true);
+    return view;
 }
 
 } // namespace
@@ -145,18 +145,15 @@ void GraphWidget::observeGraph()
         return;
     if (!m_observedGraph->undoManager())
         m_observedGraph->attachUndoManager(std::make_shared<UndoManager>());
-    for (const char* key : kLooks)
-        m_tokens.push_back(m_observedGraph->addObserver(key, [this](const PropertyChange&) { m_view->setNeedsDisplay(); }));
-    m_tokens.push_back(m_observedGraph->addObserver("markers", [this](const PropertyChange&) {
-        m_view->setNeedsDisplay();
-        emit markersChanged();
-    }));
+    m_displayObserver = std::make_unique<GraphDisplayObserver>(m_observedGraph, [this] { m_view->setNeedsDisplay(); });
+    m_markersToken = m_observedGraph->addObserver("markers", [this](const PropertyChange&) { emit markersChanged(); });
 }
 
 void GraphWidget::stopObservingGraph()
 {
-    for (const ObserverToken token : std::exchange(m_tokens, {}))
-        m_observedGraph->removeObserver(token);
+    m_displayObserver.reset();
+    if (m_observedGraph)
+        m_observedGraph->removeObserver(m_markersToken);
     m_observedGraph.reset();
 }
 

@@ -19,6 +19,7 @@ class QMenu;
 
 namespace TOLVGraphing {
 
+class GraphDisplayObserver;
 class GraphPicture;
 class TOLVGraph;
 
@@ -135,7 +136,8 @@ private:
     std::unique_ptr<GraphPicture> m_picture;
     std::map<GraphCommand, QAction*> m_actions;
     std::shared_ptr<TOLVGraph> m_observedGraph;
-    std::vector<ObserverToken> m_tokens;
+    std::unique_ptr<GraphDisplayObserver> m_displayObserver;
+    ObserverToken m_markersToken = 0;
     PrintInfo m_printInfo;
     GraphAppearance m_appearance = GraphAppearance::FollowsPalette;
     QString m_readout;
