@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t kManyPoints = 64;
 /// Larger differences between the transform's columns, as parts of their length, count as angles not kept: a line of 1,000 pixels would be off by a hundredth of a pixel in its width.
 constexpr double kSameAngle = 1e-5;
-constexpr double kMostDashes = 1e5;
+constexpr double kMostDashes = 1e6;
 constexpr double kFarthest = 1e6;
 constexpr std::size_t kMostKeptBytes = std::size_t{8} << 20U;
 

@@ -27,7 +27,7 @@ namespace TOLVGraphing::cairo {
 
 /// Paints lines, which `areLongPolylines`, with the target's source, clip, join and miter limit. `scale` makes device units of the width, the dash and the lines' start lengths;
 /// the dash is one that paint::usableDash gives. `visible` is the clip's box in device units. False, with nothing painted, when only Cairo can do it: with round or square ends,
-/// without smooth edges, or with dashes by the hundred thousand.
+/// without smooth edges, or with dashes by the million.
 [[nodiscard]] bool strokePolylines(cairo_t* target, std::span<const paint::StrokeRun> lines, double width, const LineDash& dash, double scale, const Rect& visible);
 
 } // namespace TOLVGraphing::cairo

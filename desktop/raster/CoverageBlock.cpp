@@ -1,6 +1,7 @@
 #include "CoverageBlock.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace TOLVGraphing::raster {
@@ -13,6 +14,18 @@ constexpr std::size_t kSlopes = CoverageBlock::kColumns;
 constexpr int kRowsBelow = 3;
 /// An edge that crosses fewer rows than this counts as level at its middle.
 constexpr double kLevel = 1.0 / 32.0;
+
+/// One number of each column. Operations on all of them are loops without other arrays in sight, which compilers turn into vector instructions.
+constexpr std::size_t kLanes = CoverageBlock::kColumns;
+using Lanes = std::array<std::uint32_t, kLanes>;
+
+constexpr Lanes kNoLanes{};
+
+void addLanes(Lanes& sums, const std::uint32_t* values)
+{
+    for (std::size_t i = 0; i < kLanes; ++i)
+        sums[i] += values[i];
+}
 
 /// Adds to a number that may wrap around.
 void add(std::uint32_t& sum, std::int64_t value)
@@ -87,20 +100,23 @@ void CoverageBlock::addEdge(int column, double fromRow, double toRow, std::int32
 void CoverageBlock::moveCoverageTo(std::uint8_t* corner, std::ptrdiff_t stride)
 {
     constexpr std::uint32_t kHalf = 1U << 15U;
-    std::uint32_t coverage[kColumns];
-    std::uint32_t slopes[kColumns] = {};
-    std::fill_n(coverage, kColumns, kHalf);
+    Lanes coverage;
+    Lanes slopes{};
+    coverage.fill(kHalf);
     const int first = firstRow();
     const int end = endRow();
     std::uint32_t* differences = m_differences.data() + static_cast<std::size_t>(first) * kRowLength;
     std::uint8_t* pixels = corner + first * stride;
     for (int row = first; row < end; ++row, pixels += stride, differences += kRowLength) {
-        for (int i = 0; i < kColumns; ++i) {
-            slopes[i] += differences[kSlopes + static_cast<std::size_t>(i)];
-            coverage[i] += differences[i] + slopes[i];
-            pixels[i] = static_cast<std::uint8_t>(coverage[i] >> 16U);
-        }
-        std::fill_n(differences, kRowLength, 0U);
+        addLanes(slopes, differences + kSlopes);
+        addLanes(coverage, differences);
+        addLanes(coverage, slopes.data());
+        std::array<std::uint8_t, kLanes> levels;
+        for (std::size_t i = 0; i < kLanes; ++i)
+            levels[i] = static_cast<std::uint8_t>(coverage[i] >> 16U);
+        std::memcpy(pixels, levels.data(), kLanes);
+        for (std::size_t i = 0; i < kRowLength; i += kLanes)
+            std::memcpy(differences + i, kNoLanes.data(), sizeof kNoLanes);
     }
     std::fill_n(differences, m_firstRow < m_endRow ? kRowsBelow * kRowLength : 0, 0U);
     m_firstRow = m_height;

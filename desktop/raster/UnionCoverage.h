@@ -104,6 +104,8 @@ private:
     std::vector<std::uint32_t> m_active;
     std::vector<double> m_cuts;
     double m_closestCuts = 0.0;
+    /// The current trapezoids that a slice goes through.
+    std::vector<std::uint32_t> m_hits;
     std::vector<Span> m_spans;
     std::size_t m_joined = 0;
 };
