@@ -1,20 +1,20 @@
 #include "ColumnListing.h"
-#include "GraphBuilder.h"
-#include "OptionValues.h"
-#include "Options.h"
+#include "OptionParser.h"
 #include "ProgressLine.h"
 
+#include <apps/plotting/GraphBuilder.h>
+#include <apps/plotting/OptionValues.h>
+#include <apps/plotting/Pictures.h>
+#include <apps/plotting/TableSeries.h>
 #include <desktop/input/MeasurementReader.h>
 #include <desktop/layout/LayoutJson.h>
 #include <desktop/output/AtomicFile.h>
-#include <desktop/output/GraphicsOutput.h>
 #include <desktop/text/PangoTextSystem.h>
 
 #include <cerrno>
 #include <exception>
 #include <iostream>
 #include <new>
-#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -43,20 +43,6 @@ void flushOutput()
         throw std::runtime_error("standard output: cannot be written (" + std::generic_category().message(errno) + "), expected a file or device with room");
 }
 
-/// The texts that become categories are kept while reading; other texts only cost memory.
-input::ReadSettings readSettings(const Options& options)
-{
-    input::ReadSettings settings;
-    const std::optional<std::string>& column = options.categoryColumn ? options.categoryColumn : options.x;
-    if (!options.hasCategories() || !options.needsGraph())
-        return settings;
-    if (column)
-        settings.keptTextColumns.push_back(*column);
-    else
-        settings.keepsTextsOfFirstColumn = true;
-    return settings;
-}
-
 input::MeasurementTable readFile(const std::string& file, input::ReadSettings settings)
 {
     ProgressLine line(file);
@@ -67,44 +53,25 @@ input::MeasurementTable readFile(const std::string& file, input::ReadSettings se
     return input::readMeasurements(file, settings);
 }
 
-/// Rows that are longer or shorter than the others are worth a word: the file may be broken there.
-void warnAboutRaggedRows(const input::MeasurementTable& table)
-{
-    const auto rows = [](std::size_t count) { return std::to_string(count) + (count == 1 ? " row" : " rows"); };
-    if (table.shortRowCount > 0)
-        warn(table.sourceName + ":" + std::to_string(table.firstShortLine) + ": " + rows(table.shortRowCount) + " with fields missing, which are gaps");
-    if (table.longRowCount > 0)
-        warn(table.sourceName + ":" + std::to_string(table.firstLongLine) + ": " + rows(table.longRowCount) + " with more fields than columns, which are ignored");
-}
-
 std::vector<FileSeries> readSeries(const Options& options)
 {
     std::vector<FileSeries> files;
     for (const std::string& file : options.files) {
-        input::MeasurementTable table = readFile(file, readSettings(options));
-        warnAboutRaggedRows(table);
+        // Only a graph needs the texts of categories.
+        input::MeasurementTable table = readFile(file, options.needsGraph() ? readSettings(options) : input::ReadSettings());
+        for (const std::string& note : notesOnRaggedRows(table))
+            warn(note);
         if (options.listsColumns) {
             std::cout << columnListing(table);
             flushOutput();
         }
         if (!options.needsGraph())
             continue;
-        files.push_back({file, input::selectSeries(std::move(table), {options.x, options.y, options.hasCategories(), options.categoryColumn})});
+        files.push_back(seriesOfTable(std::move(table), options));
         for (const std::string& note : files.back().selection.notes)
             warn(file + ": " + note);
     }
     return files;
-}
-
-void writePictures(GraphSheet& sheet, const Options& options)
-{
-    OutputSettings settings;
-    settings.size = options.size;
-    settings.scale = options.scale;
-    settings.title = options.title.value_or("");
-    settings.creator = std::string("tolvgraph ") + TOLVGRAPHING_VERSION;
-    for (const std::string& output : options.outputs)
-        writeToFile(output, *outputKindForSuffix(output), settings, [&](DrawingContext&, const Rect& bounds) { sheet.drawInRect(bounds); });
 }
 
 void writeLayout(GraphSheet& sheet, const Options& options)
@@ -123,7 +90,8 @@ void run(const Options& options)
     GraphSheet sheet = buildSheet(files, options, notes);
     for (const std::string& note : notes)
         warn(note);
-    writePictures(sheet, options);
+    for (const std::string& output : options.outputs)
+        writePicture(sheet, options, output);
     if (options.layout)
         writeLayout(sheet, options);
 }

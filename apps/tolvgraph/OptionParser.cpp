@@ -1,7 +1,7 @@
-#include "Options.h"
+#include "OptionParser.h"
 
-#include "OptionValues.h"
-
+#include <apps/plotting/OptionRules.h>
+#include <apps/plotting/OptionValues.h>
 #include <desktop/output/GraphicsOutput.h>
 
 #include <CLI/CLI.hpp>
@@ -13,9 +13,6 @@
 namespace TOLVGraphing::app {
 
 namespace {
-
-constexpr double kLargestScale = 64.0;
-constexpr double kLargestThickness = 1000.0;
 
 constexpr const char* kDescription
     = "Draws graphs of measurements. Reads delimited text (CSV and its relatives), sound files and .npy arrays, and writes PDF, PS, EPS, SVG, PNG and TIFF.";
@@ -106,32 +103,15 @@ double parseThickness(const std::string& option, const std::string& text)
     return parsePositive(option, text, kLargestThickness);
 }
 
-/// The kind of drawing that goes with an axis where none is asked for.
-DrawingKind usualDrawing(AxisKind xAxis)
-{
-    if (xAxis == AxisKind::Bar)
-        return DrawingKind::Bar;
-    return xAxis == AxisKind::Line ? DrawingKind::Line : DrawingKind::Curve;
-}
-
-/// The axis that goes with a kind of drawing where none is asked for.
-AxisKind usualXAxis(DrawingKind drawing)
-{
-    if (drawing == DrawingKind::Bar)
-        return AxisKind::Bar;
-    return drawing == DrawingKind::Line ? AxisKind::Line : AxisKind::Linear;
-}
-
-/// Lines need the line axis and bars need categories; curves and dots have places of their own, which are not those of the categories.
 void checkDrawingOnAxis(const RawOptions& raw, const Options& options)
 {
-    if (options.drawing == DrawingKind::Line && options.xAxis != AxisKind::Line)
+    if (canDrawOnAxis(options.drawing, options.xAxis))
+        return;
+    if (options.drawing == DrawingKind::Line)
         throw UsageError("--x-axis", raw.xAxis, "line, the axis that --draw line needs");
-    if (options.drawing == DrawingKind::Bar && !options.hasCategories())
+    if (options.drawing == DrawingKind::Bar)
         throw UsageError("--x-axis", raw.xAxis, "bar or line, the axes that --draw bar needs");
-    const bool isByPosition = options.drawing == DrawingKind::Curve || options.drawing == DrawingKind::PlainCurve || options.drawing == DrawingKind::Dotted;
-    if (options.hasCategories() && isByPosition)
-        throw UsageError("--draw", raw.draw, "bar, line, x or impulse with --x-axis " + raw.xAxis + ", whose categories it does not match");
+    throw UsageError("--draw", raw.draw, "bar, line, x or impulse with --x-axis " + raw.xAxis + ", whose categories it does not match");
 }
 
 /// Axes, drawing and categories, which depend on one another.

@@ -4,7 +4,6 @@
 #include <TOLVGraphing/platform/geometry/Point.h>
 #include <TOLVGraphing/platform/graphics/Color.h>
 
-#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +16,12 @@ enum class DrawingKind { Curve, PlainCurve, Dotted, Line, Bar, X, Impulse };
 /// What an axis shows: numbers on a linear or logarithmic scale, or categories with room for bars or for the points of lines. Categories are for x only.
 enum class AxisKind { Linear, Logarithmic, Bar, Line };
 
+/// The kind shows categories.
+[[nodiscard]] constexpr bool isCategorical(AxisKind kind)
+{
+    return kind == AxisKind::Bar || kind == AxisKind::Line;
+}
+
 /// How the numbers along an axis are written.
 enum class NumberStyle { Decimal, Adaptive, SI, Scientific, Date };
 
@@ -27,9 +32,11 @@ enum class LinePattern { Solid, Dashed, DashDot, Dotted };
 struct RangeText {
     std::string from;
     std::string to;
+
+    friend bool operator==(const RangeText&, const RangeText&) = default;
 };
 
-/// What the command line asks for. Texts whose meaning depends on the data (ranges, markers, columns) are kept as they were written.
+/// What a graph is asked to look like. Texts whose meaning depends on the data (ranges, markers, columns) are kept as they were written.
 struct Options {
     std::vector<std::string> files;
     std::vector<std::string> outputs;
@@ -59,16 +66,11 @@ struct Options {
     std::optional<std::string> layout;
 
     /// The x axis shows categories; the drawing is then one that places its samples by them.
-    [[nodiscard]] bool hasCategories() const { return xAxis == AxisKind::Bar || xAxis == AxisKind::Line; }
+    [[nodiscard]] bool hasCategories() const { return isCategorical(xAxis); }
     /// Something of the graph is asked for, not only a list of columns.
     [[nodiscard]] bool needsGraph() const { return !outputs.empty() || layout; }
-};
 
-/// Reads the command line. Answers the options, or the exit status when there is nothing more to do: 0 after --help and --version, 2 after a message about wrong usage.
-struct ParsedOptions {
-    std::optional<Options> options;
-    int status = 0;
+    friend bool operator==(const Options&, const Options&) = default;
 };
-[[nodiscard]] ParsedOptions parseOptions(int argumentCount, const char* const* arguments, std::ostream& out, std::ostream& error);
 
 } // namespace TOLVGraphing::app

@@ -19,8 +19,12 @@ namespace TOLVGraphing::app {
 [[nodiscard]] Range visibleXRange(const TOLVGraph& graph, const Options& options, bool xIsDate, std::vector<std::string>& notes);
 [[nodiscard]] Range visibleYRange(const TOLVGraph& graph, const Options& options);
 
-/// Gives each curve of the graph, whose x range is set, a sample behind its last one. A curve draws a pixel column when the next one begins, so the last sample of a short series would be missing; the further one, with
+/// Whether an axis of the kind can show the range: both ends are finite in single precision, the first one is smaller, and greater than 0 on a logarithmic axis. For categories also whether every series of the graph has
+/// some in it: the axis shows nothing otherwise.
+[[nodiscard]] bool canShowRange(const TOLVGraph& graph, Range range, AxisKind kind);
+
+/// Gives each curve of the graph, whose fitting x range this is, a sample behind its last one. A curve draws a pixel column when the next one begins, so the last sample of a short series would be missing; the further one, with
 /// the same ordinate, begins that column and is not drawn itself. Does nothing for other kinds of drawing.
-void completeCurves(TOLVGraph& graph, const Options& options);
+void completeCurves(TOLVGraph& graph, const Options& options, Range range);
 
 } // namespace TOLVGraphing::app

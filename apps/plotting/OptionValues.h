@@ -2,8 +2,10 @@
 
 #include "Options.h"
 
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace TOLVGraphing::app {
 
@@ -14,6 +16,12 @@ public:
     /// For an option that was not given.
     UsageError(const std::string& option, const std::string& expected);
 };
+
+/// The longest side of a picture in points, that of the largest page of the page formats.
+inline constexpr double kLargestSide = 14400.0;
+/// The most pixels a point, and the widest line in points.
+inline constexpr double kLargestScale = 64.0;
+inline constexpr double kLargestThickness = 1000.0;
 
 // Each reads one option's text and throws UsageError, naming the option, when it is not what the option takes.
 
@@ -39,6 +47,11 @@ public:
 [[nodiscard]] std::vector<std::string> parseList(const std::string& option, const std::string& text);
 /// A finite number, or with `isDate` also an ISO date, as days since 1970-01-01.
 [[nodiscard]] double parseNumberOrDate(const std::string& option, const std::string& text, bool isDate);
+/// The words that the operations above read as these values.
+[[nodiscard]] std::string wordFor(LinePattern pattern);
+[[nodiscard]] std::string wordFor(DrawingKind drawing);
+[[nodiscard]] std::string wordFor(AxisKind axis);
+[[nodiscard]] std::string wordFor(NumberStyle style);
 /// A finite number.
 [[nodiscard]] std::optional<double> numberFromText(const std::string& text);
 

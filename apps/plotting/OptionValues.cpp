@@ -15,11 +15,21 @@ namespace TOLVGraphing::app {
 
 namespace {
 
-/// The longest side of a picture in points, that of the largest page of the page formats.
-constexpr double kLargestSide = 14400.0;
+template <typename Value, std::size_t count>
+using Words = std::array<std::pair<std::string_view, Value>, count>;
+
+constexpr auto kPatternWords = std::to_array<std::pair<std::string_view, LinePattern>>(
+    {{"solid", LinePattern::Solid}, {"dashed", LinePattern::Dashed}, {"dash-dot", LinePattern::DashDot}, {"dotted", LinePattern::Dotted}});
+constexpr auto kDrawingWords = std::to_array<std::pair<std::string_view, DrawingKind>>({{"curve", DrawingKind::Curve}, {"plain-curve", DrawingKind::PlainCurve}, {"dotted", DrawingKind::Dotted},
+    {"line", DrawingKind::Line}, {"bar", DrawingKind::Bar}, {"x", DrawingKind::X}, {"impulse", DrawingKind::Impulse}});
+constexpr auto kXAxisWords
+    = std::to_array<std::pair<std::string_view, AxisKind>>({{"linear", AxisKind::Linear}, {"log", AxisKind::Logarithmic}, {"bar", AxisKind::Bar}, {"line", AxisKind::Line}});
+constexpr auto kYAxisWords = std::to_array<std::pair<std::string_view, AxisKind>>({{"linear", AxisKind::Linear}, {"log", AxisKind::Logarithmic}});
+constexpr auto kNumberStyleWords = std::to_array<std::pair<std::string_view, NumberStyle>>({{"decimal", NumberStyle::Decimal}, {"adaptive", NumberStyle::Adaptive}, {"si", NumberStyle::SI},
+    {"scientific", NumberStyle::Scientific}, {"date", NumberStyle::Date}});
 
 template <typename Value, std::size_t count>
-Value parseWord(const std::string& option, const std::string& text, const std::array<std::pair<std::string_view, Value>, count>& words)
+Value parseWord(const std::string& option, const std::string& text, const Words<Value, count>& words)
 {
     std::string expected = "one of";
     for (const auto& [word, value] : words) {
@@ -28,6 +38,13 @@ Value parseWord(const std::string& option, const std::string& text, const std::a
         expected += (word == words.front().first ? " " : ", ") + std::string(word);
     }
     throw UsageError(option, text, expected);
+}
+
+/// Every value has a word.
+template <typename Value, std::size_t count>
+std::string wordIn(const Words<Value, count>& words, Value value)
+{
+    return std::string(std::find_if(words.begin(), words.end(), [&](const auto& entry) { return entry.second == value; })->first);
 }
 
 } // namespace
@@ -119,35 +136,47 @@ Color parseColor(const std::string& option, const std::string& text)
 
 LinePattern parsePattern(const std::string& option, const std::string& text)
 {
-    return parseWord(option, text,
-        std::to_array<std::pair<std::string_view, LinePattern>>({{"solid", LinePattern::Solid}, {"dashed", LinePattern::Dashed},
-            {"dash-dot", LinePattern::DashDot}, {"dotted", LinePattern::Dotted}}));
+    return parseWord(option, text, kPatternWords);
 }
 
 DrawingKind parseDrawing(const std::string& option, const std::string& text)
 {
-    return parseWord(option, text,
-        std::to_array<std::pair<std::string_view, DrawingKind>>({{"curve", DrawingKind::Curve}, {"plain-curve", DrawingKind::PlainCurve}, {"dotted", DrawingKind::Dotted},
-            {"line", DrawingKind::Line}, {"bar", DrawingKind::Bar}, {"x", DrawingKind::X}, {"impulse", DrawingKind::Impulse}}));
+    return parseWord(option, text, kDrawingWords);
 }
 
 AxisKind parseXAxis(const std::string& option, const std::string& text)
 {
-    return parseWord(option, text,
-        std::to_array<std::pair<std::string_view, AxisKind>>(
-            {{"linear", AxisKind::Linear}, {"log", AxisKind::Logarithmic}, {"bar", AxisKind::Bar}, {"line", AxisKind::Line}}));
+    return parseWord(option, text, kXAxisWords);
 }
 
 AxisKind parseYAxis(const std::string& option, const std::string& text)
 {
-    return parseWord(option, text, std::to_array<std::pair<std::string_view, AxisKind>>({{"linear", AxisKind::Linear}, {"log", AxisKind::Logarithmic}}));
+    return parseWord(option, text, kYAxisWords);
 }
 
 NumberStyle parseNumberStyle(const std::string& option, const std::string& text)
 {
-    return parseWord(option, text,
-        std::to_array<std::pair<std::string_view, NumberStyle>>({{"decimal", NumberStyle::Decimal}, {"adaptive", NumberStyle::Adaptive}, {"si", NumberStyle::SI},
-            {"scientific", NumberStyle::Scientific}, {"date", NumberStyle::Date}}));
+    return parseWord(option, text, kNumberStyleWords);
+}
+
+std::string wordFor(LinePattern pattern)
+{
+    return wordIn(kPatternWords, pattern);
+}
+
+std::string wordFor(DrawingKind drawing)
+{
+    return wordIn(kDrawingWords, drawing);
+}
+
+std::string wordFor(AxisKind axis)
+{
+    return wordIn(kXAxisWords, axis);
+}
+
+std::string wordFor(NumberStyle style)
+{
+    return wordIn(kNumberStyleWords, style);
 }
 
 std::string parseLayoutFile(const std::string& option, const std::string& text)

@@ -79,6 +79,12 @@ void dropUnevenMinorLabels(TOLVGraph& graph, const Rect& inRect)
         dropUnevenMinorLabels(*graph.verticalAxis(), graph.verticalAxisRectInRect(inRect));
 }
 
+void chooseMinorLabels(TOLVGraph& graph, const Options& options)
+{
+    graph.horizontalAxis()->setDrawsMinorLabels(areMajorValuesFew(*graph.horizontalAxis()->extents(), Scale(options.xAxis)));
+    graph.verticalAxis()->setDrawsMinorLabels(areMajorValuesFew(*graph.verticalAxis()->extents(), Scale(options.yAxis)));
+}
+
 void setTickFormats(TOLVGraph& graph, const Options& options, bool xIsDate, const Categories* categories)
 {
     const auto& horizontal = graph.horizontalAxis();
@@ -88,8 +94,7 @@ void setTickFormats(TOLVGraph& graph, const Options& options, bool xIsDate, cons
     else
         horizontal->setTickLabelFormatter(formatterForAxis(options.xFormat.value_or(xIsDate ? NumberStyle::Date : NumberStyle::Adaptive), horizontal));
     vertical->setTickLabelFormatter(formatterForAxis(options.yFormat.value_or(NumberStyle::Adaptive), vertical));
-    horizontal->setDrawsMinorLabels(areMajorValuesFew(*horizontal->extents(), Scale(options.xAxis)));
-    vertical->setDrawsMinorLabels(areMajorValuesFew(*vertical->extents(), Scale(options.yAxis)));
+    chooseMinorLabels(graph, options);
 }
 
 } // namespace TOLVGraphing::app

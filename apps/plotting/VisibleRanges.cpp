@@ -173,12 +173,20 @@ Range visibleYRange(const TOLVGraph& graph, const Options& options)
     return chosenRange("--y-range", options.yRange, fittingY(graph, options), Scale(options.yAxis), false);
 }
 
-void completeCurves(TOLVGraph& graph, const Options& options)
+bool canShowRange(const TOLVGraph& graph, Range range, AxisKind kind)
+{
+    const auto from = static_cast<float>(range.from);
+    const auto to = static_cast<float>(range.to);
+    if (!std::isfinite(from) || !std::isfinite(to) || !(from < to) || (kind == AxisKind::Logarithmic && !(from > 0.0F)))
+        return false;
+    return !isCategorical(kind) || hasCategoriesOfEverySeries(graph, range);
+}
+
+void completeCurves(TOLVGraph& graph, const Options& options, Range range)
 {
     if (!drawsCurves(options))
         return;
     const Scale scale(options.xAxis);
-    const Range range{graph.extents()->x()->min(), graph.extents()->x()->max()};
     const double step = scale.length(range) * 0.75 * kSpaceBehindCurve / options.size.width;
     for (const auto& series : graph.graphData()) {
         const std::size_t count = series->X()->length();

@@ -1,0 +1,39 @@
+#include "TableSeries.h"
+
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+namespace TOLVGraphing::app {
+
+input::ReadSettings readSettings(const Options& options)
+{
+    input::ReadSettings settings;
+    const std::optional<std::string>& column = options.categoryColumn ? options.categoryColumn : options.x;
+    if (!options.hasCategories())
+        return settings;
+    if (column)
+        settings.keptTextColumns.push_back(*column);
+    else
+        settings.keepsTextsOfFirstColumn = true;
+    return settings;
+}
+
+FileSeries seriesOfTable(input::MeasurementTable&& table, const Options& options)
+{
+    std::string file = table.sourceName;
+    return {std::move(file), input::selectSeries(std::move(table), {options.x, options.y, options.hasCategories(), options.categoryColumn})};
+}
+
+std::vector<std::string> notesOnRaggedRows(const input::MeasurementTable& table)
+{
+    const auto rows = [](std::size_t count) { return std::to_string(count) + (count == 1 ? " row" : " rows"); };
+    std::vector<std::string> notes;
+    if (table.shortRowCount > 0)
+        notes.push_back(table.sourceName + ":" + std::to_string(table.firstShortLine) + ": " + rows(table.shortRowCount) + " with fields missing, which are gaps");
+    if (table.longRowCount > 0)
+        notes.push_back(table.sourceName + ":" + std::to_string(table.firstLongLine) + ": " + rows(table.longRowCount) + " with more fields than columns, which are ignored");
+    return notes;
+}
+
+} // namespace TOLVGraphing::app
