@@ -37,8 +37,9 @@ double luminance(const Color& color)
 /// From 1 to 21.
 double contrast(const Color& first, const Color& second)
 {
-    const auto [darker, lighter] = std::minmax(luminance(first), luminance(second));
-    return (lighter + 0.05) / (darker + 0.05);
+    const double one = luminance(first);
+    const double other = luminance(second);
+    return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
 }
 
 struct Tone {

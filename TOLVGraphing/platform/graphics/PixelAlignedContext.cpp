@@ -238,16 +238,16 @@ std::optional<Path> alignedRect(const Path& path, const AffineTransform& toPixel
     auto pixels = pointsInPixels(path, toPixels);
     if (!pixels || !isRect(path, *pixels))
         return std::nullopt;
-    const auto [lowX, highX] = std::minmax((*pixels)[0].x, (*pixels)[2].x);
-    const auto [lowY, highY] = std::minmax((*pixels)[0].y, (*pixels)[2].y);
-    if (lowX == highX || lowY == highY)
+    const Point corner = (*pixels)[0];
+    const Point opposite = (*pixels)[2];
+    if (corner.x == opposite.x || corner.y == opposite.y)
         return std::nullopt;
-    const double left = lowX;
-    const double bottom = lowY;
-    const Span x = align(Span{lowX, highX});
-    const Span y = align(Span{lowY, highY});
+    const Span exactX{std::min(corner.x, opposite.x), std::max(corner.x, opposite.x)};
+    const Span exactY{std::min(corner.y, opposite.y), std::max(corner.y, opposite.y)};
+    const Span x = align(exactX);
+    const Span y = align(exactY);
     for (Point& point : *pixels)
-        point = {point.x == left ? x.low : x.high, point.y == bottom ? y.low : y.high};
+        point = {point.x == exactX.low ? x.low : x.high, point.y == exactY.low ? y.low : y.high};
     return pathWithPixels(path, *pixels, toPixels);
 }
 
