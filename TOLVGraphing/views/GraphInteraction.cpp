@@ -437,7 +437,7 @@ PointerLook GraphInteraction::pointerLook() const
 std::optional<float> GraphInteraction::valueUnderPointer() const
 {
     const auto shown = graph();
-    if (!shown || !m_pointer || !isInDataArea(*m_pointer))
+    if (!shown || !m_pointer || m_drag == Drag::Pan || !isInDataArea(*m_pointer))
         return std::nullopt;
     const float value = shown->valueForX(static_cast<float>(m_pointer->x), rect());
     return std::isfinite(value) ? std::optional<float>(value) : std::nullopt;

@@ -89,7 +89,7 @@ public:
     [[nodiscard]] PointerLook pointerLook() const;
     /// The marker that keys go to; null for none.
     [[nodiscard]] const std::shared_ptr<TOLVMarker>& selectedMarker() const { return m_selectedMarker; }
-    /// The value of x under the pointer; nothing unless it is over the data area.
+    /// The value of x under the pointer; nothing unless it is over the data area, and nothing while the graph is dragged along with it.
     [[nodiscard]] std::optional<float> valueUnderPointer() const;
     /// For each series with samples the one nearest to that value.
     [[nodiscard]] std::vector<SampleReadout> samplesUnderPointer() const;

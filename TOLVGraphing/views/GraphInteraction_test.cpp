@@ -442,6 +442,21 @@ TEST_F(GraphInteractionTest, AKeyPlacesAMarkerAtThePointerOrInTheMiddle)
 
 // Read-out.
 
+TEST_F(GraphInteractionTest, NothingIsReadOutWhileTheGraphIsDragged)
+{
+    interaction.pointerMoved({150.0, 100.0});
+    EXPECT_TRUE(interaction.valueUnderPointer());
+    EXPECT_FALSE(interaction.samplesUnderPointer().empty());
+    interaction.pointerPressed({150.0, 100.0}, PointerButton::Primary);
+    interaction.pointerMoved({160.0, 100.0});
+    EXPECT_FALSE(interaction.valueUnderPointer());
+    EXPECT_TRUE(interaction.samplesUnderPointer().empty());
+    EXPECT_EQ(interaction.abscissaText(), "");
+    EXPECT_EQ(interaction.readoutText(), "");
+    interaction.pointerReleased({160.0, 100.0}, PointerButton::Primary);
+    EXPECT_TRUE(interaction.valueUnderPointer());
+}
+
 TEST_F(GraphInteractionTest, TheNearestSampleOfEachSeriesIsReadOut)
 {
     graph().graphData()[0]->setName("level");
