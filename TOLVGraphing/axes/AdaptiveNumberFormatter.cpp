@@ -72,4 +72,9 @@ std::shared_ptr<NumberFormatter> AdaptiveNumberFormatter::copy() const
     return std::make_shared<AdaptiveNumberFormatter>(*this);
 }
 
+std::shared_ptr<NumberFormatter> AdaptiveNumberFormatter::copyForAxis(std::weak_ptr<const TOLVAxis> axis) const
+{
+    return std::make_shared<AdaptiveNumberFormatter>(std::move(axis));
+}
+
 } // namespace TOLVGraphing

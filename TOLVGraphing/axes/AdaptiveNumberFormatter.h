@@ -21,6 +21,7 @@ public:
 
     /// For the same axis.
     [[nodiscard]] std::shared_ptr<NumberFormatter> copy() const override;
+    [[nodiscard]] std::shared_ptr<NumberFormatter> copyForAxis(std::weak_ptr<const TOLVAxis> axis) const override;
 
 private:
     /// The shortest digits that read back as the same float.

@@ -36,4 +36,9 @@ std::shared_ptr<NumberFormatter> SINumberFormatter::copy() const
     return std::make_shared<SINumberFormatter>(*this);
 }
 
+std::shared_ptr<NumberFormatter> SINumberFormatter::copyForAxis(std::weak_ptr<const TOLVAxis> axis) const
+{
+    return std::make_shared<SINumberFormatter>(std::move(axis));
+}
+
 } // namespace TOLVGraphing

@@ -21,4 +21,9 @@ std::shared_ptr<NumberFormatter> ScientificNumberFormatter::copy() const
     return std::make_shared<ScientificNumberFormatter>(*this);
 }
 
+std::shared_ptr<NumberFormatter> ScientificNumberFormatter::copyForAxis(std::weak_ptr<const TOLVAxis> axis) const
+{
+    return std::make_shared<ScientificNumberFormatter>(std::move(axis));
+}
+
 } // namespace TOLVGraphing

@@ -17,6 +17,7 @@ public:
 
     /// For the same axis.
     [[nodiscard]] std::shared_ptr<NumberFormatter> copy() const override;
+    [[nodiscard]] std::shared_ptr<NumberFormatter> copyForAxis(std::weak_ptr<const TOLVAxis> axis) const override;
 
 private:
     [[nodiscard]] std::string textOfDigits(const DecimalDigits& decimal) const override;

@@ -13,6 +13,11 @@ class TickNumberFormatter : public NumberFormatter {
 public:
     [[nodiscard]] std::optional<std::string> stringFromNumber(double number) const final;
 
+    /// Weak. The axis whose ticks are looked at; null without one.
+    [[nodiscard]] std::shared_ptr<const TOLVAxis> axis() const { return m_spacing.axis(); }
+    /// A formatter of the same class and settings that looks at another axis, referred to weakly.
+    [[nodiscard]] virtual std::shared_ptr<NumberFormatter> copyForAxis(std::weak_ptr<const TOLVAxis> axis) const = 0;
+
 protected:
     /// For an axis, which is referred to weakly and looked at anew for each number; none is allowed.
     explicit TickNumberFormatter(std::weak_ptr<const TOLVAxis> axis);

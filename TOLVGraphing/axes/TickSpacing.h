@@ -35,6 +35,9 @@ public:
     /// No axis is allowed: then nothing is known.
     explicit TickSpacing(std::weak_ptr<const TOLVAxis> axis = {});
 
+    /// Null when there is none any more.
+    [[nodiscard]] std::shared_ptr<const TOLVAxis> axis() const { return m_axis.lock(); }
+
     /// Nothing without an axis, with less than two ticks, or for a value that is not finite in single precision.
     [[nodiscard]] std::optional<Resolution> resolutionForValue(double value) const;
     /// Nothing without an axis or with less than two ticks.

@@ -44,6 +44,7 @@ GraphInteraction::GraphInteraction(std::shared_ptr<TOLVGraphView> view)
 
 std::shared_ptr<TOLVGraph> GraphInteraction::graph() const
 {
+    m_view->useFittedMargins();
     const auto& graph = m_view->graph();
     const bool isWhole = graph && graph->horizontalAxis() && graph->verticalAxis() && graph->extents() && graph->extents()->x() && graph->extents()->y();
     return isWhole ? graph : nullptr;
@@ -157,6 +158,18 @@ bool GraphInteraction::deleteSelectedMarker()
 
 // Ranges.
 
+void GraphInteraction::beginDrag(Drag drag)
+{
+    m_drag = drag;
+    m_marginsOnlyGrow = std::make_shared<const MarginsOnlyGrow>(m_view);
+}
+
+GraphInteraction::Drag GraphInteraction::endDrag()
+{
+    m_marginsOnlyGrow.reset();
+    return std::exchange(m_drag, Drag::None);
+}
+
 void GraphInteraction::restoreRanges()
 {
     if (const auto shown = graph()) {
@@ -256,18 +269,19 @@ void GraphInteraction::pointerPressed(Point position, PointerButton button)
     m_dragStart = position;
     m_dragEnd = position;
     if (button == PointerButton::Secondary) {
-        m_drag = isInDataArea(position) ? Drag::Box : Drag::None;
+        if (isInDataArea(position))
+            beginDrag(Drag::Box);
         return;
     }
     const auto marker = markerAt(position);
     m_selectedMarker = marker ? shown->markers()[*marker] : nullptr;
     if (marker) {
         m_markerStart = m_selectedMarker->value();
-        m_drag = Drag::Marker;
+        beginDrag(Drag::Marker);
     } else if (isInDataArea(position)) {
         m_startX = shown->extents()->x()->copy();
         m_startY = shown->extents()->y()->copy();
-        m_drag = Drag::Pan;
+        beginDrag(Drag::Pan);
     }
     m_view->setNeedsDisplay();
 }
@@ -278,7 +292,7 @@ void GraphInteraction::pointerReleased(Point position, PointerButton button)
     if (!endsDrag)
         return;
     pointerMoved(position);
-    const Drag drag = std::exchange(m_drag, Drag::None);
+    const Drag drag = endDrag();
     if (drag == Drag::Marker)
         finishMarkerDrag();
     if (drag == Drag::Box) {
@@ -347,7 +361,7 @@ bool GraphInteraction::zoomByKey(bool zoomsIn, KeyModifiers modifiers)
 
 bool GraphInteraction::cancel()
 {
-    switch (std::exchange(m_drag, Drag::None)) {
+    switch (endDrag()) {
     case Drag::None: return std::exchange(m_selectedMarker, nullptr) != nullptr;
     case Drag::Pan: restoreRanges(); break;
     case Drag::Marker: m_selectedMarker->setValue(m_markerStart); break;
@@ -423,7 +437,7 @@ PointerLook GraphInteraction::pointerLook() const
 std::optional<float> GraphInteraction::valueUnderPointer() const
 {
     const auto shown = graph();
-    if (!shown || !m_pointer || !isInDataArea(*m_pointer))
+    if (!shown || !m_pointer || m_drag == Drag::Pan || !isInDataArea(*m_pointer))
         return std::nullopt;
     const float value = shown->valueForX(static_cast<float>(m_pointer->x), rect());
     return std::isfinite(value) ? std::optional<float>(value) : std::nullopt;

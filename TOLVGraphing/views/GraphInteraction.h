@@ -13,6 +13,7 @@
 
 namespace TOLVGraphing {
 
+class MarginsOnlyGrow;
 class TOLVAxis;
 class TOLVGraph;
 class TOLVGraphView;
@@ -57,6 +58,8 @@ struct SampleReadout {
 ///
 /// Zooming stops before a range has become so narrow that single precision could not tell its ends apart, because no step would lead out again. The flags canZoomX and canZoomY forbid zooming by wheel, keys and box.
 /// Marker edits go through the graph, so that its undo manager has one step for each; a dragged marker is one step. A view without a graph answers nothing.
+///
+/// Positions are those in the margins that the view has; where the view fits them to the labels, they only grow while something is dragged.
 class GraphInteraction {
 public:
     /// The view is shared.
@@ -79,12 +82,14 @@ public:
 
     // What a host shows.
 
+    /// True from the press that takes hold of the graph or of a marker, or begins a box, until the button is let go or the drag is cancelled.
+    [[nodiscard]] bool isDragging() const { return m_drag != Drag::None; }
     /// The box that is being drawn; nothing otherwise.
     [[nodiscard]] std::optional<Rect> selectionBox() const;
     [[nodiscard]] PointerLook pointerLook() const;
     /// The marker that keys go to; null for none.
     [[nodiscard]] const std::shared_ptr<TOLVMarker>& selectedMarker() const { return m_selectedMarker; }
-    /// The value of x under the pointer; nothing unless it is over the data area.
+    /// The value of x under the pointer; nothing unless it is over the data area, and nothing while the graph is dragged along with it.
     [[nodiscard]] std::optional<float> valueUnderPointer() const;
     /// For each series with samples the one nearest to that value.
     [[nodiscard]] std::vector<SampleReadout> samplesUnderPointer() const;
@@ -105,6 +110,9 @@ private:
     [[nodiscard]] std::optional<std::size_t> markerAt(Point position) const;
     [[nodiscard]] std::optional<std::size_t> indexOfSelectedMarker() const;
     [[nodiscard]] Rect dragBox() const;
+    void beginDrag(Drag drag);
+    /// The drag that has ended.
+    Drag endDrag();
     void restoreRanges();
     void panTo(Point position);
     void finishMarkerDrag();
@@ -122,6 +130,8 @@ private:
     std::shared_ptr<TOLVGraphView> m_view;
     std::optional<Point> m_pointer;
     Drag m_drag = Drag::None;
+    /// For the length of a drag.
+    std::shared_ptr<const MarginsOnlyGrow> m_marginsOnlyGrow;
     Point m_dragStart;
     Point m_dragEnd;
     /// The ranges when a drag of the graph began.

@@ -3,9 +3,11 @@
 #include "../axes/TOLVBarAxis.h"
 #include "../axes/TOLVLogarithmicAxis.h"
 #include "../graph/TOLVGraph.h"
+#include "../platform/graphics/RecordingContext.h"
 #include "TOLVGraphView.h"
 
 #include <TOLVMath/TOLVRealVector.h>
+#include <tests/support/StubTextSystem.h>
 
 #include <gtest/gtest.h>
 
@@ -16,6 +18,8 @@
 
 namespace TOLVGraphing {
 namespace {
+
+using testing_support::StubTextScope;
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr KeyModifiers kNoKeys{};
@@ -160,6 +164,60 @@ TEST_F(GraphInteractionTest, ADragMayLeaveTheView)
     EXPECT_EQ(x(), "[100, 200]");
     EXPECT_EQ(interaction.keyPressed(GraphKey::Cancel, kNoKeys), true);
     EXPECT_EQ(x(), "[0, 100]");
+}
+
+TEST_F(GraphInteractionTest, TellsWhetherSomethingIsDragged)
+{
+    EXPECT_FALSE(interaction.isDragging());
+    for (const PointerButton button : {PointerButton::Primary, PointerButton::Secondary}) {
+        interaction.pointerPressed({100.0, 60.0}, button);
+        EXPECT_TRUE(interaction.isDragging());
+        interaction.pointerMoved({120.0, 70.0});
+        EXPECT_TRUE(interaction.isDragging());
+        interaction.pointerReleased({120.0, 70.0}, button);
+        EXPECT_FALSE(interaction.isDragging());
+        interaction.pointerPressed({100.0, 60.0}, button);
+        EXPECT_TRUE(interaction.keyPressed(GraphKey::Cancel, kNoKeys));
+        EXPECT_FALSE(interaction.isDragging());
+        // Outside the data area nothing is taken hold of.
+        interaction.pointerPressed({100.0, 20.0}, button);
+        EXPECT_FALSE(interaction.isDragging());
+    }
+}
+
+TEST_F(GraphInteractionTest, FittedMarginsOnlyGrowDuringADrag)
+{
+    const auto draw = [this] {
+        RecordingContext context;
+        view->displayInContext(context);
+        return graph().margin().left;
+    };
+    const StubTextScope text(Size{10.0, 10.0});
+    text->setSize("10", {40.0, 10.0});
+    view->setFitsMarginsToLabels(true);
+    const double wide = draw();
+    const Rect area = graph().dataRectInRect(view->bounds());
+    const Point start{area.x() + 20.0, area.y() + 60.0};
+    interaction.pointerPressed(start, PointerButton::Primary);
+    // The tick at 10 leaves the view.
+    interaction.pointerMoved({start.x, start.y + 30.0});
+    EXPECT_EQ(draw(), wide);
+    EXPECT_EQ(graph().dataRectInRect(view->bounds()), area);
+    interaction.pointerReleased({start.x, start.y + 30.0}, PointerButton::Primary);
+    EXPECT_TRUE(view->needsDisplay());
+    EXPECT_LT(draw(), wide);
+}
+
+TEST_F(GraphInteractionTest, AnswersForTheMarginsOfItsOwnView)
+{
+    view->setFitsMarginsToLabels(true);
+    view->fitMargins();
+    const EdgeInsets own = graph().margin();
+    graph().setMargin({70.0, 70.0, 70.0, 70.0});
+    interaction.pointerMoved({100.0, 60.0});
+    interaction.pointerPressed({100.0, 60.0}, PointerButton::Primary);
+    EXPECT_EQ(graph().margin(), own);
+    EXPECT_TRUE(interaction.isDragging());
 }
 
 TEST_F(GraphInteractionTest, OutsideTheDataAreaNothingIsDragged)
@@ -383,6 +441,21 @@ TEST_F(GraphInteractionTest, AKeyPlacesAMarkerAtThePointerOrInTheMiddle)
 }
 
 // Read-out.
+
+TEST_F(GraphInteractionTest, NothingIsReadOutWhileTheGraphIsDragged)
+{
+    interaction.pointerMoved({150.0, 100.0});
+    EXPECT_TRUE(interaction.valueUnderPointer());
+    EXPECT_FALSE(interaction.samplesUnderPointer().empty());
+    interaction.pointerPressed({150.0, 100.0}, PointerButton::Primary);
+    interaction.pointerMoved({160.0, 100.0});
+    EXPECT_FALSE(interaction.valueUnderPointer());
+    EXPECT_TRUE(interaction.samplesUnderPointer().empty());
+    EXPECT_EQ(interaction.abscissaText(), "");
+    EXPECT_EQ(interaction.readoutText(), "");
+    interaction.pointerReleased({160.0, 100.0}, PointerButton::Primary);
+    EXPECT_TRUE(interaction.valueUnderPointer());
+}
 
 TEST_F(GraphInteractionTest, TheNearestSampleOfEachSeriesIsReadOut)
 {

@@ -37,7 +37,10 @@ void GraphSheet::placeLegend(const Rect& rect, double left, double width)
 
 void GraphSheet::placeGraph(const Rect& rect)
 {
-    m_graph->setPadding(m_margin ? EdgeInsets{} : EdgeInsets{kSheetPadding, kSheetPadding, kSheetPadding, kSheetPadding});
+    const EdgeInsets padding = m_margin ? EdgeInsets{} : EdgeInsets{kSheetPadding, kSheetPadding, kSheetPadding, kSheetPadding};
+    // Whoever listens for changes that show is not told of each layout.
+    if (m_graph->padding() != padding)
+        m_graph->setPadding(padding);
     if (m_margin)
         m_graph->setMargin(*m_margin);
     else

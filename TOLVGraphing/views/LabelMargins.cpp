@@ -99,11 +99,12 @@ EdgeInsets neededMargin(TOLVGraph& graph, const Rect& rect)
 
 } // namespace
 
-void fitMarginsToLabels(TOLVGraph& graph, const Rect& rect)
+void fitMarginsToLabels(TOLVGraph& graph, const Rect& rect, MarginFit fit)
 {
     if (!graph.horizontalAxis() || !graph.verticalAxis())
         return;
-    graph.setMargin({0.0, 0.0, 0.0, 0.0});
+    if (fit == MarginFit::Exact)
+        graph.setMargin({0.0, 0.0, 0.0, 0.0});
     graph.prepareForDrawingInRect(rect);
     // The labels of the horizontal axis reach above their strip by this much: keep them clear of the data area.
     const double rise = (graph.labelFontHeight() + horizontalLabelHeight(graph, rect)) * 0.5 + 0.5 - graph.tickLabelFontHeight();

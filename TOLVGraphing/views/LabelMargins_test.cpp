@@ -133,6 +133,19 @@ TEST(LabelMargins, TheResultDoesNotDependOnFormerMargins)
     EXPECT_EQ(graph->margin(), first);
 }
 
+TEST(LabelMargins, MayOnlyGrow)
+{
+    const Case one{"numbers", 0.0, 10.0, 0.0, 1.0, {0.0, 0.0, 400.0, 300.0}, false, false};
+    const auto graph = makeGraph(one);
+    fitMarginsToLabels(*graph, one.rect);
+    const EdgeInsets exact = graph->margin();
+    graph->setMargin({exact.top + 7.0, 0.0, exact.bottom + 5.0, 0.0});
+    fitMarginsToLabels(*graph, one.rect, MarginFit::OnlyGrow);
+    EXPECT_EQ(graph->margin(), (EdgeInsets{exact.top + 7.0, exact.left, exact.bottom + 5.0, exact.right}));
+    fitMarginsToLabels(*graph, one.rect);
+    EXPECT_EQ(graph->margin(), exact);
+}
+
 TEST(LabelMargins, GraphWithoutAxesOrRoomIsLeftInPeace)
 {
     const auto graph = TOLVGraph::graph();

@@ -7,6 +7,8 @@
 #include "../platform/graphics/DrawingContext.h"
 #include "../platform/graphics/GraphicsStateSaver.h"
 #include "../platform/text/NumberText.h"
+#include "GraphSnapshot.h"
+#include "LabelMargins.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,6 +16,9 @@
 namespace TOLVGraphing {
 
 namespace {
+
+/// White space around everything where a graph has no padding of its own, in points.
+constexpr double kFittedPadding = 8.0;
 
 std::string named(std::string_view type)
 {
@@ -67,6 +72,7 @@ std::shared_ptr<TOLVGraphView> TOLVGraphView::copy() const
 {
     auto view = initWithFrame(frame());
     view->setGraph(m_graph);
+    view->setFitsMarginsToLabels(m_fitsMarginsToLabels);
     return view;
 }
 
@@ -75,6 +81,13 @@ std::shared_ptr<TOLVGraphView> TOLVGraphView::copy() const
 void TOLVGraphView::setDrawsBackground(bool draws)
 {
     setProperty(m_drawsBackground, draws, "drawsBackground");
+    setNeedsDisplay();
+}
+
+void TOLVGraphView::setFitsMarginsToLabels(bool fits)
+{
+    setProperty(m_fitsMarginsToLabels, fits, "fitsMarginsToLabels");
+    m_fittedMargin.reset();
     setNeedsDisplay();
 }
 
@@ -98,6 +111,7 @@ void TOLVGraphView::setGraph(const std::shared_ptr<TOLVGraph>& graph)
     const auto former = std::exchange(m_graph, graph);
     stopObservingGraph(former);
     startObservingGraph(m_graph);
+    m_fittedMargin.reset();
     setNeedsDisplay();
 }
 
@@ -131,14 +145,52 @@ void TOLVGraphView::reloadData()
     // The announcement stays open on purpose: there is nothing that could be drawn.
     if (!source || !source->hasDataSets())
         return;
-    const std::int32_t count = source->numberOfDataSetsInPlotView(*this);
-    for (std::int32_t i = 0; i < count; ++i) {
-        TOLVDataSet set = source->plotViewDataSetForIndex(*this, i);
-        if (!m_graph)
-            continue;
-        m_graph->addGraphData(TOLVGraphData::graphDataWithX(std::move(set.x), std::move(set.y), set.color, std::move(set.lineStyle)));
+    try {
+        const std::int32_t count = source->numberOfDataSetsInPlotView(*this);
+        for (std::int32_t i = 0; i < count; ++i) {
+            TOLVDataSet set = source->plotViewDataSetForIndex(*this, i);
+            if (!m_graph)
+                continue;
+            m_graph->addGraphData(TOLVGraphData::graphDataWithX(std::move(set.x), std::move(set.y), set.color, std::move(set.lineStyle)));
+        }
+    } catch (...) {
+        didChangeValueForKey("canDrawGraph");
+        throw;
     }
     didChangeValueForKey("canDrawGraph");
+}
+
+// Margins.
+
+void TOLVGraphView::fitMargins()
+{
+    if (!m_graph || !m_graph->canDraw())
+        return;
+    if (m_graph->padding() == EdgeInsets{})
+        m_graph->setPadding({kFittedPadding, kFittedPadding, kFittedPadding, kFittedPadding});
+    useFittedMargins();
+    fitMarginsToLabels(*m_graph, bounds(), m_growingScopes > 0 ? MarginFit::OnlyGrow : MarginFit::Exact);
+    if (m_fitsMarginsToLabels)
+        m_fittedMargin = m_graph->margin();
+}
+
+void TOLVGraphView::useFittedMargins()
+{
+    if (m_graph && m_fittedMargin && m_graph->margin() != *m_fittedMargin)
+        m_graph->setMargin(*m_fittedMargin);
+}
+
+MarginsOnlyGrow::MarginsOnlyGrow(std::shared_ptr<TOLVGraphView> view)
+    : m_view(std::move(view))
+{
+    ++m_view->m_growingScopes;
+}
+
+MarginsOnlyGrow::~MarginsOnlyGrow()
+{
+    --m_view->m_growingScopes;
+    if (m_view->fitsMarginsToLabels())
+        m_view->setNeedsDisplay();
 }
 
 // Drawing.
@@ -150,6 +202,8 @@ void TOLVGraphView::drawRect(const Rect& dirtyRect)
         return;
     if (m_graph && m_graph->needsReloadData())
         m_graph->reloadData();
+    if (m_fitsMarginsToLabels)
+        fitMargins();
     const GraphicsStateSaver saver(*context);
     Path::pathWithRect(dirtyRect).addClip();
     drawInRect(bounds());
@@ -197,15 +251,18 @@ void TOLVGraphView::setNilValueForKey(std::string_view key)
 bool TOLVGraphView::setPresentValueForKey(const PropertyValue& value, std::string_view key)
 {
     const bool isLock = key == "extentsLocked";
-    if (!isLock && key != "drawsBackground")
+    const bool isBackground = key == "drawsBackground";
+    if (!isLock && !isBackground && key != "fitsMarginsToLabels")
         return View::setPresentValueForKey(value, key);
     const auto number = numberValue(value);
     if (!number)
         throw Exception("WrongValue", "The property \"" + std::string(key) + "\" is true or false");
     if (isLock)
         setExtentsLocked(*number != 0.0);
-    else
+    else if (isBackground)
         setDrawsBackground(*number != 0.0);
+    else
+        setFitsMarginsToLabels(*number != 0.0);
     return true;
 }
 
@@ -226,16 +283,36 @@ void TOLVGraphView::writeTIFFInsideRect(const Rect& rect, Pasteboard& toPasteboa
     toPasteboard.setDataForType(dataInsideRect(rect, OutputKind::TIFF), kPasteboardTypeTIFF);
 }
 
+std::shared_ptr<TOLVGraphView> TOLVGraphView::snapshot()
+{
+    // The copied graph keeps these margins, whatever keeps them from shrinking.
+    if (m_fitsMarginsToLabels)
+        fitMargins();
+    auto view = std::make_shared<TOLVGraphView>(ConstructionKey(), frame());
+    view->setBoundsOrigin(bounds().origin);
+    view->m_drawsBackground = m_drawsBackground;
+    view->setGraph(m_graph ? snapshotOfGraph(*m_graph) : nullptr);
+    return view;
+}
+
+void TOLVGraphView::writeDocument(OutputKind kind, std::string_view type, const std::shared_ptr<TOLVGraphView>& shown, Pasteboard& pasteboard)
+{
+    // Views that this one holds cannot be copied.
+    if (!subviews().empty())
+        pasteboard.setDataForType(dataInsideRect(bounds(), kind), type);
+    else
+        pasteboard.setProviderForType([shown, kind] { return shown->dataInsideRect(shown->bounds(), kind); }, type);
+}
+
 void TOLVGraphView::writeFurtherTypes(Pasteboard& pasteboard, Pasteboard::Data eps)
 {
     pasteboard.addTypes({named(kPasteboardTypeEPS), named(kPasteboardTypeSVG), named(kPasteboardTypePNG), named(kPasteboardTypeText)});
     pasteboard.setDataForType(std::move(eps), kPasteboardTypeEPS);
-    pasteboard.setDataForType(dataInsideRect(bounds(), OutputKind::SVG), kPasteboardTypeSVG);
-    pasteboard.setDataForType(dataInsideRect(bounds(), OutputKind::PNG), kPasteboardTypePNG);
-    // Long series make long texts, which few ask for. Copies of the series (with the same samples) are held, so that the text is that of the picture.
-    auto series = m_graph ? m_graph->graphData() : TOLVGraph::Series();
-    for (auto& one : series)
-        one = std::make_shared<TOLVGraphData>(*one);
+    const auto shown = snapshot();
+    writeDocument(OutputKind::SVG, kPasteboardTypeSVG, shown, pasteboard);
+    writeDocument(OutputKind::PNG, kPasteboardTypePNG, shown, pasteboard);
+    // Long series make long texts, which few ask for.
+    auto series = shown->graph() ? shown->graph()->graphData() : TOLVGraph::Series();
     pasteboard.setProviderForType(
         [series = std::move(series)] {
             const std::string text = tabSeparatedData(series);
@@ -250,6 +327,12 @@ void TOLVGraphView::copy(const View*)
     const auto pasteboard = Pasteboard::generalPasteboard();
     pasteboard->declareTypes({named(kPasteboardTypePDF), named(kPasteboardTypePostScript), named(kPasteboardTypeTIFF)});
     const Size size = bounds().size;
+    const auto fittedMargin = m_fittedMargin;
+    const auto takeBackSize = [&] {
+        setFrameSize(size);
+        m_fittedMargin = fittedMargin;
+        useFittedMargins();
+    };
     const auto defaults = UserDefaults::standardUserDefaults();
     if (defaults->boolForKey(kUsesFixedCopySizeKey))
         setFrameSize({static_cast<double>(defaults->integerForKey(kFixedCopyWidthKey)), static_cast<double>(defaults->integerForKey(kFixedCopyHeightKey))});
@@ -260,16 +343,18 @@ void TOLVGraphView::copy(const View*)
         writeTIFFInsideRect(bounds(), *pasteboard);
         writeFurtherTypes(*pasteboard, std::move(eps));
     } catch (...) {
-        setFrameSize(size);
+        takeBackSize();
         throw;
     }
     if (defaults->boolForKey(kUsesFixedCopySizeKey))
-        setFrameSize(size);
+        takeBackSize();
     pasteboard->finish();
 }
 
-std::string tabSeparatedData(const std::vector<std::shared_ptr<TOLVGraphData>>& series)
+std::string tabSeparatedData(const std::vector<std::shared_ptr<TOLVGraphData>>& graphData)
 {
+    auto series = graphData;
+    std::erase(series, nullptr);
     if (series.empty())
         return {};
     std::string text;

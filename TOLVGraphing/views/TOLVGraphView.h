@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../data/TOLVGraphData.h"
+#include "../platform/geometry/EdgeInsets.h"
 #include "../platform/ui/Pasteboard.h"
 #include "../platform/ui/View.h"
 #include "TOLVLegendView.h"
@@ -48,6 +49,8 @@ inline constexpr std::string_view kFixedCopyHeightKey = "TOLVPlot_FixedCopyHeigh
 ///
 /// A graph that cannot be drawn (no series, unknown ranges) leaves the background.
 class TOLVGraphView final : public View, public TOLVLegendViewDataSource {
+    friend class MarginsOnlyGrow;
+
     struct ConstructionKey {
         explicit ConstructionKey() = default;
     };
@@ -58,7 +61,7 @@ public:
     TOLVGraphView(ConstructionKey, const Rect& frame);
     ~TOLVGraphView() override;
 
-    /// A view of the same frame that shows the same graph (shared). Data source, background and lock are those of a new view.
+    /// A view of the same frame that shows the same graph (shared) and fits its margins as this one does. Data source, background and lock are those of a new view.
     [[nodiscard]] std::shared_ptr<TOLVGraphView> copy() const;
 
     // Properties.
@@ -70,6 +73,9 @@ public:
     [[nodiscard]] bool drawsBackground() const { return m_drawsBackground; }
     /// Asks for redisplay.
     void setDrawsBackground(bool draws);
+    /// Fits the graph's margins to its labels, as `fitMargins` does, each time `drawRect` draws: on the screen, on a page and in a copy each for its own size. False by default: the margins are the host's. Asks for redisplay.
+    [[nodiscard]] bool fitsMarginsToLabels() const { return m_fitsMarginsToLabels; }
+    void setFitsMarginsToLabels(bool fits);
     /// Shared. Null by default. May be asked for and set from any thread.
     [[nodiscard]] std::shared_ptr<TOLVGraphViewDataSource> dataSource() const;
     void setDataSource(std::shared_ptr<TOLVGraphViewDataSource> dataSource);
@@ -78,8 +84,16 @@ public:
     void setGraph(const std::shared_ptr<TOLVGraph>& graph);
 
     /// Replaces the graph's series by those of the data source; without one, or with one that has no data sets, the graph is left empty. Announces "canDrawGraph" before and after, but not after where there are no data
-    /// sets to ask for. The ranges stay: fitting them is the host's call.
+    /// sets to ask for. The ranges stay: fitting them is the host's call. What the data source throws passes through, with the series that it gave before and the announcement made.
     void reloadData();
+
+    // Margins.
+
+    /// Sets the graph's margins to the smallest that leave every label whole in the bounds (fitMarginsToLabels). A graph without any padding gets one of 8 points on each side, white space around everything as a sheet has it; another padding
+    /// stays as it is. Does nothing for a graph that cannot be drawn. Asks for no redisplay.
+    void fitMargins();
+    /// Gives the graph the margins that this view fitted last, which another view of the same graph may have fitted to its own size since; what follows then answers for this view. Does nothing while the view does not fit margins.
+    void useFittedMargins();
 
     // Drawing.
 
@@ -98,7 +112,8 @@ public:
 
     // Copying.
 
-    /// Puts the view on the general pasteboard as PDF, PostScript and TIFF, and then as EPS, SVG, PNG and the data as tab-separated columns. With the setting "TOLVPlot_UsesFixedCopySize" pictures have the size of the two other settings, as
+    /// Puts the view on the general pasteboard as PDF, PostScript and TIFF, and then as EPS, SVG, PNG and the data as tab-separated columns. SVG, PNG and text are made when somebody asks for them,
+    /// of a snapshot: they show the graph as it is now. The SVG and the PNG of a view that holds other views are made at once. With the setting "TOLVPlot_UsesFixedCopySize" pictures have the size of the two other settings, as
     /// a user's document wants it, and (0, 0) where those are missing; the view has its own size again afterwards. The sender is not looked at.
     void copy(const View* sender);
     void writePDFInsideRect(const Rect& rect, Pasteboard& toPasteboard);
@@ -112,19 +127,39 @@ private:
     void startObservingGraph(const std::shared_ptr<TOLVGraph>& graph);
     void stopObservingGraph(const std::shared_ptr<TOLVGraph>& graph);
     void graphDidChangeKeyPathAffectingDisplay(std::string_view keyPath);
+    /// A view that draws what this one draws now, whatever becomes of this one, its frame and its graph.
+    [[nodiscard]] std::shared_ptr<TOLVGraphView> snapshot();
+    void writeDocument(OutputKind kind, std::string_view type, const std::shared_ptr<TOLVGraphView>& shown, Pasteboard& pasteboard);
     /// The types behind the first three; the EPS is that of the PostScript type.
     void writeFurtherTypes(Pasteboard& pasteboard, Pasteboard::Data eps);
 
     bool m_extentsLocked = false;
     bool m_drawsBackground = true;
+    bool m_fitsMarginsToLabels = false;
+    /// How many scopes keep the margins from shrinking.
+    int m_growingScopes = 0;
+    std::optional<EdgeInsets> m_fittedMargin;
     mutable std::mutex m_dataSourceMutex;
     std::shared_ptr<TOLVGraphViewDataSource> m_dataSource;
     std::shared_ptr<TOLVGraph> m_graph;
     std::vector<ObserverToken> m_graphTokens;
 };
 
+/// Keeps the margins that a view fits to its labels from becoming smaller for the life of the scope, so that the data area does not go to and fro while something is dragged. Scopes nest. Afterwards a view that fits margins is asked to draw again.
+class MarginsOnlyGrow {
+public:
+    /// The view is shared and not null.
+    explicit MarginsOnlyGrow(std::shared_ptr<TOLVGraphView> view);
+    ~MarginsOnlyGrow();
+    MarginsOnlyGrow(const MarginsOnlyGrow&) = delete;
+    MarginsOnlyGrow& operator=(const MarginsOnlyGrow&) = delete;
+
+private:
+    std::shared_ptr<TOLVGraphView> m_view;
+};
+
 /// The samples of a graph's series as text: for each series two columns separated by tabs, x and y, under its name ("y" without one), in the order of the graph; columns of shorter series end in empty fields. Separators and
-/// line ends in names become blanks. Numbers are the shortest texts that read back as the same float. Empty without series.
-[[nodiscard]] std::string tabSeparatedData(const std::vector<std::shared_ptr<TOLVGraphData>>& series);
+/// line ends in names become blanks. Numbers are the shortest texts that read back as the same float. A null is left out. Empty without series.
+[[nodiscard]] std::string tabSeparatedData(const std::vector<std::shared_ptr<TOLVGraphData>>& graphData);
 
 } // namespace TOLVGraphing

@@ -4,6 +4,8 @@
 #include "../platform/foundation/Exception.h"
 #include "../platform/graphics/CurrentContext.h"
 #include "../platform/graphics/RecordingContext.h"
+#include "GraphSnapshot.h"
+#include "LabelMargins.h"
 
 #include <TOLVMath/TOLVRealVector.h>
 #include <tests/support/DrawnLines.h>
@@ -443,6 +445,145 @@ TEST_F(TOLVGraphViewTest, OtherNamesAndOtherKindsOfValuesAreErrors)
     EXPECT_TRUE(view->drawsBackground());
 }
 
+// Margins.
+
+TEST_F(TOLVGraphViewTest, MarginsAreTheHostsUnlessTheViewFitsThem)
+{
+    const auto graph = view->graph();
+    fill(*graph);
+    EXPECT_FALSE(linesDrawn([&] { view->drawRect(view->bounds()); }).empty());
+    EXPECT_EQ(graph->margin(), (EdgeInsets{15.0, 30.0, 15.0, 15.0}));
+    EXPECT_EQ(graph->padding(), EdgeInsets());
+    EXPECT_FALSE(view->fitsMarginsToLabels());
+}
+
+TEST_F(TOLVGraphViewTest, FitsMarginsToTheLabelsOfItsBoundsBeforeItDraws)
+{
+    const auto graph = view->graph();
+    fill(*graph);
+    graph->verticalAxis()->setLabel("Level");
+    const auto expected = snapshotOfGraph(*graph);
+    expected->setPadding({8.0, 8.0, 8.0, 8.0});
+    for (const Size size : {Size{400.0, 300.0}, Size{90.0, 60.0}}) {
+        view->setFrameSize(size);
+        view->setFitsMarginsToLabels(true);
+        fitMarginsToLabels(*expected, view->bounds());
+        const auto lines = linesDrawn([&] { view->drawRect(view->bounds()); });
+        EXPECT_EQ(graph->margin(), expected->margin());
+        EXPECT_EQ(graph->horizontalTickLabelPadding(), expected->horizontalTickLabelPadding());
+        EXPECT_EQ(graph->padding(), (EdgeInsets{8.0, 8.0, 8.0, 8.0}));
+        // What is drawn is drawn in these margins.
+        view->setFitsMarginsToLabels(false);
+        EXPECT_EQ(linesDrawn([&] { view->drawRect(view->bounds()); }), lines);
+    }
+}
+
+TEST_F(TOLVGraphViewTest, KeepsAPaddingThatIsThere)
+{
+    fill(*view->graph());
+    view->graph()->setPadding({0.0, 3.0, 0.0, 0.0});
+    view->fitMargins();
+    EXPECT_EQ(view->graph()->padding(), (EdgeInsets{0.0, 3.0, 0.0, 0.0}));
+    EXPECT_NE(view->graph()->margin(), (EdgeInsets{15.0, 30.0, 15.0, 15.0}));
+}
+
+TEST_F(TOLVGraphViewTest, FitsNothingThatCannotBeDrawn)
+{
+    view->fitMargins();
+    EXPECT_EQ(view->graph()->margin(), (EdgeInsets{15.0, 30.0, 15.0, 15.0}));
+    EXPECT_EQ(view->graph()->padding(), EdgeInsets());
+    view->setGraph(nullptr);
+    view->setFitsMarginsToLabels(true);
+    view->fitMargins();
+    view->useFittedMargins();
+    EXPECT_FALSE(linesDrawn([&] { view->drawRect(view->bounds()); }).empty());
+}
+
+TEST_F(TOLVGraphViewTest, FittingIsAnnouncedAndAsksForRedisplayAndDrawingDoesNot)
+{
+    fill(*view->graph());
+    takenRequests();
+    int announced = 0;
+    view->addObserver("fitsMarginsToLabels", [&](const PropertyChange&) { ++announced; });
+    view->setFitsMarginsToLabels(true);
+    EXPECT_EQ(announced, 1);
+    EXPECT_EQ(takenRequests(), 1);
+    EXPECT_FALSE(view->needsDisplay());
+    EXPECT_EQ(takenRequests(), 0);
+    view->setValueForKey(std::int64_t{0}, "fitsMarginsToLabels");
+    EXPECT_FALSE(view->fitsMarginsToLabels());
+    EXPECT_EQ(announced, 2);
+}
+
+TEST_F(TOLVGraphViewTest, ACopyFitsItsMarginsToo)
+{
+    EXPECT_FALSE(view->copy()->fitsMarginsToLabels());
+    view->setFitsMarginsToLabels(true);
+    EXPECT_TRUE(view->copy()->fitsMarginsToLabels());
+}
+
+TEST_F(TOLVGraphViewTest, MarginsOnlyGrowWhileAScopeLives)
+{
+    const auto graph = view->graph();
+    fill(*graph);
+    view->setFitsMarginsToLabels(true);
+    graph->zoomYToFixedMin(0.0, 100000.0);
+    view->fitMargins();
+    const EdgeInsets wide = graph->margin();
+    graph->zoomYToFixedMin(0.0, 1.0);
+    view->fitMargins();
+    const EdgeInsets narrow = graph->margin();
+    ASSERT_LT(narrow.left, wide.left);
+    {
+        const MarginsOnlyGrow outer(view);
+        const MarginsOnlyGrow inner(view);
+        graph->zoomYToFixedMin(0.0, 100000.0);
+        view->fitMargins();
+        EXPECT_EQ(graph->margin(), wide);
+        graph->zoomYToFixedMin(0.0, 1.0);
+        view->fitMargins();
+        EXPECT_EQ(graph->margin(), wide);
+        takenRequests();
+    }
+    EXPECT_EQ(takenRequests(), 1);
+    EXPECT_EQ(graph->margin(), narrow);
+}
+
+TEST_F(TOLVGraphViewTest, TwoViewsOfAGraphHaveTheirOwnMargins)
+{
+    const auto graph = view->graph();
+    fill(*graph);
+    graph->horizontalAxis()->setLabel("Time");
+    view->setFitsMarginsToLabels(true);
+    takenRequests();
+    view->fitMargins();
+    const EdgeInsets own = graph->margin();
+    const auto small = view->copy();
+    small->setFrameSize({60.0, 40.0});
+    graph->zoomYToFixedMin(0.0, 100000.0);
+    small->fitMargins();
+    ASSERT_NE(graph->margin(), own);
+    view->useFittedMargins();
+    EXPECT_EQ(graph->margin(), own);
+    // Copying in another size is over when it is over.
+    const UserDefaultsScope defaults;
+    const PasteboardScope pasteboard;
+    const RendererScope renderer(std::make_shared<RecordingRenderer>());
+    graph->zoomYToFixedMin(4.0, 6.0);
+    view->fitMargins();
+    const EdgeInsets before = graph->margin();
+    defaults->setBool(true, "TOLVPlot_UsesFixedCopySize");
+    defaults->setInteger(70, "TOLVPlot_FixedCopyWidth");
+    defaults->setInteger(900, "TOLVPlot_FixedCopyHeight");
+    view->copy(nullptr);
+    EXPECT_EQ(graph->margin(), before);
+    // Switched off, the margins are the host's again.
+    view->setFitsMarginsToLabels(false);
+    graph->setMargin({1.0, 2.0, 3.0, 4.0});
+    view->useFittedMargins();
+    EXPECT_EQ(graph->margin(), (EdgeInsets{1.0, 2.0, 3.0, 4.0}));
+}
+
 // Reloading.
 
 class ListedSets final : public TOLVGraphViewDataSource {
@@ -537,6 +678,23 @@ TEST_F(TOLVGraphViewTest, ReloadingIsAnnouncedOnceItsSeriesAreThere)
     EXPECT_EQ(counts, (std::vector<std::size_t>{2, 0}));
 }
 
+TEST_F(TOLVGraphViewTest, ADataSourceThatThrowsEndsTheReloadingAndTheAnnouncement)
+{
+    const auto source = std::make_shared<ListedSets>(std::vector<TOLVDataSet>(3));
+    source->whileAsked = [&] {
+        if (source->askers.size() == 3)
+            throw std::runtime_error("no more");
+    };
+    view->setDataSource(source);
+    std::vector<std::size_t> counts;
+    view->addObserver("canDrawGraph", [&](const PropertyChange&) { counts.push_back(view->graph()->graphData().size()); });
+    EXPECT_THROW(view->reloadData(), std::runtime_error);
+    EXPECT_EQ(counts, std::vector<std::size_t>{1});
+    source->whileAsked = nullptr;
+    view->reloadData();
+    EXPECT_EQ(counts, (std::vector<std::size_t>{1, 3}));
+}
+
 TEST_F(TOLVGraphViewTest, WithoutDataSetsTheGraphIsLeftEmptyAndTheAnnouncementOpen)
 {
     const std::shared_ptr<TOLVGraphViewDataSource> sources[] = {nullptr, std::make_shared<TOLVGraphViewDataSource>()};
@@ -628,6 +786,11 @@ protected:
         defaults->setInteger(height, "TOLVPlot_FixedCopyHeight");
     }
 
+    void askForAll()
+    {
+        for (const std::string& type : kTypes)
+            EXPECT_TRUE(pasteboard->dataForType(type).has_value()) << type;
+    }
     [[nodiscard]] std::string copied(std::string_view type) { return textOf(pasteboard->dataForType(type).value()); }
 
     UserDefaultsScope defaults;
@@ -641,11 +804,13 @@ TEST_F(GraphViewCopying, OffersPDFPostScriptAndTIFFFirst)
     fill(*view->graph());
     view->copy(nullptr);
     EXPECT_EQ(pasteboard->types(), kTypes);
-    EXPECT_EQ(renderer->kinds(), (std::vector<OutputKind>{OutputKind::PDF, OutputKind::EPS, OutputKind::TIFF, OutputKind::SVG, OutputKind::PNG}));
+    EXPECT_EQ(renderer->kinds(), (std::vector<OutputKind>{OutputKind::PDF, OutputKind::EPS, OutputKind::TIFF}));
     // PostScript and EPS are one document under two names.
     const int documents[] = {1, 2, 3, 2, 4, 5};
     for (std::size_t i = 0; i < 6; ++i)
         EXPECT_EQ(copied(kTypes[i]), "document " + std::to_string(documents[i])) << kTypes[i];
+    // The other two are made when they are asked for.
+    EXPECT_EQ(renderer->kinds(), (std::vector<OutputKind>{OutputKind::PDF, OutputKind::EPS, OutputKind::TIFF, OutputKind::SVG, OutputKind::PNG}));
     EXPECT_EQ(copied(kPasteboardTypeText), "x\ta\n0\t5\n1\t4\n2\t6\n");
 }
 
@@ -655,6 +820,7 @@ TEST_F(GraphViewCopying, AllDocumentsShowTheSameDrawing)
     RecordingContext context;
     view->displayInContext(context);
     view->copy(view.get());
+    askForAll();
     ASSERT_EQ(renderer->documents().size(), 5U);
     const auto expected = testing_support::placedMarks(context.calls());
     ASSERT_GT(expected.size(), 5U);
@@ -674,13 +840,14 @@ TEST_F(GraphViewCopying, ReplacesWhatWasOnThePasteboard)
     pasteboard->setDataForType(testing_support::bytesOf("old"), "image/png");
     view->copy(nullptr);
     EXPECT_EQ(pasteboard->types(), kTypes);
-    EXPECT_EQ(copied("image/png"), "document 5");
+    EXPECT_EQ(copied("image/png"), "document 4");
 }
 
 TEST_F(GraphViewCopying, OfAFixedSizeLeavesTheViewAsItWas)
 {
     useFixedSize(800, 600);
     view->copy(nullptr);
+    askForAll();
     ASSERT_EQ(renderer->documents().size(), 5U);
     for (const RenderedDocument& document : renderer->documents()) {
         EXPECT_EQ(document.size, (Size{800.0, 600.0}));
@@ -755,8 +922,56 @@ TEST_F(GraphViewCopying, WithoutAGraphOffersTheBackgroundAndNoText)
     view->setGraph(nullptr);
     view->copy(nullptr);
     EXPECT_EQ(pasteboard->types(), kTypes);
+    askForAll();
     EXPECT_EQ(renderer->documents().size(), 5U);
     EXPECT_EQ(copied(kPasteboardTypeText), "");
+}
+
+TEST_F(GraphViewCopying, PicturesMadeLaterShowTheGraphAsItWas)
+{
+    const auto graph = view->graph();
+    fill(*graph);
+    graph->setTitle("Before");
+    graph->placeHorizontalAxisMarkerWithValue(1.0);
+    view->setBoundsOrigin({5.0, 6.0});
+    for (const bool fits : {false, true}) {
+        view->setFitsMarginsToLabels(fits);
+        view->copy(nullptr);
+        const Lines eager = renderer->documents().back().calls;
+        graph->setTitle("After");
+        graph->markers().front()->setValue(0.5);
+        graph->zoomXToFixedMin(0.0F, 0.5F);
+        view->setFrameSize({100.0, 100.0});
+        view->setDrawsBackground(false);
+        for (const auto type : {kPasteboardTypeSVG, kPasteboardTypePNG}) {
+            EXPECT_NE(copied(type), "");
+            EXPECT_EQ(renderer->documents().back().calls, eager) << type << fits;
+            EXPECT_EQ(renderer->documents().back().size, (Size{400.0, 300.0}));
+        }
+        view->setFrameSize({400.0, 300.0});
+        view->setDrawsBackground(true);
+        graph->setTitle("Before");
+    }
+}
+
+TEST_F(GraphViewCopying, PicturesMadeLaterDoNotNeedTheView)
+{
+    fill(*view->graph());
+    view->copy(nullptr);
+    view = nullptr;
+    EXPECT_EQ(copied(kPasteboardTypeSVG), "document 4");
+    EXPECT_EQ(renderer->documents()[3].calls, renderer->documents()[0].calls);
+    view = TOLVGraphView::initWithFrame({});
+}
+
+TEST_F(GraphViewCopying, AViewThatHoldsOthersIsDrawnAtOnce)
+{
+    fill(*view->graph());
+    view->addSubview(std::make_shared<View>(Rect(0.0, 0.0, 10.0, 10.0)));
+    view->copy(nullptr);
+    EXPECT_EQ(renderer->documents().size(), 5U);
+    EXPECT_EQ(copied(kPasteboardTypeSVG), "document 4");
+    EXPECT_EQ(copied(kPasteboardTypePNG), "document 5");
 }
 
 TEST_F(GraphViewCopying, APartGoesToAnyPasteboardThatDeclaresTheType)
@@ -816,6 +1031,12 @@ TEST(TabSeparatedData, NumbersReadBackAsTheSameFloat)
         "inf\t-inf\n"
         "-0\t1.1754944e-38\n"
         "16777216\t3.4028235e+38\n");
+}
+
+TEST(TabSeparatedData, LeavesNullsOut)
+{
+    EXPECT_EQ(tabSeparatedData({nullptr, seriesOf({1.0F}, {2.0F}, "a"), nullptr}), "x\ta\n1\t2\n");
+    EXPECT_EQ(tabSeparatedData({nullptr}), "");
 }
 
 TEST(TabSeparatedData, IsEmptyWithoutSeries)

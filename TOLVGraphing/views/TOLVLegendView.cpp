@@ -32,6 +32,22 @@ std::shared_ptr<TOLVLegendView> TOLVLegendView::initWithEntries(Entries entries,
     return view;
 }
 
+void TOLVLegendView::setEntries(Entries entries)
+{
+    if (m_entries == entries)
+        return;
+    m_entries = std::move(entries);
+    setNeedsDisplay();
+}
+
+void TOLVLegendView::setDataSource(std::weak_ptr<TOLVLegendViewDataSource> dataSource)
+{
+    const bool isSame = dataSource.lock() == m_dataSource.lock();
+    m_dataSource = std::move(dataSource);
+    if (!isSame)
+        setNeedsDisplay();
+}
+
 void TOLVLegendView::drawRect(const Rect& dirtyRect)
 {
     DrawingContext* context = currentContext();
@@ -41,7 +57,7 @@ void TOLVLegendView::drawRect(const Rect& dirtyRect)
     const auto attributes = makeTextAttributes(Font{"Helvetica", kFontSize});
     const auto source = dataSource();
     if (source && source->hasEntriesForLegendView())
-        setEntries(source->entriesForLegendView(*this));
+        m_entries = source->entriesForLegendView(*this);
 
     std::vector<AttributedString> titles;
     double y = 0.0;

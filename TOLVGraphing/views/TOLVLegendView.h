@@ -42,12 +42,12 @@ public:
     [[nodiscard]] static std::shared_ptr<TOLVLegendView> initWithEntries(Entries entries, const Rect& frame);
     explicit TOLVLegendView(const Rect& frame) : View(frame) {}
 
-    /// Copied.
+    /// Copied. Asks for redisplay when the entries are others.
     [[nodiscard]] const Entries& entries() const { return m_entries; }
-    void setEntries(Entries entries) { m_entries = std::move(entries); }
-    /// Weak. Where it has entries, they replace the view's own each time the view is drawn.
+    void setEntries(Entries entries);
+    /// Weak. Where it has entries, they replace the view's own each time the view is drawn. Asks for redisplay when it is another one.
     [[nodiscard]] std::shared_ptr<TOLVLegendViewDataSource> dataSource() const { return m_dataSource.lock(); }
-    void setDataSource(std::weak_ptr<TOLVLegendViewDataSource> dataSource) { m_dataSource = std::move(dataSource); }
+    void setDataSource(std::weak_ptr<TOLVLegendViewDataSource> dataSource);
 
     [[nodiscard]] bool isFlipped() const override { return true; }
     /// Swatches are placed in the bounds, titles in the rectangle; the two agree when the whole view is drawn.

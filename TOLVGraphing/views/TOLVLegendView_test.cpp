@@ -174,6 +174,31 @@ TEST_F(TOLVLegendViewTest, ADataSourceThatAnswersNoEntriesLeavesThoseGiven)
     EXPECT_EQ(view->entries(), (Entries{{"abcd", kRed}, {"ef", kBlue}}));
 }
 
+TEST_F(TOLVLegendViewTest, OtherEntriesAndAnotherDataSourceAskForRedisplay)
+{
+    int requests = 0;
+    view->setRedisplayHandler([&] { ++requests; });
+    const auto taken = [&] {
+        displayed(*view);
+        return std::exchange(requests, 0);
+    };
+    taken();
+    view->setEntries(Entries(view->entries()));
+    view->setDataSource({});
+    EXPECT_EQ(taken(), 0);
+    view->setEntries({{"gh", kRed}});
+    EXPECT_EQ(taken(), 1);
+    const auto source = std::make_shared<OwnEntries>(Entries{{"ij", kBlue}});
+    view->setDataSource(source);
+    EXPECT_EQ(taken(), 1);
+    // Entries that come while it is drawn do not.
+    view->setDataSource(source);
+    EXPECT_EQ(taken(), 0);
+    EXPECT_EQ(view->entries(), (Entries{{"ij", kBlue}}));
+    view->setDataSource({});
+    EXPECT_EQ(taken(), 1);
+}
+
 TEST_F(TOLVLegendViewTest, ItsDataSourceIsNotKept)
 {
     auto source = std::make_shared<OwnEntries>(Entries{{"own", kBlue}});

@@ -19,7 +19,8 @@ constexpr double kLegendGap = 5.0;
 
 Rect printableArea(const PrintInfo& info)
 {
-    return {0.0, 0.0, info.paperSize.width - (info.leftMargin + info.rightMargin), info.paperSize.height - (info.topMargin + info.bottomMargin)};
+    const Rect area(0.0, 0.0, info.paperSize.width - (info.leftMargin + info.rightMargin), info.paperSize.height - (info.topMargin + info.bottomMargin));
+    return area.valid() ? area : Rect();
 }
 
 double roundedToFloat(double length)
@@ -58,11 +59,28 @@ std::shared_ptr<TOLVPrintView> TOLVPrintView::initWithPrintInfo(const PrintInfo&
     return page;
 }
 
+void TOLVPrintView::setPrintInfo(const PrintInfo& printInfo)
+{
+    if (m_printInfo == printInfo)
+        return;
+    m_printInfo = printInfo;
+    setNeedsDisplay();
+}
+
+void TOLVPrintView::setEntries(Entries entries)
+{
+    if (m_entries == entries)
+        return;
+    m_entries = std::move(entries);
+    setNeedsDisplay();
+}
+
 void TOLVPrintView::setPlotView(const std::shared_ptr<const TOLVGraphView>& view)
 {
     if (m_plotView)
         m_plotView->removeFromSuperview();
     m_plotView = view ? view->copy() : nullptr;
+    setNeedsDisplay();
 }
 
 void TOLVPrintView::drawRect(const Rect&)

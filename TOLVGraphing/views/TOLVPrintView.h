@@ -9,7 +9,8 @@
 
 namespace TOLVGraphing {
 
-/// A page: a copy of a graph view in its upper part, two and a half times as wide as high, and a legend below it. Its frame is the printable area of the paper. Flipped: y grows downwards.
+/// A page: a copy of a graph view in its upper part, two and a half times as wide as high, and a legend below it. Its frame is the printable area of the paper; nothing is drawn where the
+/// margins leave none, and settings that are not finite give an empty frame. Flipped: y grows downwards.
 class TOLVPrintView final : public View {
 public:
     using Entries = TOLVLegendView::Entries;
@@ -19,11 +20,14 @@ public:
     explicit TOLVPrintView(const PrintInfo& printInfo);
 
     [[nodiscard]] const PrintInfo& printInfo() const { return m_printInfo; }
-    void setPrintInfo(const PrintInfo& printInfo) { m_printInfo = printInfo; }
+    /// Asks for redisplay when the settings are others. The frame stays: the printable area is that of the settings that the page was made with.
+    void setPrintInfo(const PrintInfo& printInfo);
+    /// Editing the entries in place asks for nothing.
     [[nodiscard]] Entries& entries() { return m_entries; }
-    void setEntries(Entries entries) { m_entries = std::move(entries); }
+    /// Asks for redisplay when the entries are others.
+    void setEntries(Entries entries);
     [[nodiscard]] const std::shared_ptr<TOLVGraphView>& plotView() const { return m_plotView; }
-    /// Copied on setting; null for none.
+    /// Copied on setting; null for none. Asks for redisplay.
     void setPlotView(const std::shared_ptr<const TOLVGraphView>& view);
     /// The legend of the last layout; null before the first drawing.
     [[nodiscard]] const std::shared_ptr<TOLVLegendView>& legendView() const { return m_legendView; }

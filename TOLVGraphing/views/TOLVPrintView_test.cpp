@@ -3,6 +3,8 @@
 #include "../graph/TOLVGraph.h"
 #include "../platform/foundation/Log.h"
 #include "../platform/graphics/RecordingContext.h"
+#include "GraphSnapshot.h"
+#include "LabelMargins.h"
 
 #include <TOLVMath/TOLVRealVector.h>
 #include <tests/support/DrawnLines.h>
@@ -275,6 +277,64 @@ TEST_F(TOLVPrintViewTest, WithoutAPrintableAreaIsNotDrawn)
     displayed(*page);
     EXPECT_TRUE(log.empty());
     EXPECT_TRUE(page->subviews().empty());
+}
+
+TEST_F(TOLVPrintViewTest, SettingsThatAreNotFiniteGiveAnEmptyPage)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (const double length : {infinity, -infinity, nan}) {
+        for (const bool isWidth : {true, false}) {
+            const auto page = pageWithArea(isWidth ? length : 500.0, isWidth ? 700.0 : length);
+            EXPECT_EQ(page->frame(), Rect()) << length;
+            EXPECT_TRUE(displayed(*page).size() <= 3U);
+            EXPECT_TRUE(log.empty());
+            EXPECT_TRUE(page->subviews().empty());
+        }
+    }
+    PrintInfo info;
+    info.paperSize.width = infinity;
+    info.leftMargin = infinity;
+    EXPECT_EQ(TOLVPrintView(info).frame(), Rect());
+}
+
+TEST_F(TOLVPrintViewTest, OtherSettingsEntriesAndPlotsAskForRedisplay)
+{
+    const auto page = pageWithArea(500.0, 700.0, {{"abcd", kRed}});
+    const auto taken = [&] {
+        displayed(*page);
+        displayed(*page);
+        return std::exchange(requests, 0);
+    };
+    taken();
+    page->setPrintInfo(PrintInfo(page->printInfo()));
+    page->setEntries(Entries(page->entries()));
+    EXPECT_EQ(taken(), 0);
+    page->setPrintInfo(PrintInfo());
+    EXPECT_EQ(requests, 1);
+    taken();
+    page->setEntries({});
+    EXPECT_EQ(requests, 1);
+    taken();
+    page->setPlotView(screenView);
+    EXPECT_EQ(requests, 1);
+    taken();
+    page->setPlotView(nullptr);
+    EXPECT_EQ(requests, 1);
+}
+
+TEST_F(TOLVPrintViewTest, FitsTheMarginsOfItsPlotWhereTheViewOnTheScreenDoes)
+{
+    screenView->graph()->addGraphData(series("a", kRed));
+    screenView->graph()->setExtents(screenView->graph()->extentsFittingGraphData());
+    EXPECT_FALSE(pageWithArea(500.0, 700.0)->plotView()->fitsMarginsToLabels());
+    screenView->setFitsMarginsToLabels(true);
+    const auto page = pageWithArea(500.0, 700.0);
+    EXPECT_TRUE(page->plotView()->fitsMarginsToLabels());
+    displayed(*page);
+    const auto expected = snapshotOfGraph(*screenView->graph());
+    fitMarginsToLabels(*expected, {0.0, 0.0, 500.0, 200.0});
+    EXPECT_EQ(screenView->graph()->margin(), expected->margin());
 }
 
 TEST_F(TOLVPrintViewTest, ALowPageHasNoRoomForALegend)

@@ -87,9 +87,13 @@ public:
         // Whatever can fail comes before the first change.
         addSeriesToDraft();
         const Range fittingX = narrowed(visibleXRange(*m_draft, m_options, xIsDate(), m_notes));
-        const Range fittingY = visibleYRange(*m_draft, m_options);
-        const std::optional<Range> x = newRange(m_kept.xRange, m_graph->horizontalAxis(), m_options.xAxis, fittingX);
-        const std::optional<Range> y = newRange(m_kept.yRange, m_graph->verticalAxis(), m_options.yAxis, fittingY);
+        std::optional<Range> x;
+        if (!keepsRange(m_kept.xRange, m_graph->horizontalAxis(), m_options.xAxis))
+            x = fittingX;
+        // Fitting y looks at every sample, so it is only done where it is needed.
+        std::optional<Range> y;
+        if (!keepsRange(m_kept.yRange, m_graph->verticalAxis(), m_options.yAxis))
+            y = visibleYRange(*m_draft, m_options);
         const TOLVGraph::Markers markers = m_kept.markers ? TOLVGraph::Markers() : newMarkers(x.value_or(rangeOf(m_graph->horizontalAxis())));
         completeCurves(*m_draft, m_options, fittingX);
 
@@ -193,12 +197,9 @@ private:
         return extents ? Range{extents->min(), extents->max()} : Range{};
     }
 
-    /// The range that an axis gets, or nothing where it keeps its own.
-    std::optional<Range> newRange(bool isKept, const std::shared_ptr<TOLVAxis>& axis, AxisKind kind, Range fitting) const
+    bool keepsRange(bool isKept, const std::shared_ptr<TOLVAxis>& axis, AxisKind kind) const
     {
-        if (isKept && isOfKind(axis, kind) && canShowRange(*m_draft, rangeOf(axis), kind))
-            return std::nullopt;
-        return fitting;
+        return isKept && isOfKind(axis, kind) && canShowRange(*m_draft, rangeOf(axis), kind);
     }
 
     void setRanges(const std::optional<Range>& x, const std::optional<Range>& y)

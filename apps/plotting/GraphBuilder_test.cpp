@@ -276,6 +276,19 @@ TEST_F(ConfiguredGraph, staysAsItWasWhenTheOptionsCannotBeMet)
     }
 }
 
+TEST_F(ConfiguredGraph, keepsALogarithmicRangeThatHasNothingToShowAnyMore)
+{
+    Options options;
+    options.yAxis = AxisKind::Logarithmic;
+    configureKeepingAll(options);
+    const std::string former = ranges();
+    files = measurements.files("t,v\n1,-10\n4,-20\n", options);
+    configureKeepingAll(options);
+    EXPECT_EQ(ranges(), former);
+    ASSERT_EQ(notes.size(), 1U);
+    EXPECT_TRUE(notes[0].ends_with("--y-axis log: 2 of 2 samples of 'v' are not positive and cannot be shown")) << notes[0];
+}
+
 TEST_F(ConfiguredGraph, makesRoomAboveCurvesForMarkersThatAreKept)
 {
     graph->placeHorizontalAxisMarkerWithValue(2.0);

@@ -9,11 +9,14 @@
 
 #include <TOLVGraphing/graph/TOLVGraph.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
+#include <initializer_list>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 namespace TOLVGraphing::app {
@@ -239,11 +242,21 @@ void requireRange(const ArchivedValues& document, const std::shared_ptr<TOLVAxis
         document.fail("graph", (range ? "the range " + toString(*range) : std::string("no range")) + " of " + name, "finite ends, the first not greater than the second");
 }
 
+/// The axes are drawn before any data are there, so each has to be one that can be drawn.
+void requireAxis(const ArchivedValues& document, const std::shared_ptr<TOLVAxis>& axis, std::initializer_list<std::string_view> classes, const char* name)
+{
+    const std::string found = axis ? axis->archiveClassName() : "none";
+    if (std::find(classes.begin(), classes.end(), found) == classes.end())
+        document.fail("graph", "an axis of class " + found + " for " + name, "a linear or logarithmic one" + std::string(classes.size() > 2 ? " or one of categories" : ""));
+}
+
 std::shared_ptr<TOLVGraph> graphFrom(const ArchivedValues& document)
 {
     const auto graph = std::dynamic_pointer_cast<TOLVGraph>(KeyedUnarchiver::unarchivedObject(document.anyObject("graph")));
     if (!graph)
         document.fail("graph", "an object of class " + document.anyObject("graph")->className, "one of class TOLVGraph");
+    requireAxis(document, graph->horizontalAxis(), {"TOLVLinearAxis", "TOLVLogarithmicAxis", "TOLVBarAxis", "TOLVLineAxis"}, "x");
+    requireAxis(document, graph->verticalAxis(), {"TOLVLinearAxis", "TOLVLogarithmicAxis"}, "y");
     requireRange(document, graph->extents()->x(), "x");
     requireRange(document, graph->extents()->y(), "y");
     if (graph->countOfMarkers() > kMostMarkers)

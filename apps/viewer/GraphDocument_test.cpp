@@ -11,6 +11,8 @@
 #include <TOLVGraphing/drawing/TOLVXGraphDrawing.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
 #include <TOLVGraphing/platform/foundation/Exception.h>
+#include <TOLVGraphing/platform/graphics/CurrentContext.h>
+#include <TOLVGraphing/platform/graphics/RecordingContext.h>
 
 #include <gtest/gtest.h>
 
@@ -86,6 +88,14 @@ protected:
         auto opened = GraphDocument::open(path);
         opened->install(readDocumentData(opened->sourcePaths(), opened->options()));
         return opened;
+    }
+    static void draw(const GraphDocument& document)
+    {
+        GraphSheet sheet = document.sheet();
+        layoutSheet(sheet, document.options(), {0.0, 0.0, 640.0, 400.0});
+        RecordingContext context;
+        const CurrentContextScope scope(context);
+        sheet.drawInRect({0.0, 0.0, 640.0, 400.0});
     }
     static std::string errorOfOpening(const std::string& path)
     {
@@ -353,6 +363,23 @@ TEST_F(GraphDocumentTest, fitsRangesThatCouldNotBeSaved)
     EXPECT_EQ(markerValues(*opened->graph()), std::vector<double>{});
     // The document that is shown keeps them.
     EXPECT_EQ(document->graph()->countOfMarkers(), 1U);
+}
+
+TEST_F(GraphDocumentTest, canBeDrawnBeforeItsSourcesAreRead)
+{
+    struct Case {
+        DrawingKind drawing;
+        AxisKind axis;
+    };
+    for (const Case& one : {Case{DrawingKind::Curve, AxisKind::Linear}, Case{DrawingKind::X, AxisKind::Logarithmic}, Case{DrawingKind::Bar, AxisKind::Bar}, Case{DrawingKind::Line, AxisKind::Line}}) {
+        Options options;
+        options.drawing = one.drawing;
+        options.xAxis = one.axis;
+        documentOf(kRising, options)->save(folder.path("plot.tolvgraph"));
+        const auto opened = GraphDocument::open(folder.path("plot.tolvgraph"));
+        EXPECT_NO_THROW(draw(*opened)) << wordFor(one.axis);
+    }
+    EXPECT_NO_THROW(draw({}));
 }
 
 TEST_F(GraphDocumentTest, findsSourcesThatMovedAlongWithIt)
@@ -623,6 +650,10 @@ INSTANTIATE_TEST_SUITE_P(Graph, BadDocuments,
             "found an object of the unknown class Sheet, expected a class that can be read"},
         BadDocument{"axisIsMarkerList",
             [](Object& root) { valueOf(objectOf(root, "graph"), "horizontalAxis") = listOf({}); }, "TOLVGraph \"horizontalAxis\": found a list, expected an object"},
+        BadDocument{"abstractAxis", [](Object& root) { objectOf(objectOf(root, "graph"), "horizontalAxis")->className = "TOLVAxis"; },
+            "graph: found an axis of class TOLVAxis for x, expected a linear or logarithmic one or one of categories"},
+        BadDocument{"barsOfY", [](Object& root) { objectOf(objectOf(root, "graph"), "verticalAxis")->className = "TOLVBarAxis"; },
+            "graph: found an axis of class TOLVBarAxis for y, expected a linear or logarithmic one"},
         badRange("rangeIsNoNumber", "x", kNan, 1.0, "graph: found the range [nan, 1] of x, expected finite ends, the first not greater than the second"),
         badRange("rangeIsInfinite", "y", 0.0, kInfinity, "graph: found the range [0, inf] of y, expected finite ends, the first not greater than the second"),
         badRange("rangeRunsBackwards", "x", 2.0, 1.0, "graph: found the range [2, 1] of x, expected finite ends, the first not greater than the second"),

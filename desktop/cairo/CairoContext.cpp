@@ -5,6 +5,7 @@
 #include "../text/PangoTextSystem.h"
 #include "../text/TextLayout.h"
 #include "GlyphMasks.h"
+#include "PolylineStrokes.h"
 #include "TOLVGraphing/platform/text/AttributedString.h"
 
 #include <cairo.h>
@@ -270,6 +271,11 @@ void CairoContext::drawStrokedPath(const Path& path)
         strokeInPieces(path, window);
         return;
     }
+    if (m_hasPlainPixels) {
+        const std::optional<std::vector<paint::StrokeRun>> lines = longPolylines(path, m_state.transform);
+        if (lines && strokeAsMask(*lines))
+            return;
+    }
     appendElements(m_target, path);
     cairo_stroke(m_target);
 }
@@ -362,6 +368,8 @@ void CairoContext::layFilledPath(const Path& path)
 void CairoContext::strokeInPieces(const Path& path, const Rect& window)
 {
     const std::vector<paint::StrokeRun> runs = paint::strokeRunsWithin(path, m_state.transform, window);
+    if (m_hasPlainPixels && areLongPolylines(runs) && strokeAsMask(runs))
+        return;
     const cairo_matrix_t matrix = matrixOf(m_state.transform);
     const auto lay = [&](const paint::StrokeRun& run) {
         cairo_identity_matrix(m_target);
@@ -382,6 +390,12 @@ void CairoContext::strokeInPieces(const Path& path, const Rect& window)
         cairo_stroke(m_target);
     }
     cairo_set_dash(m_target, dash.lengths.data(), static_cast<int>(dash.lengths.size()), dash.phase);
+}
+
+bool CairoContext::strokeAsMask(std::span<const paint::StrokeRun> lines)
+{
+    const std::optional<double> scale = scaleKeepingAngles(m_state.transform);
+    return scale && strokePolylines(m_target, lines, paintedLineWidth(), m_state.dash, *scale, visibleWindow(0.0));
 }
 
 void CairoContext::drawLines(const text::TextLayout& layout, Point origin)

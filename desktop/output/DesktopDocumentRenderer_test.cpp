@@ -2,6 +2,8 @@
 
 #include "../text/PangoTextSystem.h"
 #include "GraphicsOutput.h"
+#include "TOLVGraphing/axes/SINumberFormatter.h"
+#include "TOLVGraphing/graph/TOLVGraph.h"
 #include "TOLVGraphing/platform/foundation/UserDefaults.h"
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
 
@@ -135,6 +137,28 @@ TEST_F(CopiedView, isTheFileThatIsWritten)
     EXPECT_EQ(pasted(kPasteboardTypeSVG), renderToBytes(OutputKind::SVG, settings, draw));
     settings.background = Color::whiteColor();
     EXPECT_EQ(pasted(kPasteboardTypePNG), renderToBytes(OutputKind::PNG, settings, draw));
+}
+
+TEST_F(CopiedView, isTheSameFileHoweverLateItIsPasted)
+{
+    const auto graph = m_view->graph();
+    graph->setTitle("Before");
+    graph->setTickLabelAttributes(makeTextAttributes(Font{"HelveticaNeue-Bold", 17.0}, Color::grayColor()));
+    graph->verticalAxis()->setTickLabelFormatter(std::make_shared<SINumberFormatter>(graph->verticalAxis()));
+    graph->zoomYToFixedMin(0.0, 0.002);
+    for (const bool fits : {false, true}) {
+        m_view->setFitsMarginsToLabels(fits);
+        const auto svg = m_view->dataInsideRect(m_view->bounds(), OutputKind::SVG);
+        const auto png = m_view->dataInsideRect(m_view->bounds(), OutputKind::PNG);
+        m_view->copy(nullptr);
+        graph->zoomYToFixedMin(-3000.0, 3000.0);
+        graph->markers().front()->setValue(5.0);
+        EXPECT_NE(m_view->dataInsideRect(m_view->bounds(), OutputKind::SVG), svg);
+        EXPECT_EQ(pasted(kPasteboardTypeSVG), svg);
+        EXPECT_EQ(pasted(kPasteboardTypePNG), png);
+        graph->markers().front()->setValue(4.0);
+        graph->zoomYToFixedMin(0.0, 0.002);
+    }
 }
 
 TEST_F(CopiedView, hasTheFixedSizeOfTheSettings)

@@ -1,10 +1,36 @@
 #include "GraphPicture.h"
 
-#include <TOLVGraphing/platform/graphics/DrawingContext.h>
+#include <TOLVGraphing/platform/graphics/DarkContext.h>
+#include <TOLVGraphing/platform/graphics/PixelAlignedContext.h>
 #include <TOLVGraphing/views/TOLVGraphView.h>
 #include <desktop/output/PixelDrawing.h>
 
+#include <QColor>
+
 namespace TOLVGraphing {
+
+namespace {
+
+QColor groundOf(const TOLVGraphView& view, bool isDark)
+{
+    if (!view.drawsBackground())
+        return Qt::transparent;
+    const Color ground = isDark ? darkBackgroundColor() : Color::whiteColor();
+    return QColor::fromRgbF(static_cast<float>(ground.redComponent()), static_cast<float>(ground.greenComponent()), static_cast<float>(ground.blueComponent()));
+}
+
+void draw(TOLVGraphView& view, const GraphPicture::Target& target, DrawingContext& pixels)
+{
+    PixelAlignedContext aligned(pixels, target.ratio);
+    if (!target.isDark) {
+        view.displayInContext(aligned);
+        return;
+    }
+    DarkContext dark(aligned);
+    view.displayInContext(dark);
+}
+
+} // namespace
 
 bool GraphPicture::needsUpdate(const TOLVGraphView& view, const Target& target) const
 {
@@ -21,10 +47,9 @@ bool GraphPicture::update(TOLVGraphView& view, const Target& target)
     m_isValid = true;
     if (m_image.isNull())
         return false;
-    m_image.setDevicePixelRatio(1.0);
-    m_image.fill(view.drawsBackground() ? Qt::white : Qt::transparent);
+    m_image.fill(groundOf(view, target.isDark));
     const PixelMemory memory{m_image.bits(), m_image.width(), m_image.height(), static_cast<std::ptrdiff_t>(m_image.bytesPerLine())};
-    drawOnPixels(memory, target.ratio, [&](DrawingContext& context) { view.displayInContext(context); });
+    drawOnPixels(memory, target.ratio, [&](DrawingContext& context) { draw(view, target, context); });
     return true;
 }
 

@@ -8,6 +8,7 @@
 
 #include <TOLVGraphing/data/SeriesColors.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
+#include <TOLVGraphing/views/GraphDisplayObserver.h>
 #include <TOLVMath/TOLVRealVector.h>
 
 #include <QAccessible>
@@ -59,9 +60,6 @@ const std::vector<CommandDescription>& commandDescriptions()
     return kDescriptions;
 }
 
-/// What a user sees of a graph besides its ranges: properties whose change a graph announces without asking its views for redisplay. Margin and label paddings are not among them, because they are set while drawing.
-const char* const kLooks[] = {"title", "horizontalAxis", "verticalAxis", "majorLineStyle", "minorLineStyle", "titleAttributes", "labelAttributes", "tickLabelAttributes", "drawingStrategy"};
-
 KeyModifiers modifiersOf(Qt::KeyboardModifiers modifiers)
 {
     return {modifiers.testFlag(Qt::ShiftModifier), modifiers.testFlag(Qt::ControlModifier)};
@@ -89,7 +87,9 @@ std::vector<float> narrowed(const std::vector<double>& values)
 std::shared_ptr<TOLVGraphView> newView()
 {
     installQtServices();
-    return TOLVGraphView::initWithFrame({});
+    auto view = TOLVGraphView::initWithFrame({});
+    view->setFitsMarginsToLabels(true);
+    return view;
 }
 
 } // namespace
@@ -148,19 +148,18 @@ void GraphWidget::observeGraph()
         return;
     if (!m_observedGraph->undoManager())
         m_observedGraph->attachUndoManager(std::make_shared<UndoManager>());
-    for (const char* key : kLooks)
-        m_tokens.push_back(m_observedGraph->addObserver(key, [this](const PropertyChange&) { m_view->setNeedsDisplay(); }));
-    m_tokens.push_back(m_observedGraph->addObserver("markers", [this](const PropertyChange&) {
+    m_displayObserver = std::make_unique<GraphDisplayObserver>(m_observedGraph, [this] { m_view->setNeedsDisplay(); });
+    m_markersToken = m_observedGraph->addObserver("markers", [this](const PropertyChange&) {
         forgetRemovedMarker();
-        m_view->setNeedsDisplay();
         emit markersChanged();
-    }));
+    });
 }
 
 void GraphWidget::stopObservingGraph()
 {
-    for (const ObserverToken token : std::exchange(m_tokens, {}))
-        m_observedGraph->removeObserver(token);
+    m_displayObserver.reset();
+    if (m_observedGraph)
+        m_observedGraph->removeObserver(m_markersToken);
     m_observedGraph.reset();
 }
 
@@ -287,8 +286,9 @@ QString GraphWidget::readoutText() const
     return QString::fromStdString(m_interaction->readoutText());
 }
 
-void GraphWidget::updatePointer()
+void GraphWidget::finishEvent()
 {
+    updateActions();
     setCursor(cursorFor(m_interaction->pointerLook()));
     update();
     const QString text = readoutText();
@@ -311,13 +311,13 @@ void GraphWidget::mousePressEvent(QMouseEvent* event)
         QWidget::mousePressEvent(event);
         return;
     }
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::mouseMoveEvent(QMouseEvent* event)
 {
     m_interaction->pointerMoved(pointInView(event->position()));
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::mouseReleaseEvent(QMouseEvent* event)
@@ -333,7 +333,7 @@ void GraphWidget::mouseReleaseEvent(QMouseEvent* event)
         QWidget::mouseReleaseEvent(event);
         return;
     }
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::mouseDoubleClickEvent(QMouseEvent* event)
@@ -342,13 +342,13 @@ void GraphWidget::mouseDoubleClickEvent(QMouseEvent* event)
         m_interaction->pointerDoubleClicked(pointInView(event->position()));
     else
         mousePressEvent(event);
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::leaveEvent(QEvent*)
 {
     m_interaction->pointerLeft();
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::wheelEvent(QWheelEvent* event)
@@ -358,7 +358,7 @@ void GraphWidget::wheelEvent(QWheelEvent* event)
     const double steps = (turn.y() != 0 ? turn.y() : turn.x()) / kWheelNotch;
     m_interaction->wheelTurned(steps, pointInView(event->position()), modifiersOf(event->modifiers()));
     event->accept();
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::contextMenuEvent(QContextMenuEvent* event)
@@ -400,8 +400,7 @@ bool GraphWidget::answerKey(GraphKey key, KeyModifiers modifiers)
 void GraphWidget::press(GraphKey key, KeyModifiers modifiers)
 {
     answerKey(key, modifiers);
-    updateActions();
-    updatePointer();
+    finishEvent();
 }
 
 void GraphWidget::keyPressEvent(QKeyEvent* event)
@@ -411,8 +410,7 @@ void GraphWidget::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
         return;
     }
-    updateActions();
-    updatePointer();
+    finishEvent();
 }
 
 bool GraphWidget::event(QEvent* event)

@@ -21,6 +21,7 @@ class QMenu;
 
 namespace TOLVGraphing {
 
+class GraphDisplayObserver;
 class GraphPicture;
 class TOLVGraph;
 
@@ -62,6 +63,9 @@ public:
     [[nodiscard]] std::shared_ptr<TOLVGraph> graph() const { return m_view->graph(); }
     /// Shows another graph (shared), which gets an undo manager where it has none.
     void setGraph(const std::shared_ptr<TOLVGraph>& graph);
+
+    /// What gestures and keys have led to.
+    [[nodiscard]] const GraphInteraction& interaction() const { return *m_interaction; }
 
     /// Adds a series (the vectors are taken over; the shorter one counts) in the next colour of `seriesColor` and shows all data. Abscissae ascend.
     void addSeries(std::vector<float> x, std::vector<float> y, const QString& name = {});
@@ -132,7 +136,8 @@ private:
     void stopObservingGraph();
     void redisplay();
     void updateActions();
-    void updatePointer();
+    /// What every pointer and key event ends with: actions, the look of the pointer and the read-out are those of the moment.
+    void finishEvent();
     void copy();
     void print();
     void press(GraphKey key, KeyModifiers modifiers = {});
@@ -148,7 +153,8 @@ private:
     std::unique_ptr<GraphPicture> m_picture;
     std::map<GraphCommand, QAction*> m_actions;
     std::shared_ptr<TOLVGraph> m_observedGraph;
-    std::vector<ObserverToken> m_tokens;
+    std::unique_ptr<GraphDisplayObserver> m_displayObserver;
+    ObserverToken m_markersToken = 0;
     PrintInfo m_printInfo;
     GraphAppearance m_appearance = GraphAppearance::FollowsPalette;
     QString m_readout;

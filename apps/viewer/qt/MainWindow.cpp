@@ -185,6 +185,8 @@ void MainWindow::showContent()
     m_markersPanel->showDocument(document);
     m_menus->showDocument();
     showNotesCount();
+    // Copies and pages fit their margins themselves, each for its own size.
+    m_graphWidget->view()->setFitsMarginsToLabels(!document.options().margin);
     // The model announces not everything that changes a picture.
     m_graphWidget->view()->setNeedsDisplay();
 }

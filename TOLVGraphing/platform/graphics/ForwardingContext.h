@@ -1,0 +1,34 @@
+#pragma once
+
+#include "DrawingContext.h"
+
+namespace TOLVGraphing {
+
+/// Hands everything on to another context: a base for contexts that change some of what is drawn on its way. The target is not owned, has to outlive this object and is used through it only meanwhile.
+class ForwardingContext : public DrawingContext {
+public:
+    explicit ForwardingContext(DrawingContext& target) : m_target(target) {}
+
+    void saveState() override { m_target.saveState(); }
+    void restoreState() override { m_target.restoreState(); }
+    void concatenateTransform(const AffineTransform& transform) override { m_target.concatenateTransform(transform); }
+    void clipToPath(const Path& path, FillRule rule) override { m_target.clipToPath(path, rule); }
+    void setFillColor(const std::optional<Color>& color) override { m_target.setFillColor(color); }
+    void setStrokeColor(const std::optional<Color>& color) override { m_target.setStrokeColor(color); }
+    void setLineWidth(double width) override { m_target.setLineWidth(width); }
+    void setLineDash(const LineDash& dash) override { m_target.setLineDash(dash); }
+    void setLineCap(LineCap cap) override { m_target.setLineCap(cap); }
+    void setLineJoin(LineJoin join) override { m_target.setLineJoin(join); }
+    void setMiterLimit(double limit) override { m_target.setMiterLimit(limit); }
+    void drawFilledPath(const Path& path, FillRule rule) override { m_target.drawFilledPath(path, rule); }
+    void drawStrokedPath(const Path& path) override { m_target.drawStrokedPath(path); }
+    void drawText(const AttributedString& text, Point origin) override { m_target.drawText(text, origin); }
+
+protected:
+    [[nodiscard]] DrawingContext& target() const { return m_target; }
+
+private:
+    DrawingContext& m_target;
+};
+
+} // namespace TOLVGraphing

@@ -1,0 +1,172 @@
+#include "PolylineStroker.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace TOLVGraphing::raster {
+
+namespace {
+
+constexpr double kFarthest = 1e9;
+constexpr double kShortestSegment = 1.0 / 256.0;
+/// A bevelled or round corner that a pointed one exceeds by less than this many pixels is drawn pointed.
+constexpr double kInvisiblePoint = 1.0 / 512.0;
+/// Segments share a corner on the inner side when it takes less than this part of either.
+constexpr double kSharedPart = 0.45;
+/// How far the straight parts of a round corner may be from the circle, in pixels.
+constexpr double kFlatness = 1.0 / 64.0;
+constexpr double kMostFanParts = 64.0;
+
+Point sum(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
+Point difference(Point a, Point b) { return {a.x - b.x, a.y - b.y}; }
+Point scaled(Point a, double factor) { return {a.x * factor, a.y * factor}; }
+double dotProduct(Point a, Point b) { return a.x * b.x + a.y * b.y; }
+double crossProduct(Point a, Point b) { return a.x * b.y - a.y * b.x; }
+/// The direction turned by a right angle, from the x axis towards the y axis.
+Point turned(Point direction) { return {-direction.y, direction.x}; }
+
+} // namespace
+
+PolylineStroker::PolylineStroker(UnionCoverage& coverage, StrokeStyle style)
+    : m_coverage(coverage), m_style(std::move(style)), m_reach(m_style.width > 0.0 && std::isfinite(m_style.width) ? 0.5 * m_style.width : 0.0)
+{
+}
+
+void PolylineStroker::strokeLine(std::span<const Point> points)
+{
+    const auto isNear = [](const Point& point) { return std::abs(point.x) <= kFarthest && std::abs(point.y) <= kFarthest; };
+    if (points.size() < 2 || !(m_reach > 0.0) || !std::all_of(points.begin(), points.end(), isNear))
+        return;
+    m_segments.clear();
+    Point from = points[0];
+    for (const Point& point : points.subspan(1)) {
+        if (std::abs(point.x - from.x) < kShortestSegment && std::abs(point.y - from.y) < kShortestSegment)
+            continue;
+        addSegment(from, point);
+        from = point;
+    }
+    if (m_style.dash.lengths.empty())
+        strokeSegments(m_segments);
+    else
+        strokeDashes();
+}
+
+void PolylineStroker::addSegment(Point from, Point to)
+{
+    const Point way = difference(to, from);
+    const double length = std::sqrt(dotProduct(way, way));
+    m_segments.push_back({from, to, scaled(way, 1.0 / length), length});
+}
+
+void PolylineStroker::strokeDashes()
+{
+    const std::vector<double>& lengths = m_style.dash.lengths;
+    double pattern = 0.0;
+    for (const double length : lengths)
+        pattern += length;
+    std::size_t part = 0;
+    double left = std::fmod(m_style.dash.phase, pattern);
+    left = left < 0.0 ? left + pattern : left;
+    while (left >= lengths[part]) {
+        left -= lengths[part];
+        part = (part + 1) % lengths.size();
+    }
+    left = lengths[part] - left;
+    m_dash.clear();
+    for (const Segment& segment : m_segments) {
+        double done = 0.0;
+        while (done < segment.length) {
+            const bool endsPart = done + left <= segment.length;
+            const double next = endsPart ? done + left : segment.length;
+            const bool isPainted = part % 2 == 0;
+            if (isPainted && next > done) {
+                const Point from = sum(segment.from, scaled(segment.direction, done));
+                const Point to = next == segment.length ? segment.to : sum(segment.from, scaled(segment.direction, next));
+                m_dash.push_back({from, to, segment.direction, next - done});
+            }
+            left -= next - done;
+            done = next;
+            if (!endsPart)
+                continue;
+            strokeSegments(m_dash);
+            m_dash.clear();
+            part = (part + 1) % lengths.size();
+            left = lengths[part];
+        }
+    }
+    strokeSegments(m_dash);
+}
+
+void PolylineStroker::strokeSegments(std::span<const Segment> segments)
+{
+    Point startOffset;
+    bool isStartShared = false;
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+        const Segment& segment = segments[i];
+        const Point across = scaled(turned(segment.direction), m_reach);
+        Point endOffset;
+        const bool hasNext = i + 1 < segments.size();
+        const bool isEndShared = hasNext && sharesCorner(segment, segments[i + 1], endOffset);
+        const Point start = isStartShared ? startOffset : across;
+        const Point end = isEndShared ? endOffset : across;
+        const std::array<Point, 4> corners{sum(segment.from, start), sum(segment.to, end), difference(segment.to, end), difference(segment.from, start)};
+        m_coverage.addConvexPolygon(corners);
+        if (hasNext && !isEndShared)
+            addJoin(segment, segments[i + 1]);
+        startOffset = endOffset;
+        isStartShared = isEndShared;
+    }
+}
+
+bool PolylineStroker::sharesCorner(const Segment& before, const Segment& after, Point& offset) const
+{
+    // With a the angle of the turn: both sides meet at the line's corner plus and minus the middle of the normals divided by cos²(a / 2).
+    const double dot = dotProduct(before.direction, after.direction);
+    const double cross = crossProduct(before.direction, after.direction);
+    if (dot <= 0.0 || m_reach * std::abs(cross) > kSharedPart * std::min(before.length, after.length) * (1.0 + dot))
+        return false;
+    // Beyond the bevel the point is reach * sin²(a / 2) / cos(a / 2) long.
+    const bool isPointed = m_style.join == LineJoin::Miter && m_style.miterLimit * m_style.miterLimit * (1.0 + dot) >= 2.0;
+    if (!isPointed && m_reach * (1.0 - dot) > 2.0 * kInvisiblePoint * std::sqrt(0.5 * (1.0 + dot)))
+        return false;
+    offset = scaled(turned(sum(before.direction, after.direction)), m_reach / (1.0 + dot));
+    return true;
+}
+
+void PolylineStroker::addJoin(const Segment& before, const Segment& after)
+{
+    const Point corner = before.to;
+    const double dot = dotProduct(before.direction, after.direction);
+    const double cross = crossProduct(before.direction, after.direction);
+    // The outer side is the one that the line turns away from.
+    const double side = cross >= 0.0 ? -m_reach : m_reach;
+    const Point from = scaled(turned(before.direction), side);
+    const Point to = scaled(turned(after.direction), side);
+    if (m_style.join == LineJoin::Round) {
+        const double angle = std::atan2(std::abs(cross), dot);
+        addFan(corner, from, cross >= 0.0 ? angle : -angle);
+        return;
+    }
+    const std::array<Point, 4> corners{corner, sum(corner, from), sum(corner, scaled(sum(from, to), 1.0 / (1.0 + dot))), sum(corner, to)};
+    if (m_style.join == LineJoin::Miter && m_style.miterLimit * m_style.miterLimit * (1.0 + dot) >= 2.0)
+        m_coverage.addConvexPolygon(corners);
+    else
+        m_coverage.addConvexPolygon(std::array<Point, 3>{corners[0], corners[1], corners[3]});
+}
+
+void PolylineStroker::addFan(Point corner, Point from, double angle)
+{
+    // A chord of angle a is reach * (1 - cos(a / 2)), about reach * a² / 8, from its arc.
+    const double widest = std::sqrt(8.0 * kFlatness / m_reach);
+    const double parts = std::clamp(std::ceil(std::abs(angle) / widest), 1.0, kMostFanParts);
+    m_fan.assign(1, corner);
+    for (double i = 0.0; i <= parts; i += 1.0) {
+        const double turn = angle * (i / parts);
+        m_fan.push_back(sum(corner, sum(scaled(from, std::cos(turn)), scaled(turned(from), std::sin(turn)))));
+    }
+    m_coverage.addConvexPolygon(m_fan);
+}
+
+} // namespace TOLVGraphing::raster

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "UnionCoverage.h"
+
+#include "TOLVGraphing/platform/graphics/DrawingContext.h"
+
+#include <span>
+#include <vector>
+
+namespace TOLVGraphing::raster {
+
+/// How lines are stroked, in device units. Ends are butt: they stop at the line's last point.
+struct StrokeStyle {
+    double width = 1.0;
+    LineJoin join = LineJoin::Miter;
+    /// A mitre longer than this many widths becomes a bevel, as in DrawingContext::setMiterLimit.
+    double miterLimit = 10.0;
+    /// Painted and unpainted lengths in turn, an even number, none below zero and not all zero; empty means solid. The phase is where in the pattern the line starts.
+    LineDash dash;
+};
+
+/// Makes the outlines of stroked polylines out of convex polygons: one for every segment, and one more for a corner that the segments leave open.
+/// Where a line turns only a little its segments share their corners, so that a smooth curve has few polygons that overlap.
+class PolylineStroker {
+public:
+    /// Adds to the coverage, which has to outlive the stroker. A width that is not above zero or not finite adds nothing.
+    PolylineStroker(UnionCoverage& coverage, StrokeStyle style);
+
+    /// Strokes an open line; the dash starts anew. Points closer to the one before than 1/256 pixel are left out, and what is left with one point has no stroke.
+    /// A line with a point that is NaN or farther than 1e9 from the origin is left out.
+    void strokeLine(std::span<const Point> points);
+
+private:
+    /// A straight part of the line: `direction` has length 1.
+    struct Segment {
+        Point from;
+        Point to;
+        Point direction;
+        double length = 0.0;
+    };
+
+    void addSegment(Point from, Point to);
+    void strokeDashes();
+    void strokeSegments(std::span<const Segment> segments);
+    /// How far the end of a segment's right side is from the line's corner when the two segments there share their corners; nothing when they cannot.
+    bool sharesCorner(const Segment& before, const Segment& after, Point& offset) const;
+    void addJoin(const Segment& before, const Segment& after);
+    void addFan(Point corner, Point from, double angle);
+
+    UnionCoverage& m_coverage;
+    StrokeStyle m_style;
+    double m_reach;
+    std::vector<Segment> m_segments;
+    std::vector<Segment> m_dash;
+    std::vector<Point> m_fan;
+};
+
+} // namespace TOLVGraphing::raster
