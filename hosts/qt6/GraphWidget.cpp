@@ -242,6 +242,8 @@ void GraphWidget::paintEvent(QPaintEvent*)
         if (m_picture->update(*m_view, target))
             ++m_drawCount;
     } catch (const std::exception& problem) {
+        // The request that was not carried out must not keep the next one from coming.
+        m_view->setRedisplayHandler([this] { redisplay(); });
         painter.fillRect(rect(), palette().base());
         painter.setPen(palette().color(QPalette::Text));
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, QString::fromStdString(problem.what()));

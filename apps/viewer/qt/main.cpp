@@ -1,12 +1,12 @@
 #include "Appearance.h"
 #include "Display.h"
 #include "MainWindow.h"
+#include "ProgramIcon.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QIcon>
 
 #include <optional>
 
@@ -55,7 +55,7 @@ int main(int argumentCount, char** arguments)
     const QApplication application(argumentCount, arguments);
     guard.reset();
     QGuiApplication::setDesktopFileName(QStringLiteral("tolvgraph-viewer"));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("tolvgraph-viewer")));
+    QApplication::setWindowIcon(programIcon());
     describe(parser);
     parser.process(application);
     applyAppearance(chosenAppearance());
