@@ -28,10 +28,10 @@ std::string scaleText(const TOLVAxis& axis)
     return hasCategories ? ", categories," : "";
 }
 
-/// A range whose ends are numbers in order: the sentinels of a graph without data are not.
+/// A range between two numbers: that of a graph without data is none.
 bool isKnown(const TOLVAxisExtents& range)
 {
-    return std::isfinite(range.min()) && std::isfinite(range.max()) && range.min() <= range.max();
+    return std::isfinite(range.min()) && std::isfinite(range.max()) && range.min() < range.max();
 }
 
 std::string axisText(const TOLVAxis* axis, const std::shared_ptr<TOLVAxisExtents>& range, const char* name)

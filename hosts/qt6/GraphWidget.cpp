@@ -148,9 +148,14 @@ void GraphWidget::observeGraph()
         return;
     if (!m_observedGraph->undoManager())
         m_observedGraph->attachUndoManager(std::make_shared<UndoManager>());
-    m_displayObserver = std::make_unique<GraphDisplayObserver>(m_observedGraph, [this] { m_view->setNeedsDisplay(); });
+    m_displayObserver = std::make_unique<GraphDisplayObserver>(m_observedGraph, [this] {
+        m_view->setNeedsDisplay();
+        // Of several requests for redisplay only the first is told, and markers may have come with a later one.
+        updateActions();
+    });
     m_markersToken = m_observedGraph->addObserver("markers", [this](const PropertyChange&) {
         forgetRemovedMarker();
+        updateActions();
         emit markersChanged();
     });
 }

@@ -95,6 +95,8 @@ public:
     /// Enabled while the command can be carried out; the widget's own, with text and standard shortcuts that hold while the widget has the keyboard.
     [[nodiscard]] QAction* action(GraphCommand command) const;
     void carryOut(GraphCommand command);
+    /// Enables the actions anew. Only after what the graph does not announce, such as an undo step of the host's own.
+    void updateActions();
     /// The values under the pointer as text, empty while it is elsewhere.
     [[nodiscard]] QString readoutText() const;
     /// How often the graph has been drawn. For tests and benchmarks.
@@ -106,7 +108,7 @@ public:
 signals:
     /// The values under the pointer are other ones.
     void readoutChanged(const QString& text);
-    /// The graph has asked for redisplay: ranges, series, markers or looks have changed.
+    /// The graph has asked for redisplay: ranges, series, markers or looks have changed. Told once for all changes between two drawings, with the first of them.
     void displayChanged();
     /// A marker was placed, moved or removed, or such an edit was undone.
     void markersChanged();
@@ -135,7 +137,6 @@ private:
     void observeGraph();
     void stopObservingGraph();
     void redisplay();
-    void updateActions();
     /// What every pointer and key event ends with: actions, the look of the pointer and the read-out are those of the moment.
     void finishEvent();
     void copy();

@@ -213,6 +213,15 @@ TEST(GraphWidget, StandardShortcutsUndoAndRedo)
     EXPECT_EQ(shown.graph().countOfMarkers(), 1U);
 }
 
+TEST(GraphWidget, ActionsFollowTheGraphBeforeItIsDrawn)
+{
+    ShownWidget shown;
+    shown.widget().view()->setNeedsDisplay();
+    shown.graph().placeHorizontalAxisMarkerWithValue(2.0);
+    EXPECT_TRUE(shown.widget().action(GraphCommand::NextMarker)->isEnabled());
+    EXPECT_TRUE(shown.widget().action(GraphCommand::Undo)->isEnabled());
+}
+
 TEST(GraphWidget, MarkersAreSelectedInTurn)
 {
     ShownWidget shown;

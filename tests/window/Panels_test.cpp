@@ -9,10 +9,12 @@
 #include <apps/viewer/qt/SeriesPanel.h>
 #include <hosts/qt6/GraphWidget.h>
 
+#include <QAction>
 #include <QCheckBox>
 #include <QColor>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QTest>
 #include <QTreeWidget>
 
 namespace TOLVGraphing::app {
@@ -76,7 +78,9 @@ TEST_F(PanelsOfWindow, anAxisOfNumbersTakesBarsAway)
 
 TEST_F(PanelsOfWindow, changesAreUndoneAndRedone)
 {
+    EXPECT_FALSE(window.graphWidget()->action(GraphCommand::Undo)->isEnabled());
     choose(panel().yAxis(), AxisKind::Logarithmic);
+    EXPECT_TRUE(window.graphWidget()->action(GraphCommand::Undo)->isEnabled());
     write(panel().title(), "Voltage");
     EXPECT_EQ(graph().title(), "Voltage");
     undo();
@@ -154,6 +158,34 @@ TEST_F(PanelsOfWindow, rangesAreShownAndWritten)
     window.graphWidget()->carryOut(GraphCommand::Fit);
     EXPECT_EQ(graph().extents()->x()->min(), 1.0);
     EXPECT_EQ(panel().xRange()->from()->text(), "1");
+}
+
+TEST_F(PanelsOfWindow, rangesFollowTheGraph)
+{
+    document().graph()->zoomXToFixedMin(1.5F, 2.5F);
+    document().graph()->zoomYToFixedMin(7.0, 9.0);
+    document().graph()->zoomXToFixedMin(2.5F, 3.5F);
+    EXPECT_TRUE(waitUntil([&] { return panel().xRange()->from()->text() == "2.5"; }));
+    EXPECT_EQ(panel().xRange()->to()->text(), "3.5");
+    EXPECT_EQ(panel().yRange()->from()->text(), "7");
+    EXPECT_EQ(panel().yRange()->to()->text(), "9");
+}
+
+TEST_F(PanelsOfWindow, keysGoToTheFieldThatIsWrittenIn)
+{
+    window.activateWindow();
+    panel().title()->setFocus();
+    ASSERT_TRUE(waitUntil([&] { return panel().title()->hasFocus(); }));
+    QTest::keyClicks(panel().title(), "mean m");
+    EXPECT_EQ(panel().title()->text(), "mean m");
+    EXPECT_EQ(graph().countOfMarkers(), 0U);
+    QTest::keyClick(panel().title(), Qt::Key_Return);
+    EXPECT_EQ(graph().title(), "mean m");
+    window.graphWidget()->setFocus();
+    QTest::keyClick(window.graphWidget(), Qt::Key_M);
+    EXPECT_EQ(graph().countOfMarkers(), 1U);
+    QTest::keyClick(window.graphWidget(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(graph().countOfMarkers(), 0U);
 }
 
 TEST_F(PanelsOfWindow, rangesThatCannotBeShownAreRefused)

@@ -3,6 +3,7 @@
 #include <TOLVGraphing/graph/TOLVGraph.h>
 
 #include <filesystem>
+#include <string>
 
 namespace TOLVGraphing::app {
 
@@ -56,6 +57,16 @@ TEST_F(ReloadingInWindow, followsAFileThatIsReplacedTwice)
         ASSERT_TRUE(waitUntil([&] { return secondOrdinate() == value; }));
         expectViewKept();
     }
+}
+
+TEST_F(ReloadingInWindow, isNotKeptWaitingByOtherFilesOfTheFolder)
+{
+    write("example.csv", kChanged);
+    int count = 0;
+    QTimer busy;
+    QObject::connect(&busy, &QTimer::timeout, [&] { write("other" + std::to_string(count++), "x"); });
+    busy.start(SourceWatcher::kQuietTime / 6);
+    EXPECT_TRUE(waitUntil([&] { return secondOrdinate() == 22.0F; }));
 }
 
 TEST_F(ReloadingInWindow, leavesTheGraphWhenItIsSwitchedOff)

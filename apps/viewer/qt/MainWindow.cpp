@@ -25,6 +25,7 @@
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -83,7 +84,12 @@ void MainWindow::createCentralWidget()
 {
     m_graphWidget = new GraphWidget(TOLVGraphView::initWithFrame({}));
     m_graphWidget->setGraph(m_controller->document().graph());
-    m_graphWidget->setPreparation([this] { m_controller->layOut(m_graphWidget->view()->bounds()); });
+    m_afterDrawing = new QTimer(this);
+    m_afterDrawing->setSingleShot(true);
+    m_graphWidget->setPreparation([this] {
+        m_controller->layOut(m_graphWidget->view()->bounds());
+        m_afterDrawing->start(0);
+    });
     m_graphWidget->setFitting([this] { m_controller->fitRanges(); });
 
     auto* empty = new QWidget;
@@ -130,7 +136,9 @@ void MainWindow::createPanels()
     const auto reject = [this](const QString& failure, const QString& reason) { showProblem(this, failure, reason); };
     connect(m_graphPanel, &GraphPanel::rejected, this, reject);
     connect(m_markersPanel, &MarkersPanel::rejected, this, reject);
-    connect(m_graphWidget, &GraphWidget::displayChanged, m_graphPanel, &GraphPanel::refreshRanges);
+    // Panels show what is drawn: of several changes between two drawings the widget tells the first only.
+    connect(m_afterDrawing, &QTimer::timeout, m_graphPanel, &GraphPanel::refreshRanges);
+    connect(m_afterDrawing, &QTimer::timeout, m_markersPanel, &MarkersPanel::refresh);
 }
 
 void MainWindow::createStatusBar()
@@ -189,6 +197,7 @@ void MainWindow::showContent()
     m_graphWidget->view()->setFitsMarginsToLabels(!document.options().margin);
     // The model announces not everything that changes a picture.
     m_graphWidget->view()->setNeedsDisplay();
+    m_graphWidget->updateActions();
 }
 
 void MainWindow::showName()
@@ -196,6 +205,9 @@ void MainWindow::showName()
     const GraphDocument& document = m_controller->document();
     setWindowTitle(tr("%1[*] — Graph Viewer").arg(QString::fromStdString(document.displayName())));
     setWindowModified(document.isModified());
+    PrintInfo printInfo = m_graphWidget->printInfo();
+    printInfo.jobTitle = document.displayName();
+    m_graphWidget->setPrintInfo(printInfo);
 }
 
 void MainWindow::showNotesCount()

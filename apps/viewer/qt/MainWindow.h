@@ -5,6 +5,7 @@
 
 class QLabel;
 class QStackedWidget;
+class QTimer;
 class QToolButton;
 
 namespace TOLVGraphing {
@@ -70,6 +71,8 @@ private:
     QLabel* m_readout = nullptr;
     QToolButton* m_notes = nullptr;
     QList<QDockWidget*> m_panels;
+    /// Runs out when a drawing is over.
+    QTimer* m_afterDrawing = nullptr;
 };
 
 } // namespace TOLVGraphing::app

@@ -66,8 +66,6 @@ MarkersPanel::MarkersPanel(GraphWidget* graphWidget, QWidget* parent)
     connect(m_table, &QTableWidget::cellChanged, this, &MarkersPanel::changeValue);
     connect(m_table, &QTableWidget::itemSelectionChanged, this, &MarkersPanel::selectInWidget);
     connect(m_graphWidget, &GraphWidget::markersChanged, this, &MarkersPanel::refresh);
-    // While a marker is dragged, only the display changes.
-    connect(m_graphWidget, &GraphWidget::displayChanged, this, &MarkersPanel::refresh);
     connect(m_graphWidget, &GraphWidget::selectedMarkerChanged, this, &MarkersPanel::selectInTable);
     updateButtons();
 }

@@ -25,6 +25,8 @@ public:
     explicit MarkersPanel(GraphWidget* graphWidget, QWidget* parent = nullptr);
 
     void showDocument(const GraphDocument& document);
+    /// Shows the markers of this moment; while one is dragged, only its value changes.
+    void refresh();
     /// Makes this marker's place the middle of the visible range.
     void goTo(int row);
 
@@ -34,7 +36,6 @@ signals:
     void rejected(const QString& failure, const QString& reason);
 
 private:
-    void refresh();
     void fill();
     void fillRow(int row, double value);
     void changeValue(int row, int column);

@@ -15,12 +15,8 @@ SourceWatcher::SourceWatcher(QObject* parent)
 {
     m_quiet.setSingleShot(true);
     m_quiet.setInterval(kQuietTime);
-    const auto wait = [this] {
-        m_seen = stamps();
-        m_quiet.start();
-    };
-    connect(m_watcher, &QFileSystemWatcher::fileChanged, this, wait);
-    connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, wait);
+    connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &SourceWatcher::wait);
+    connect(m_watcher, &QFileSystemWatcher::directoryChanged, this, &SourceWatcher::folderHasChanged);
     connect(&m_quiet, &QTimer::timeout, this, &SourceWatcher::settle);
 }
 
@@ -33,6 +29,20 @@ void SourceWatcher::watch(const std::vector<std::string>& paths)
     m_paths = paths;
     m_known = stamps();
     addPaths();
+}
+
+void SourceWatcher::wait()
+{
+    m_seen = stamps();
+    m_quiet.start();
+}
+
+/// What happens to other files of the folder must not keep these waiting.
+void SourceWatcher::folderHasChanged()
+{
+    addPaths();
+    if (stamps() != (m_quiet.isActive() ? m_seen : m_known))
+        wait();
 }
 
 /// A file that was replaced is no longer watched, but its folder tells that it is there again.

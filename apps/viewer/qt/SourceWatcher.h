@@ -31,6 +31,8 @@ signals:
     void changed();
 
 private:
+    void folderHasChanged();
+    void wait();
     void addPaths();
     void settle();
     [[nodiscard]] std::vector<std::optional<FileStamp>> stamps() const;
