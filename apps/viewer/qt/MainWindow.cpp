@@ -146,6 +146,7 @@ void MainWindow::createStatusBar()
     m_readout = new QLabel;
     // However much is read out, the window keeps its width.
     m_readout->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_readout->setIndent(6);
     m_notes = new QToolButton;
     m_notes->setAutoRaise(true);
     m_reading = new ReadingStatus;

@@ -22,6 +22,10 @@ namespace TOLVGraphing::app {
 
 namespace {
 
+/// In logical pixels.
+constexpr int kWidestAbscissa = 160;
+constexpr int kWidestColumn = 90;
+
 std::vector<double> valuesOf(const TOLVGraph& graph)
 {
     std::vector<double> values;
@@ -51,6 +55,7 @@ MarkersPanel::MarkersPanel(GraphWidget* graphWidget, QWidget* parent)
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->verticalHeader()->hide();
+    m_table->horizontalHeader()->setTextElideMode(Qt::ElideMiddle);
     m_table->setAccessibleName(tr("Markers"));
     m_add->setToolTip(tr("Places a marker in the middle of the graph"));
     m_goTo->setToolTip(tr("Moves the graph so that the marker is in its middle"));
@@ -86,6 +91,8 @@ void MarkersPanel::showDocument(const GraphDocument& document)
         const QScopedValueRollback filling(m_isFilling, true);
         m_table->setColumnCount(static_cast<int>(headers.size()));
         m_table->setHorizontalHeaderLabels(headers);
+        for (int column = 0; column < m_table->columnCount(); ++column)
+            m_table->horizontalHeaderItem(column)->setToolTip(headers[column]);
     }
     fill();
 }
@@ -109,9 +116,17 @@ void MarkersPanel::fill()
     for (std::size_t i = 0; i < m_values.size(); ++i)
         fillRow(static_cast<int>(i), m_values[i]);
     if (former.empty())
-        m_table->resizeColumnsToContents();
+        fitColumns();
     selectInTable();
     updateButtons();
+}
+
+/// Long names of series must not push the values out of sight.
+void MarkersPanel::fitColumns()
+{
+    m_table->resizeColumnsToContents();
+    for (int column = 0; column < m_table->columnCount(); ++column)
+        m_table->setColumnWidth(column, std::min(m_table->columnWidth(column), column == 0 ? kWidestAbscissa : kWidestColumn));
 }
 
 void MarkersPanel::fillRow(int row, double value)

@@ -37,6 +37,7 @@ signals:
 
 private:
     void fill();
+    void fitColumns();
     void fillRow(int row, double value);
     void changeValue(int row, int column);
     void selectInWidget();
