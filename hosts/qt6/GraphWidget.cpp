@@ -261,7 +261,7 @@ void GraphWidget::paintEvent(QPaintEvent*)
     painter.restore();
 
     const auto shown = graph();
-    GraphOverlay overlay(painter, *this, *m_interaction, shown ? shown->dataRectInRect(m_view->bounds()) : Rect());
+    GraphOverlay overlay(painter, *this, *m_interaction, shown ? shown->dataRectInRect(m_view->bounds()) : Rect(), isDark());
     overlay.paintSelectedMarker();
     if (m_showsReadout)
         overlay.paintReadout();
