@@ -5,6 +5,9 @@
 #include <hosts/qt6/GraphWidget.h>
 
 #include <QAction>
+#include <QColor>
+#include <QImage>
+#include <QPixmap>
 #include <QTableWidget>
 
 namespace TOLVGraphing::app {
@@ -31,6 +34,9 @@ TEST_F(MarkersOfWindow, areListedWithTheNearestSamples)
     EXPECT_EQ(text(0, 2), "3");
     EXPECT_EQ(table().horizontalHeaderItem(0)->text(), "t");
     EXPECT_EQ(table().horizontalHeaderItem(2)->text(), "b");
+    EXPECT_TRUE(table().horizontalHeaderItem(0)->icon().isNull());
+    // The first colour of the series is 0072B2.
+    EXPECT_EQ(table().horizontalHeaderItem(1)->icon().pixmap(10, 10).toImage().pixelColor(5, 5), QColor(0x00, 0x72, 0xB2));
 }
 
 TEST_F(MarkersOfWindow, areUndoneWithTheWidgetsCommand)

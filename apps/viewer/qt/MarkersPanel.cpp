@@ -7,8 +7,12 @@
 #include <hosts/qt6/GraphWidget.h>
 
 #include <QAction>
+#include <QColor>
+#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QIcon>
+#include <QPixmap>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QTableWidget>
@@ -24,7 +28,9 @@ namespace {
 
 /// In logical pixels.
 constexpr int kWidestAbscissa = 160;
-constexpr int kWidestColumn = 90;
+constexpr int kWidestColumn = 100;
+constexpr int kHeaderMargin = 32;
+constexpr int kSwatchSize = 10;
 
 std::vector<double> valuesOf(const TOLVGraph& graph)
 {
@@ -32,6 +38,15 @@ std::vector<double> valuesOf(const TOLVGraph& graph)
     for (const auto& marker : graph.markers())
         values.push_back(marker->value());
     return values;
+}
+
+/// Tells series apart whose names are too long.
+QIcon swatch(const TOLVGraphData& series)
+{
+    const Color color = series.color().value_or(Color::blackColor()).clamped();
+    QPixmap pixmap(kSwatchSize, kSwatchSize);
+    pixmap.fill(QColor::fromRgbF(static_cast<float>(color.redComponent()), static_cast<float>(color.greenComponent()), static_cast<float>(color.blueComponent())));
+    return QIcon(pixmap);
 }
 
 QString sampleText(const TOLVGraphData& series, double value)
@@ -55,7 +70,7 @@ MarkersPanel::MarkersPanel(GraphWidget* graphWidget, QWidget* parent)
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->verticalHeader()->hide();
-    m_table->horizontalHeader()->setTextElideMode(Qt::ElideMiddle);
+    m_table->horizontalHeader()->setHighlightSections(false);
     m_table->setAccessibleName(tr("Markers"));
     m_add->setToolTip(tr("Places a marker in the middle of the graph"));
     m_goTo->setToolTip(tr("Moves the graph so that the marker is in its middle"));
@@ -90,9 +105,16 @@ void MarkersPanel::showDocument(const GraphDocument& document)
     {
         const QScopedValueRollback filling(m_isFilling, true);
         m_table->setColumnCount(static_cast<int>(headers.size()));
-        m_table->setHorizontalHeaderLabels(headers);
-        for (int column = 0; column < m_table->columnCount(); ++column)
-            m_table->horizontalHeaderItem(column)->setToolTip(headers[column]);
+        // Shortened here: styles cut a long title off at both ends.
+        const QFontMetrics metrics = m_table->horizontalHeader()->fontMetrics();
+        for (int column = 0; column < m_table->columnCount(); ++column) {
+            auto* header = new QTableWidgetItem(metrics.elidedText(headers[column], Qt::ElideMiddle, (column == 0 ? kWidestAbscissa : kWidestColumn) - kHeaderMargin));
+            header->setToolTip(headers[column]);
+            const auto series = static_cast<std::size_t>(column - 1);
+            if (column > 0 && series < document.graph()->graphData().size())
+                header->setIcon(swatch(*document.graph()->graphData()[series]));
+            m_table->setHorizontalHeaderItem(column, header);
+        }
     }
     fill();
 }
