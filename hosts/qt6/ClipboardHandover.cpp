@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QEventLoop>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QTimer>
 
 #include <xcb/xcb.h>
@@ -14,6 +15,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace TOLVGraphing {
 
@@ -61,6 +63,20 @@ private:
     xcb_window_t m_name;
 };
 
+/// The types to save where some are longer than one message to the display, and none where all can be. Managers may ask for everything at once, and Qt sends one long type at a time to a window: the others would never arrive. So the
+/// first long one goes, which is the only one when long series make the text long, under one of its names.
+std::vector<xcb_atom_t> targetsToSave(xcb_connection_t* connection, const QMimeData& contents)
+{
+    const auto longest = static_cast<qsizetype>(xcb_get_maximum_request_length(connection)) * 4 - static_cast<qsizetype>(sizeof(xcb_change_property_request_t)) - 64;
+    std::vector<xcb_atom_t> targets;
+    int longOnes = 0;
+    for (const QString& format : contents.formats()) {
+        if (contents.data(format).size() <= longest || ++longOnes == 1)
+            targets.push_back(atomNamed(connection, format.toStdString()));
+    }
+    return longOnes > 0 ? targets : std::vector<xcb_atom_t>();
+}
+
 /// Ends a loop when a window gets the answer to a request.
 class AnswerFilter final : public QAbstractNativeEventFilter {
 public:
@@ -99,7 +115,8 @@ private:
 bool handClipboardOver(std::chrono::milliseconds patience)
 {
     const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!application || !QGuiApplication::clipboard()->ownsClipboard())
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    if (!application || !clipboard->ownsClipboard())
         return false;
     xcb_connection_t* connection = application->connection();
     const xcb_atom_t manager = atomNamed(connection, "CLIPBOARD_MANAGER");
@@ -110,13 +127,18 @@ bool handClipboardOver(std::chrono::milliseconds patience)
     QEventLoop loop;
     const AnswerFilter answer(window.name(), loop);
     // Without a list in the property the manager saves all targets. The current time will do: what is given is what the clipboard holds when the manager asks.
-    xcb_convert_selection(connection, window.name(), manager, atomNamed(connection, "SAVE_TARGETS"), atomNamed(connection, "TOLV_SAVED"), XCB_CURRENT_TIME);
+    const xcb_atom_t property = atomNamed(connection, "TOLV_SAVED");
+    if (const auto targets = targetsToSave(connection, *clipboard->mimeData()); !targets.empty())
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window.name(), property, XCB_ATOM_ATOM, 32, static_cast<std::uint32_t>(targets.size()), targets.data());
+    xcb_convert_selection(connection, window.name(), manager, atomNamed(connection, "SAVE_TARGETS"), property, XCB_CURRENT_TIME);
     xcb_flush(connection);
     QTimer::singleShot(patience, &loop, &QEventLoop::quit);
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     if (!answer.isAnswered()) {
-        writeLog("the clipboard manager did not answer: what was copied ends with the program");
-        QGuiApplication::clipboard()->clear();
+        writeLog("the clipboard manager did not answer: what was copied may end with the program");
+        // A manager may have taken the clipboard over and be waiting for the rest.
+        if (clipboard->ownsClipboard())
+            clipboard->clear();
     }
     return answer.isGranted();
 }

@@ -32,9 +32,9 @@ namespace {
 /// A clipboard manager on the tests' display, for the life of the object.
 class Manager {
 public:
-    Manager()
+    explicit Manager(const QStringList& arguments)
     {
-        m_process.start(TOLV_CLIPBOARD_MANAGER, QStringList());
+        m_process.start(TOLV_CLIPBOARD_MANAGER, arguments);
         waitUntil([this] { return m_process.canReadLine() || m_process.state() == QProcess::NotRunning; });
         m_isReady = m_process.readLine() == "ready\n";
     }
@@ -79,6 +79,12 @@ protected:
     TemporaryFolder m_folder;
 };
 
+/// With managers that ask for one type after the other and with those that ask for all at once.
+class ClipboardHandoverTo : public ClipboardHandover, public testing::WithParamInterface<const char*> {
+protected:
+    [[nodiscard]] static QStringList managerArguments() { return *GetParam() ? QStringList(GetParam()) : QStringList(); }
+};
+
 TEST_F(ClipboardHandover, WithoutManagerTheContentsEndWithTheProgram)
 {
     QGuiApplication::clipboard()->setText("before");
@@ -88,9 +94,9 @@ TEST_F(ClipboardHandover, WithoutManagerTheContentsEndWithTheProgram)
     EXPECT_EQ(pasted("text/plain"), "");
 }
 
-TEST_F(ClipboardHandover, EveryTypeOutlivesTheProgram)
+TEST_P(ClipboardHandoverTo, EveryTypeOutlivesTheProgram)
 {
-    const Manager manager;
+    const Manager manager(managerArguments());
     ASSERT_TRUE(manager.isReady());
     ASSERT_TRUE(copiesAndEnds());
     const struct {
@@ -111,9 +117,9 @@ TEST_F(ClipboardHandover, EveryTypeOutlivesTheProgram)
         EXPECT_THAT(pasted(type), StartsWith(start)) << type;
 }
 
-TEST_F(ClipboardHandover, WhatOutlivesTheProgramIsWhole)
+TEST_P(ClipboardHandoverTo, WhatOutlivesTheProgramIsWhole)
 {
-    const Manager manager;
+    const Manager manager(managerArguments());
     ASSERT_TRUE(manager.isReady());
     ASSERT_TRUE(copiesAndEnds());
     TOLV_REQUIRE_PROGRAM("pdftotext");
@@ -125,9 +131,9 @@ TEST_F(ClipboardHandover, WhatOutlivesTheProgramIsWhole)
     EXPECT_EQ(pasted("text/plain"), tabSeparatedData(exampleView({0.0, 0.0, 612.0, 396.0})->graph()->graphData()));
 }
 
-TEST_F(ClipboardHandover, ContentsLongerThanOneMessageToTheDisplayOutliveTheProgramToo)
+TEST_P(ClipboardHandoverTo, ContentsLongerThanOneMessageToTheDisplayOutliveTheProgramToo)
 {
-    const Manager manager;
+    const Manager manager(managerArguments());
     ASSERT_TRUE(manager.isReady());
     ASSERT_TRUE(copiesAndEnds({"--samples", "1000000"}));
     const std::string text = pasted("text/plain;charset=utf-8");
@@ -137,6 +143,9 @@ TEST_F(ClipboardHandover, ContentsLongerThanOneMessageToTheDisplayOutliveTheProg
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1'000'001);
     EXPECT_EQ(text.substr(text.rfind('\n', text.size() - 2)), "\n\t\t\t\t9.9999895\t0.9990001\n");
     EXPECT_EQ(pasted("application/pdf").substr(0, 5), "%PDF-");
+    EXPECT_THAT(pasted("image/svg+xml"), EndsWith("</svg>\n"));
 }
+
+INSTANTIATE_TEST_SUITE_P(Managers, ClipboardHandoverTo, testing::Values("", "--at-once"), [](const auto& each) { return std::string(*each.param ? "AtOnce" : "OneByOne"); });
 
 } // namespace

@@ -1,5 +1,6 @@
 // A clipboard manager for tests, as the ClipboardManager specification of freedesktop.org describes one: a program that ends asks it for SAVE_TARGETS; it fetches everything that the clipboard holds, takes the clipboard over and
 // answers for it. It writes "ready" when it can be asked, and a line for each clipboard saved: targets, bytes and targets that came in pieces. It ends when it is told to or when the display does.
+// With --at-once it asks for all targets in one request (MULTIPLE), as some managers do, and otherwise for one after the other.
 
 #include <xcb/xcb.h>
 
@@ -51,8 +52,9 @@ struct Delivery {
 
 class ClipboardManager {
 public:
-    explicit ClipboardManager(xcb_connection_t* connection)
+    ClipboardManager(xcb_connection_t* connection, bool asksAtOnce)
         : m_connection(connection)
+        , m_asksAtOnce(asksAtOnce)
         , m_window(xcb_generate_id(connection))
     {
         const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
@@ -145,8 +147,10 @@ private:
         std::vector<xcb_atom_t> targets = {atom("TARGETS")};
         if (request.selection == atom("CLIPBOARD_MANAGER"))
             targets.push_back(atom("SAVE_TARGETS"));
-        else
-            targets.insert(targets.end(), m_order.begin(), m_order.end());
+        for (const auto& each : m_saved) {
+            if (request.selection == atom("CLIPBOARD"))
+                targets.push_back(each.first);
+        }
         xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, request.requestor, property, XCB_ATOM_ATOM, 32, static_cast<std::uint32_t>(targets.size()), targets.data());
     }
 
@@ -156,19 +160,12 @@ private:
         std::vector<xcb_atom_t> targets = atomsIn(read(request.requestor, property, false));
         if (targets.empty())
             targets = atomsIn(fetch(atom("TARGETS")));
-        m_saved.clear();
-        m_order.clear();
+        std::erase_if(targets, [this](xcb_atom_t target) { return saysHowOnly(target); });
         m_fetchedInPieces = 0;
+        m_saved = m_asksAtOnce ? fetchAtOnce(targets) : fetchEach(targets);
         std::size_t size = 0;
-        for (const xcb_atom_t target : targets) {
-            if (saysHowOnly(target) || m_saved.count(target) > 0)
-                continue;
-            if (auto contents = fetch(target)) {
-                size += contents->bytes.size();
-                m_order.push_back(target);
-                m_saved.emplace(target, std::move(*contents));
-            }
-        }
+        for (const auto& each : m_saved)
+            size += each.second.bytes.size();
         std::printf("saved %zu targets, %zu bytes, %zu in pieces\n", m_saved.size(), size, m_fetchedInPieces);
         std::fflush(stdout);
         if (m_saved.empty())
@@ -203,25 +200,62 @@ private:
         return Contents{reply->type, reply->format, std::string(static_cast<const char*>(xcb_get_property_value(reply.get())), static_cast<std::size_t>(xcb_get_property_value_length(reply.get())))};
     }
 
-    /// What the clipboard's owner has under a target, in one piece or in many.
-    std::optional<Contents> fetch(xcb_atom_t target)
+    /// Asks the clipboard's owner for a target, which it puts into a property of this manager's window. False when it has none.
+    bool ask(xcb_atom_t target, xcb_atom_t property)
     {
-        const xcb_atom_t property = atom("SAVED");
         xcb_convert_selection(m_connection, m_window, atom("CLIPBOARD"), target, property, XCB_CURRENT_TIME);
         const Event event = waitFor([&](const xcb_generic_event_t& arrived) {
             const auto& notice = reinterpret_cast<const xcb_selection_notify_event_t&>(arrived);
             return kindOf(arrived) == XCB_SELECTION_NOTIFY && notice.selection == atom("CLIPBOARD") && notice.target == target;
         });
-        if (!event || reinterpret_cast<const xcb_selection_notify_event_t&>(*event).property == XCB_ATOM_NONE)
-            return std::nullopt;
-        forgetPieces(property);
-        auto contents = read(m_window, property, true);
-        if (contents && contents->type == atom("INCR"))
-            return fetchPieces(property);
-        return contents;
+        return event && reinterpret_cast<const xcb_selection_notify_event_t&>(*event).property != XCB_ATOM_NONE;
     }
 
-    std::optional<Contents> fetchPieces(xcb_atom_t property)
+    std::optional<Contents> fetch(xcb_atom_t target)
+    {
+        const xcb_atom_t property = atom("SAVED");
+        return ask(target, property) ? take(property) : std::nullopt;
+    }
+
+    std::map<xcb_atom_t, Contents> fetchEach(const std::vector<xcb_atom_t>& targets)
+    {
+        std::map<xcb_atom_t, Contents> fetched;
+        for (const xcb_atom_t target : targets) {
+            if (auto contents = fetch(target))
+                fetched[target] = std::move(*contents);
+        }
+        return fetched;
+    }
+
+    std::map<xcb_atom_t, Contents> fetchAtOnce(const std::vector<xcb_atom_t>& targets)
+    {
+        // Pairs of a target and the property for it; the owner replaces the property by none where it has nothing.
+        std::vector<xcb_atom_t> pairs;
+        for (const xcb_atom_t target : targets)
+            pairs.insert(pairs.end(), {target, atom("SAVED_" + std::to_string(pairs.size() / 2))});
+        const xcb_atom_t list = atom("SAVED_LIST");
+        xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_window, list, atom("ATOM_PAIR"), 32, static_cast<std::uint32_t>(pairs.size()), pairs.data());
+        if (!ask(atom("MULTIPLE"), list))
+            return {};
+        std::map<xcb_atom_t, Contents> fetched;
+        pairs = atomsIn(read(m_window, list, true));
+        for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
+            if (auto contents = pairs[i + 1] != XCB_ATOM_NONE ? take(pairs[i + 1]) : std::nullopt)
+                fetched[pairs[i]] = std::move(*contents);
+        }
+        return fetched;
+    }
+
+    /// What the clipboard's owner has put into a property, in one piece or, from when the property is deleted, in many.
+    std::optional<Contents> take(xcb_atom_t property)
+    {
+        const auto contents = read(m_window, property, false);
+        forgetPieces(property);
+        xcb_delete_property(m_connection, m_window, property);
+        return contents && contents->type == atom("INCR") ? takePieces(property) : contents;
+    }
+
+    std::optional<Contents> takePieces(xcb_atom_t property)
     {
         ++m_fetchedInPieces;
         Contents all;
@@ -288,25 +322,30 @@ private:
     }
 
     xcb_connection_t* m_connection;
+    bool m_asksAtOnce;
     xcb_window_t m_window;
     std::map<std::string, xcb_atom_t> m_atoms;
     std::deque<Event> m_postponed;
     std::map<xcb_atom_t, Contents> m_saved;
-    std::vector<xcb_atom_t> m_order;
     std::vector<Delivery> m_deliveries;
     std::size_t m_fetchedInPieces = 0;
 };
 
 } // namespace
 
-int main()
+int main(int argumentCount, char** arguments)
 {
+    const bool asksAtOnce = argumentCount == 2 && std::string_view(arguments[1]) == "--at-once";
+    if (argumentCount > 1 && !asksAtOnce) {
+        std::fputs("usage: clipboard_manager [--at-once]\n", stderr);
+        return 2;
+    }
     xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
     if (xcb_connection_has_error(connection) != 0) {
         std::fputs("clipboard_manager: there is no display; DISPLAY has to name one\n", stderr);
         return 1;
     }
-    ClipboardManager manager(connection);
+    ClipboardManager manager(connection, asksAtOnce);
     if (!manager.isManager()) {
         std::fputs("clipboard_manager: another clipboard manager runs on this display\n", stderr);
         return 1;
