@@ -267,6 +267,8 @@ void GraphWidget::paintEvent(QPaintEvent*)
         overlay.paintReadout();
     overlay.paintSelectionBox();
     overlay.paintFocus();
+    // Only now do the axes have the ticks that tell how many digits a number needs. Listeners are told when the painting is over.
+    QMetaObject::invokeMethod(this, &GraphWidget::announceReadout, Qt::QueuedConnection);
 }
 
 void GraphWidget::resizeEvent(QResizeEvent*)
@@ -298,6 +300,10 @@ void GraphWidget::finishEvent()
     updateActions();
     setCursor(cursorFor(m_interaction->pointerLook()));
     update();
+}
+
+void GraphWidget::announceReadout()
+{
     const QString text = readoutText();
     if (text == m_readout)
         return;

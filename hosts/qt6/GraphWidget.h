@@ -106,7 +106,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 signals:
-    /// The values under the pointer are other ones.
+    /// The values under the pointer are other ones. Told after they have been painted.
     void readoutChanged(const QString& text);
     /// The graph has asked for redisplay: ranges, series, markers or looks have changed. Told once for all changes between two drawings, with the first of them.
     void displayChanged();
@@ -137,8 +137,9 @@ private:
     void observeGraph();
     void stopObservingGraph();
     void redisplay();
-    /// What every pointer and key event ends with: actions, the look of the pointer and the read-out are those of the moment.
+    /// What every pointer and key event ends with: actions and the look of the pointer are those of the moment, and a paint that shows the rest is asked for.
     void finishEvent();
+    void announceReadout();
     void copy();
     void print();
     void press(GraphKey key, KeyModifiers modifiers = {});

@@ -1,5 +1,6 @@
 #include "WidgetSetup.h"
 
+#include <TOLVGraphing/axes/AdaptiveNumberFormatter.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
 #include <hosts/qt6/GraphAccessible.h>
 #include <hosts/qt6/QtServices.h>
@@ -281,7 +282,22 @@ TEST(GraphWidget, ReadOutTellsTheNearestSampleUnderThePointer)
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&shown.widget(), &leave);
     EXPECT_EQ(shown.widget().readoutText(), "");
-    EXPECT_EQ(readouts.last().first().toString(), "");
+    EXPECT_TRUE(waitUntil([&] { return readouts.last().first().toString().isEmpty(); }));
+}
+
+TEST(GraphWidget, ReadOutThatIsToldHasTheDigitsOfTheOneThatIsShown)
+{
+    ShownWidget shown;
+    const auto& axis = shown.graph().horizontalAxis();
+    axis->setTickLabelFormatter(std::make_shared<AdaptiveNumberFormatter>(axis));
+    QString told;
+    QObject::connect(&shown.widget(), &GraphWidget::readoutChanged, [&](const QString& text) { told = text; });
+    QTest::mouseMove(&shown.widget(), shown.at(3.0, 50.0));
+    for (int notch = 0; notch < 60; ++notch)
+        shown.wheel(shown.at(3.0, 50.0), 1);
+    ASSERT_TRUE(waitUntil([&] { return !told.isEmpty(); }));
+    ShownWidget::settle();
+    EXPECT_EQ(told, shown.widget().readoutText());
 }
 
 TEST(GraphWidget, ReadOutShowsBesideThePointerAndCanBeSwitchedOff)
