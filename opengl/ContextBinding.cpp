@@ -9,13 +9,13 @@ bool isNothing(const ContextBinding& binding)
     return std::holds_alternative<std::monostate>(binding);
 }
 
-bool isSameContext(const ContextBinding& one, const ContextBinding& other)
+bool isCurrent(const ContextBinding& binding)
 {
-    if (const auto* egl = std::get_if<EGLBinding>(&one))
-        return std::holds_alternative<EGLBinding>(other) && egl->isSameContext(std::get<EGLBinding>(other));
-    if (const auto* glx = std::get_if<GLXBinding>(&one))
-        return std::holds_alternative<GLXBinding>(other) && glx->isSameContext(std::get<GLXBinding>(other));
-    return isNothing(other);
+    if (const auto* egl = std::get_if<EGLBinding>(&binding))
+        return egl->isCurrent();
+    if (const auto* glx = std::get_if<GLXBinding>(&binding))
+        return glx->isCurrent();
+    return false;
 }
 
 bool makeCurrent(const ContextBinding& binding)
@@ -54,14 +54,13 @@ ContextBinding currentBinding()
     return {};
 }
 
-CurrentBindingScope::CurrentBindingScope(const ContextBinding& binding)
-    : m_binding(binding)
-    , m_former(currentBinding())
+CurrentBindingScope::CurrentBindingScope(const ContextBinding& binding) : m_binding(binding)
 {
-    if (isSameContext(m_binding, m_former)) {
-        m_isCurrent = true;
+    // The usual case costs no more than this question.
+    m_isCurrent = opengl::isCurrent(m_binding);
+    if (m_isCurrent)
         return;
-    }
+    m_former = currentBinding();
     m_isCurrent = switchBinding(m_former, m_binding);
     m_isSwitched = m_isCurrent;
     if (!m_isCurrent)

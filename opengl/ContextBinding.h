@@ -13,7 +13,8 @@ struct EGLBinding {
 
     /// What EGL has current on this thread; the context is null where nothing is.
     [[nodiscard]] static EGLBinding current();
-    [[nodiscard]] bool isSameContext(const EGLBinding& other) const { return context == other.context && display == other.display; }
+    /// The context is current on this thread, whatever its surfaces.
+    [[nodiscard]] bool isCurrent() const;
     bool makeCurrent() const;
     /// Leaves nothing current.
     void release() const;
@@ -27,7 +28,7 @@ struct GLXBinding {
     unsigned long readDrawable = 0;
 
     [[nodiscard]] static GLXBinding current();
-    [[nodiscard]] bool isSameContext(const GLXBinding& other) const { return context == other.context && display == other.display; }
+    [[nodiscard]] bool isCurrent() const;
     bool makeCurrent() const;
     void release() const;
 };

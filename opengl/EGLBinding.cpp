@@ -17,6 +17,11 @@ EGLBinding EGLBinding::current()
     return {eglGetCurrentDisplay(), context, eglGetCurrentSurface(EGL_DRAW), eglGetCurrentSurface(EGL_READ)};
 }
 
+bool EGLBinding::isCurrent() const
+{
+    return eglGetCurrentContext() == context && eglGetCurrentDisplay() == display;
+}
+
 bool EGLBinding::makeCurrent() const
 {
     if (eglMakeCurrent(display, drawSurface, readSurface, context) == EGL_TRUE)

@@ -25,6 +25,11 @@ GLXBinding GLXBinding::current()
     return {glXGetCurrentDisplay(), context, glXGetCurrentDrawable(), glXGetCurrentReadDrawable()};
 }
 
+bool GLXBinding::isCurrent() const
+{
+    return glXGetCurrentContext() == context && glXGetCurrentDisplay() == display;
+}
+
 bool GLXBinding::makeCurrent() const
 {
     return glXMakeContextCurrent(displayOf(*this), drawDrawable, readDrawable, static_cast<GLXContext>(context)) == True;

@@ -161,7 +161,7 @@ void StringTexture::deleteTexture()
     m_context = nullptr;
 }
 
-bool StringTexture::hasTexture()
+bool StringTexture::ensureTexture()
 {
     if (m_texName == 0)
         genTexture();
@@ -170,7 +170,7 @@ bool StringTexture::hasTexture()
 
 void StringTexture::drawWithBounds(const Rect& bounds)
 {
-    if (!hasTexture())
+    if (!ensureTexture())
         return;
     m_context->perform([&](OpenGLFunctions& gl) {
         gl.bindTexture(kGLTextureRectangle, m_texName);
@@ -186,7 +186,7 @@ void StringTexture::drawWithBounds(const Rect& bounds)
 
 void StringTexture::drawAtPoint(Point point)
 {
-    if (hasTexture())
+    if (ensureTexture())
         drawWithBounds({point, m_texSize});
 }
 

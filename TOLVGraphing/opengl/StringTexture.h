@@ -75,7 +75,8 @@ public:
     void drawAtPoint(Point point);
 
 private:
-    [[nodiscard]] bool hasTexture();
+    /// Makes the texture unless there is one; false where that fails.
+    [[nodiscard]] bool ensureTexture();
 
     std::shared_ptr<OpenGLContext> m_context;
     std::uint32_t m_texName = 0;

@@ -24,6 +24,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 using namespace TOLVGraphing;
@@ -92,6 +93,11 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Platforms, Scene, testing::Values(Platform::EGL, Platform::GLX), nameOf);
+
+/// What GLX does not promise.
+class SceneOfEGL : public Scene { };
+
+INSTANTIATE_TEST_SUITE_P(Platforms, SceneOfEGL, testing::Values(Platform::EGL), nameOf);
 
 TEST_P(Scene, ATextLooksAsTheImageContextDrawsIt)
 {
@@ -277,6 +283,46 @@ TEST_P(Scene, WhileAnotherContextIsCurrentCallsReachTheirOwnAndTheOtherStaysCurr
         if (own && other)
             expectCallsReachTheirOwnContext(*own, *other);
     }
+}
+
+TEST_P(SceneOfEGL, ATextureIsDeletedAlsoWhereTheSurfaceThatItWasMadeWithHasGone)
+{
+    std::string whyNot;
+    const auto own = TestContext::makeEGLWithSurface(whyNot);
+    if (!own)
+        GTEST_SKIP() << whyNot;
+    ASSERT_TRUE(own->makeCurrent());
+    auto texture = std::make_unique<StringTexture>(textOf("text"));
+    texture->genTexture();
+    const std::uint32_t name = texture->texName();
+    EXPECT_TRUE(own->isCurrent());
+    ASSERT_TRUE(m_context->makeCurrent());
+    texture->drawAtPoint({10.0, 20.0});
+    EXPECT_TRUE(m_context->isCurrent());
+    own->destroySurface();
+    texture.reset();
+    EXPECT_TRUE(m_context->isCurrent());
+    EXPECT_EQ(m_openGL.counts().deletedTextures, 1U);
+    ASSERT_TRUE(own->makeCurrent());
+    EXPECT_FALSE(glIsTexture(name));
+    ASSERT_TRUE(m_context->makeCurrent());
+}
+
+TEST_P(SceneOfEGL, AContextThatIsCurrentOnAnotherThreadIsLeftToIt)
+{
+    StringTexture texture(textOf("text"));
+    texture.genTexture();
+    std::string whyNot;
+    const auto other = TestContext::make(GetParam(), whyNot);
+    ASSERT_TRUE(other);
+    std::thread([&] {
+        EXPECT_TRUE(other->makeCurrent());
+        texture.drawAtPoint({10.0, 20.0});
+        EXPECT_TRUE(other->isCurrent());
+        releaseCurrentContext();
+    }).join();
+    EXPECT_TRUE(m_context->isCurrent());
+    EXPECT_TRUE(isBlank(m_canvas->pixels()));
 }
 
 TEST_P(Scene, TenThousandGenerationsLeaveOneTexture)

@@ -54,24 +54,32 @@ Display* privateDisplay()
 
 class EGLTestContext final : public TestContext {
 public:
-    EGLTestContext(EGLDisplay display, EGLContext context) : m_display(display), m_context(context) {}
+    EGLTestContext(EGLDisplay display, EGLContext context, EGLSurface surface) : m_display(display), m_context(context), m_surface(surface) {}
     ~EGLTestContext() override
     {
         if (isCurrent())
             releaseCurrentContext();
+        destroySurface();
         eglDestroyContext(m_display, m_context);
     }
 
     bool makeCurrent() override
     {
         releaseCurrentContext();
-        return eglMakeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, m_context) == EGL_TRUE;
+        return eglMakeCurrent(m_display, m_surface, m_surface, m_context) == EGL_TRUE;
     }
-    [[nodiscard]] bool isCurrent() const override { return eglGetCurrentContext() == m_context; }
+    [[nodiscard]] bool isCurrent() const override { return eglGetCurrentContext() == m_context && eglGetCurrentSurface(EGL_DRAW) == m_surface && eglGetCurrentSurface(EGL_READ) == m_surface; }
+    void destroySurface() override
+    {
+        if (m_surface != EGL_NO_SURFACE)
+            eglDestroySurface(m_display, m_surface);
+        m_surface = EGL_NO_SURFACE;
+    }
 
 private:
     EGLDisplay m_display;
     EGLContext m_context;
+    EGLSurface m_surface;
 };
 
 class GLXTestContext final : public TestContext {
@@ -98,7 +106,7 @@ private:
     GLXPbuffer m_buffer;
 };
 
-std::unique_ptr<TestContext> makeEGL(EGLenum api, EGLint renderable, std::string& whyNot)
+std::unique_ptr<TestContext> makeEGL(EGLenum api, EGLint renderable, bool hasSurface, std::string& whyNot)
 {
     whyNot = "EGL without a surface is not there";
     const EGLDisplay display = surfacelessDisplay();
@@ -113,7 +121,8 @@ std::unique_ptr<TestContext> makeEGL(EGLenum api, EGLint renderable, std::string
     const EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, api == EGL_OPENGL_ES_API ? version : nullptr);
     if (context == EGL_NO_CONTEXT)
         return nullptr;
-    return std::make_unique<EGLTestContext>(display, context);
+    const EGLint size[] = {EGL_WIDTH, 16, EGL_HEIGHT, 16, EGL_NONE};
+    return std::make_unique<EGLTestContext>(display, context, hasSurface ? eglCreatePbufferSurface(display, config, size) : EGL_NO_SURFACE);
 }
 
 std::unique_ptr<TestContext> makeGLX(std::string& whyNot)
@@ -140,12 +149,17 @@ std::unique_ptr<TestContext> makeGLX(std::string& whyNot)
 
 std::unique_ptr<TestContext> TestContext::make(Platform platform, std::string& whyNot)
 {
-    return platform == Platform::EGL ? makeEGL(EGL_OPENGL_API, EGL_OPENGL_BIT, whyNot) : makeGLX(whyNot);
+    return platform == Platform::EGL ? makeEGL(EGL_OPENGL_API, EGL_OPENGL_BIT, false, whyNot) : makeGLX(whyNot);
 }
 
 std::unique_ptr<TestContext> TestContext::makeES(std::string& whyNot)
 {
-    return makeEGL(EGL_OPENGL_ES_API, EGL_OPENGL_ES2_BIT, whyNot);
+    return makeEGL(EGL_OPENGL_ES_API, EGL_OPENGL_ES2_BIT, false, whyNot);
+}
+
+std::unique_ptr<TestContext> TestContext::makeEGLWithSurface(std::string& whyNot)
+{
+    return makeEGL(EGL_OPENGL_API, EGL_OPENGL_BIT, true, whyNot);
 }
 
 void releaseCurrentContext()

@@ -21,6 +21,9 @@ public:
     /// A context of OpenGL ES 2, by EGL.
     [[nodiscard]] static std::unique_ptr<TestContext> makeES(std::string& whyNot);
 
+    /// A context of EGL with a small pixel buffer.
+    [[nodiscard]] static std::unique_ptr<TestContext> makeEGLWithSurface(std::string& whyNot);
+
     virtual ~TestContext() = default;
     TestContext(const TestContext&) = delete;
     TestContext& operator=(const TestContext&) = delete;
@@ -29,6 +32,8 @@ public:
     virtual bool makeCurrent() = 0;
     /// True when it is current, with its own surfaces.
     [[nodiscard]] virtual bool isCurrent() const = 0;
+    /// Takes its surface away; it becomes current without one from now on.
+    virtual void destroySurface() { }
 
 protected:
     TestContext() = default;
