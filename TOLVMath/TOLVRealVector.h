@@ -4,11 +4,13 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace TOLVGraphing {
 
-/// An immutable vector of single-precision numbers. Slices and copies share the storage, which lives as long as any of them. Safe to read from several threads.
+/// An immutable vector of single-precision numbers. Slices and copies share the storage, which lives as long as any of them. The extremes are looked for once, when they are first asked for; copies share what was found. Safe to read from
+/// several threads.
 class TOLVRealVector final : public TOLVAxisData {
 public:
     /// Takes the numbers over without copying them.
@@ -28,12 +30,15 @@ public:
 
 private:
     using Storage = std::shared_ptr<const std::vector<float>>;
+    struct Extremes;
 
     TOLVRealVector(Storage storage, const float* components, std::size_t length);
+    bool report(const std::optional<std::size_t>& found, float* extreme, std::size_t* location) const;
 
     Storage m_storage;
     const float* m_components;
     std::size_t m_length;
+    std::shared_ptr<Extremes> m_extremes;
 };
 
 } // namespace TOLVGraphing

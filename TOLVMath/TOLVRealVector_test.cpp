@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <thread>
 #include <vector>
 
 namespace TOLVGraphing {
@@ -137,6 +138,33 @@ TEST(TOLVRealVector, ExtremesOfASliceLookAtTheSliceOnly)
     EXPECT_TRUE(slice->getMaximum(&number, &location));
     EXPECT_EQ(number, 3.0F);
     EXPECT_EQ(location, 0U);
+}
+
+TEST(TOLVRealVector, ExtremesAreTheSameFromEveryThreadAndInEveryCopy)
+{
+    const auto vector = TOLVRealVector::vectorWithComponents({2.0F, std::numeric_limits<float>::quiet_NaN(), -7.0F, 8.0F, -7.0F, 8.0F});
+    std::vector<std::thread> threads;
+    std::vector<std::size_t> locations(16);
+    for (std::size_t i = 0; i < 8; ++i) {
+        threads.emplace_back([&, i] {
+            vector->getMinimum(nullptr, &locations[2 * i]);
+            vector->copy()->getMaximum(nullptr, &locations[2 * i + 1]);
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    for (std::size_t i = 0; i < 8; ++i) {
+        EXPECT_EQ(locations[2 * i], 2U);
+        EXPECT_EQ(locations[2 * i + 1], 3U);
+    }
+    // Asked again, and where there is none.
+    float number = 0.0F;
+    EXPECT_TRUE(vector->getMinimum(&number, nullptr));
+    EXPECT_EQ(number, -7.0F);
+    const auto gaps = vector->realVectorInRange(1, 1);
+    EXPECT_FALSE(gaps->getMinimum(&number, nullptr));
+    EXPECT_FALSE(gaps->getMinimum(&number, nullptr));
+    EXPECT_EQ(number, -7.0F);
 }
 
 } // namespace

@@ -61,6 +61,11 @@ private:
         data.notes.insert(data.notes.end(), ragged.begin(), ragged.end());
         std::vector<SourceColumn> columns = columnsOf(table);
         FileSeries series = seriesOfTable(std::move(table), m_options);
+        // Found here once, so that a window that fits its ranges to them need not look through the samples.
+        for (const auto& one : series.selection.series) {
+            one.data->Y()->getMinimum(nullptr, nullptr);
+            one.data->Y()->getMaximum(nullptr, nullptr);
+        }
         for (const std::string& note : series.selection.notes)
             data.notes.push_back(path + ": " + note);
         data.sources.push_back({path, stamp, std::move(columns)});

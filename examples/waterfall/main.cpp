@@ -56,7 +56,7 @@ int main(int argumentCount, char** arguments)
     CLI::App command("Draws the cumulative spectral decay of a recording as a waterfall: in a window, or into a PNG file.", "waterfall");
     command.add_option("FILE.wav", options.recording, "The recording; its first channel is taken")->capture_default_str();
     command.add_option("-o,--output", options.output, "Write this PNG file, 2 pixels a point, instead of showing a window");
-    command.add_option("--size", options.size, "Width and height of the picture in points")->check(CLI::Range(200, 8000))->capture_default_str();
+    command.add_option("--size", options.size, "Width and height of the picture in points")->check(CLI::Range(200, 2000))->capture_default_str();
     command.add_option("--start", options.decay.start, "Where the decay begins, in seconds; found where it is not given")->check(CLI::NonNegativeNumber);
     command.add_option("--length", options.decay.length, "How long the decay is, in seconds")->check(CLI::Range(0.001, 10.0))->capture_default_str();
     command.add_option("--slices", options.decay.sliceCount, "The number of curves")->check(CLI::Range(2, 500))->capture_default_str();

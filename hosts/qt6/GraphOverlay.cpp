@@ -2,10 +2,10 @@
 
 #include <TOLVGraphing/data/TOLVMarker.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
+#include <TOLVGraphing/platform/graphics/DarkContext.h>
 #include <TOLVGraphing/views/GraphInteraction.h>
 #include <TOLVGraphing/views/TOLVGraphView.h>
 
-#include <QColor>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPalette>
@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 
 namespace TOLVGraphing {
 
@@ -28,12 +27,6 @@ constexpr double kBoxPadding = 6.0;
 /// How far the read-out stands from the line under the pointer.
 constexpr double kBoxDistance = 12.0;
 constexpr double kSwatchSize = 8.0;
-
-QColor qtColor(const std::optional<Color>& color)
-{
-    const Color shown = color.value_or(Color::blackColor()).clamped();
-    return QColor::fromRgbF(static_cast<float>(shown.redComponent()), static_cast<float>(shown.greenComponent()), static_cast<float>(shown.blueComponent()));
-}
 
 /// One line of the read-out; without a colour it has no swatch.
 struct Line {
@@ -51,12 +44,30 @@ double widthOf(const std::vector<Line>& lines, const QFontMetricsF& metrics)
 
 } // namespace
 
-GraphOverlay::GraphOverlay(QPainter& painter, const QWidget& widget, const GraphInteraction& interaction, const Rect& dataRect)
+GraphOverlay::GraphOverlay(QPainter& painter, const QWidget& widget, const GraphInteraction& interaction, const Rect& dataRect, bool isDark)
     : m_painter(painter)
     , m_widget(widget)
     , m_interaction(interaction)
     , m_dataRect(dataRect)
+    , m_isDark(isDark)
 {
+}
+
+QColor GraphOverlay::groundColor() const
+{
+    return m_isDark ? QColor(52, 52, 52) : QColor(255, 255, 255);
+}
+
+QColor GraphOverlay::inkColor() const
+{
+    return m_isDark ? QColor(235, 235, 235) : QColor(20, 20, 20);
+}
+
+QColor GraphOverlay::shownColor(const std::optional<Color>& color) const
+{
+    const Color ink = color.value_or(Color::blackColor()).clamped();
+    const Color shown = m_isDark ? colorOnDarkGround(ink, darkBackgroundColor()) : ink;
+    return QColor::fromRgbF(static_cast<float>(shown.redComponent()), static_cast<float>(shown.greenComponent()), static_cast<float>(shown.blueComponent()));
 }
 
 double GraphOverlay::widgetY(double y) const
@@ -101,19 +112,21 @@ void GraphOverlay::paintReadout()
     const TOLVGraph& graph = *view->graph();
     const auto series = graph.graphData();
     const auto pointer = static_cast<double>(graph.XForValue(*value, view->bounds()));
-    m_painter.setPen(QPen(m_widget.palette().color(QPalette::PlaceholderText), 1.0, Qt::DotLine));
+    QColor faint = inkColor();
+    faint.setAlphaF(0.6F);
+    m_painter.setPen(QPen(faint, 1.0, Qt::DotLine));
     m_painter.drawLine(QPointF(pointer, widgetY(m_dataRect.maxY())), QPointF(pointer, widgetY(m_dataRect.y())));
 
     std::vector<Line> lines{{QString::fromStdString(m_interaction.abscissaText()), std::nullopt}};
     m_painter.setRenderHint(QPainter::Antialiasing);
     for (const SampleReadout& sample : samples) {
-        const QColor color = qtColor(series[sample.series]->color());
+        const QColor color = shownColor(series[sample.series]->color());
         if (lines.size() <= kMostLines)
             lines.push_back({QString::fromStdString(m_interaction.ordinateText(sample)), color});
         const bool isVisible = sample.position.x >= m_dataRect.x() && sample.position.x <= m_dataRect.maxX() && sample.position.y >= m_dataRect.y() && sample.position.y <= m_dataRect.maxY();
         if (!isVisible)
             continue;
-        m_painter.setPen(QPen(m_widget.palette().color(QPalette::Base), 1.0));
+        m_painter.setPen(QPen(groundColor(), 1.0));
         m_painter.setBrush(color);
         m_painter.drawEllipse(QPointF(sample.position.x, widgetY(sample.position.y)), kDotRadius, kDotRadius);
     }
@@ -128,9 +141,9 @@ void GraphOverlay::paintReadout()
     const bool isOnRight = pointer - m_dataRect.x() < m_dataRect.width() * 0.5;
     const double left = isOnRight ? pointer + kBoxDistance : pointer - kBoxDistance - width;
     const QRectF box(left, widgetY(m_dataRect.maxY()) + kBoxDistance, width, height);
-    QColor ground = m_widget.palette().color(QPalette::ToolTipBase);
+    QColor ground = groundColor();
     ground.setAlphaF(0.92F);
-    m_painter.setPen(QPen(m_widget.palette().color(QPalette::Mid), 1.0));
+    m_painter.setPen(QPen(faint, 1.0));
     m_painter.setBrush(ground);
     m_painter.drawRoundedRect(box, 3.0, 3.0);
     double top = box.top() + kBoxPadding;
@@ -142,7 +155,7 @@ void GraphOverlay::paintReadout()
             m_painter.drawRect(QRectF(x, top + (lineHeight - kSwatchSize) * 0.5, kSwatchSize, kSwatchSize));
             x += kSwatchSize + kBoxPadding;
         }
-        m_painter.setPen(m_widget.palette().color(QPalette::ToolTipText));
+        m_painter.setPen(inkColor());
         m_painter.drawText(QPointF(x, top + metrics.ascent()), line.text);
         top += lineHeight;
     }

@@ -1,6 +1,11 @@
 #pragma once
 
 #include <TOLVGraphing/platform/geometry/Rect.h>
+#include <TOLVGraphing/platform/graphics/Color.h>
+
+#include <QColor>
+
+#include <optional>
 
 class QPainter;
 class QWidget;
@@ -13,8 +18,8 @@ class GraphInteraction;
 /// keyboard.
 class GraphOverlay {
 public:
-    /// Paints for the widget, whose colours and font it takes; `dataRect` is the graph's data area in the view's coordinates.
-    GraphOverlay(QPainter& painter, const QWidget& widget, const GraphInteraction& interaction, const Rect& dataRect);
+    /// Paints for the widget, whose font and highlight colour it takes; `dataRect` is the graph's data area in the view's coordinates. Light on dark with `isDark`, whatever the widget's palette.
+    GraphOverlay(QPainter& painter, const QWidget& widget, const GraphInteraction& interaction, const Rect& dataRect, bool isDark);
 
     void paintSelectedMarker();
     void paintSelectionBox();
@@ -23,11 +28,15 @@ public:
 
 private:
     [[nodiscard]] double widgetY(double y) const;
+    [[nodiscard]] QColor groundColor() const;
+    [[nodiscard]] QColor inkColor() const;
+    [[nodiscard]] QColor shownColor(const std::optional<Color>& color) const;
 
     QPainter& m_painter;
     const QWidget& m_widget;
     const GraphInteraction& m_interaction;
     Rect m_dataRect;
+    bool m_isDark;
 };
 
 } // namespace TOLVGraphing

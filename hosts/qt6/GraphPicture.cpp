@@ -32,9 +32,14 @@ void draw(TOLVGraphView& view, const GraphPicture::Target& target, DrawingContex
 
 } // namespace
 
+bool GraphPicture::needsUpdate(const TOLVGraphView& view, const Target& target) const
+{
+    return !m_isValid || target != m_target || view.needsDisplay();
+}
+
 bool GraphPicture::update(TOLVGraphView& view, const Target& target)
 {
-    if (m_isValid && target == m_target && !view.needsDisplay())
+    if (!needsUpdate(view, target))
         return false;
     if (m_image.size() != target.size)
         m_image = QImage(target.size, QImage::Format_ARGB32_Premultiplied);

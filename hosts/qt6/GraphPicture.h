@@ -24,6 +24,8 @@ public:
         friend bool operator==(const Target&, const Target&) = default;
     };
 
+    /// The next update draws: the view asks for it, or the target is another one than last time.
+    [[nodiscard]] bool needsUpdate(const TOLVGraphView& view, const Target& target) const;
     /// Draws the view if it asks for it or the target is another one than last time. True when it was drawn. A view that cannot be drawn for want of memory leaves an empty image.
     bool update(TOLVGraphView& view, const Target& target);
     /// Clear where the view draws no background.

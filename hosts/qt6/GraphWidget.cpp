@@ -17,6 +17,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -133,6 +134,8 @@ void GraphWidget::initialize()
 void GraphWidget::setGraph(const std::shared_ptr<TOLVGraph>& graph)
 {
     m_view->setGraph(graph);
+    // What was selected or dragged was the former graph's.
+    m_interaction = std::make_unique<GraphInteraction>(m_view);
     observeGraph();
     updateActions();
 }
@@ -150,7 +153,11 @@ void GraphWidget::observeGraph()
         // Of several requests for redisplay only the first is told, and markers may have come with a later one.
         updateActions();
     });
-    m_markersToken = m_observedGraph->addObserver("markers", [this](const PropertyChange&) { emit markersChanged(); });
+    m_markersToken = m_observedGraph->addObserver("markers", [this](const PropertyChange&) {
+        forgetRemovedMarker();
+        updateActions();
+        emit markersChanged();
+    });
 }
 
 void GraphWidget::stopObservingGraph()
@@ -215,6 +222,9 @@ QSize GraphWidget::minimumSizeHint() const
 
 void GraphWidget::redisplay()
 {
+    // What is prepared for a drawing asks for no other one.
+    if (m_isPreparing)
+        return;
     update();
     updateActions();
     emit displayChanged();
@@ -229,9 +239,16 @@ void GraphWidget::paintEvent(QPaintEvent*)
     const QSize size(static_cast<int>(std::round(corner.x() + width() * ratio) - start.x()), static_cast<int>(std::round(corner.y() + height() * ratio) - start.y()));
     QPainter painter(this);
     try {
-        if (m_picture->update(*m_view, {size, ratio, isDark()}))
+        const GraphPicture::Target target{size, ratio, isDark()};
+        if (m_prepare && m_picture->needsUpdate(*m_view, target)) {
+            const QScopedValueRollback preparing(m_isPreparing, true);
+            m_prepare();
+        }
+        if (m_picture->update(*m_view, target))
             ++m_drawCount;
     } catch (const std::exception& problem) {
+        // The request that was not carried out must not keep the next one from coming.
+        m_view->setRedisplayHandler([this] { redisplay(); });
         painter.fillRect(rect(), palette().base());
         painter.setPen(palette().color(QPalette::Text));
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, QString::fromStdString(problem.what()));
@@ -244,7 +261,7 @@ void GraphWidget::paintEvent(QPaintEvent*)
     painter.restore();
 
     const auto shown = graph();
-    GraphOverlay overlay(painter, *this, *m_interaction, shown ? shown->dataRectInRect(m_view->bounds()) : Rect());
+    GraphOverlay overlay(painter, *this, *m_interaction, shown ? shown->dataRectInRect(m_view->bounds()) : Rect(), isDark());
     overlay.paintSelectedMarker();
     if (m_showsReadout)
         overlay.paintReadout();
@@ -378,16 +395,25 @@ std::optional<GraphKey> GraphWidget::graphKey(const QKeyEvent& event)
     }
 }
 
+bool GraphWidget::answerKey(GraphKey key, KeyModifiers modifiers)
+{
+    const bool fitsBoth = key == GraphKey::Fit && !modifiers.shift && !modifiers.control;
+    if (!fitsBoth || !m_fit)
+        return m_interaction->keyPressed(key, modifiers);
+    m_fit();
+    return true;
+}
+
 void GraphWidget::press(GraphKey key, KeyModifiers modifiers)
 {
-    m_interaction->keyPressed(key, modifiers);
+    answerKey(key, modifiers);
     finishEvent();
 }
 
 void GraphWidget::keyPressEvent(QKeyEvent* event)
 {
     const auto key = graphKey(*event);
-    if (!key || !m_interaction->keyPressed(*key, modifiersOf(event->modifiers()))) {
+    if (!key || !answerKey(*key, modifiersOf(event->modifiers()))) {
         QWidget::keyPressEvent(event);
         return;
     }
@@ -414,6 +440,43 @@ void GraphWidget::focusInEvent(QFocusEvent*)
 void GraphWidget::focusOutEvent(QFocusEvent*)
 {
     m_view->resignFirstResponder();
+}
+
+// The selected marker.
+
+std::shared_ptr<TOLVMarker> GraphWidget::selectedMarker() const
+{
+    return m_interaction->selectedMarker();
+}
+
+void GraphWidget::selectMarker(std::size_t index)
+{
+    const auto shown = graph();
+    if (!shown || index >= shown->markers().size())
+        return;
+    // The markers are selected in turn, so that one comes up within as many steps as there are.
+    const auto wanted = shown->markers()[index];
+    for (std::size_t step = 0; step < shown->markers().size() && m_interaction->selectedMarker() != wanted; ++step)
+        m_interaction->keyPressed(GraphKey::NextMarker, {});
+    updateActions();
+    update();
+}
+
+void GraphWidget::forgetRemovedMarker()
+{
+    const auto& markers = m_observedGraph->markers();
+    const auto selected = m_interaction->selectedMarker();
+    // Without a drag there is only the selection to cancel; a marker that was dragged is replaced when the drag is over.
+    if (selected && std::find(markers.begin(), markers.end(), selected) == markers.end())
+        m_interaction->keyPressed(GraphKey::Cancel, {});
+}
+
+void GraphWidget::announceSelection()
+{
+    if (m_interaction->selectedMarker() == m_announcedMarker)
+        return;
+    m_announcedMarker = m_interaction->selectedMarker();
+    emit selectedMarkerChanged();
 }
 
 // Commands.
@@ -452,6 +515,7 @@ void GraphWidget::updateActions()
     m_actions[GraphCommand::NextMarker]->setEnabled(hasMarkers);
     m_actions[GraphCommand::PreviousMarker]->setEnabled(hasMarkers);
     m_actions[GraphCommand::DeleteMarker]->setEnabled(m_interaction->selectedMarker() != nullptr);
+    announceSelection();
 }
 
 void GraphWidget::carryOut(GraphCommand command)

@@ -8,7 +8,9 @@
 #include <QString>
 #include <QWidget>
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -80,9 +82,21 @@ public:
     [[nodiscard]] const PrintInfo& printInfo() const { return m_printInfo; }
     void setPrintInfo(const PrintInfo& printInfo) { m_printInfo = printInfo; }
 
+    /// Called before each drawing of the graph (not for what lies above it), so that a host can lay out what depends on the visible ranges and the size. It may change the graph; what it throws is shown in place of the graph.
+    void setPreparation(std::function<void()> prepare) { m_prepare = std::move(prepare); }
+    /// Shows all data when the user asks for both axes, in place of the interaction's fit; an empty one brings that back.
+    void setFitting(std::function<void()> fit) { m_fit = std::move(fit); }
+
+    /// The marker that keys go to; null for none.
+    [[nodiscard]] std::shared_ptr<TOLVMarker> selectedMarker() const;
+    /// Selects the marker at this place of the graph's list; none there does nothing.
+    void selectMarker(std::size_t index);
+
     /// Enabled while the command can be carried out; the widget's own, with text and standard shortcuts that hold while the widget has the keyboard.
     [[nodiscard]] QAction* action(GraphCommand command) const;
     void carryOut(GraphCommand command);
+    /// Enables the actions anew. Only after what the graph does not announce, such as an undo step of the host's own.
+    void updateActions();
     /// The values under the pointer as text, empty while it is elsewhere.
     [[nodiscard]] QString readoutText() const;
     /// How often the graph has been drawn. For tests and benchmarks.
@@ -94,10 +108,12 @@ public:
 signals:
     /// The values under the pointer are other ones.
     void readoutChanged(const QString& text);
-    /// The graph has asked for redisplay: ranges, series, markers or looks have changed.
+    /// The graph has asked for redisplay: ranges, series, markers or looks have changed. Told once for all changes between two drawings, with the first of them.
     void displayChanged();
     /// A marker was placed, moved or removed, or such an edit was undone.
     void markersChanged();
+    /// Another marker is selected, or none.
+    void selectedMarkerChanged();
 
 protected:
     bool event(QEvent* event) override;
@@ -121,12 +137,14 @@ private:
     void observeGraph();
     void stopObservingGraph();
     void redisplay();
-    void updateActions();
     /// What every pointer and key event ends with: actions, the look of the pointer and the read-out are those of the moment.
     void finishEvent();
     void copy();
     void print();
     void press(GraphKey key, KeyModifiers modifiers = {});
+    bool answerKey(GraphKey key, KeyModifiers modifiers);
+    void announceSelection();
+    void forgetRemovedMarker();
     void showMenu(const QPoint& globalPosition);
     [[nodiscard]] Point pointInView(const QPointF& position) const;
     [[nodiscard]] static std::optional<GraphKey> graphKey(const QKeyEvent& event);
@@ -144,6 +162,10 @@ private:
     QPointF m_secondaryPress;
     bool m_showsReadout = true;
     std::uint64_t m_drawCount = 0;
+    std::function<void()> m_prepare;
+    std::function<void()> m_fit;
+    bool m_isPreparing = false;
+    std::shared_ptr<TOLVMarker> m_announcedMarker;
 };
 
 } // namespace TOLVGraphing

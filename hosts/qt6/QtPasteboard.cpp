@@ -1,5 +1,7 @@
 #include "QtPasteboard.h"
 
+#include "ClipboardHandover.h"
+
 #include <TOLVGraphing/platform/foundation/Log.h>
 
 #include <QByteArray>
@@ -10,6 +12,7 @@
 #include <QVariant>
 
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <utility>
 
@@ -19,6 +22,8 @@ namespace {
 
 /// The name under which toolkits look for text.
 constexpr const char* kPlainText = "text/plain";
+/// How long the end of the program waits for a clipboard manager: enough for tens of megabytes on a slow machine.
+constexpr std::chrono::seconds kHandoverPatience(10);
 
 /// Contents as the clipboard passes them on: each type's bytes when they are asked for.
 class GraphMimeData final : public QMimeData {
@@ -92,7 +97,10 @@ void QtPasteboard::finish()
     QClipboard* clipboard = QGuiApplication::clipboard();
     if (!m_contents || !clipboard)
         return;
-    clipboard->setMimeData(new GraphMimeData(std::exchange(m_contents, nullptr)));
+    auto* contents = new GraphMimeData(std::exchange(m_contents, nullptr));
+    // The clipboard deletes the contents when others take their place, and the connection goes with them.
+    QObject::connect(qGuiApp, &QCoreApplication::aboutToQuit, contents, [] { handClipboardOver(kHandoverPatience); });
+    clipboard->setMimeData(contents);
 }
 
 } // namespace TOLVGraphing

@@ -10,7 +10,7 @@
 namespace TOLVGraphing {
 
 /// The application's clipboard. Contents are collected and go to the clipboard as a whole when they are finished; data that a provider makes are made when another program asks for them, in the thread of the application.
-/// Where a clipboard manager runs, the contents outlive the program, which hands all of them over at its end.
+/// Where a clipboard manager runs, the contents outlive the program, which hands all of them over when the application is about to quit.
 class QtPasteboard final : public Pasteboard {
 public:
     void declareTypes(const std::vector<std::string>& types) override;

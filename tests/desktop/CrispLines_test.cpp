@@ -43,7 +43,7 @@ std::shared_ptr<TOLVGraph> graphWith(std::vector<float> x, std::vector<float> y)
 {
     auto graph = TOLVGraph::graph();
     graph->setMajorLineStyle(TOLVLineStyle::solidLineWithColor(Color(1.0, 0.0, 0.0), 1.0));
-    graph->setMinorLineStyle(TOLVLineStyle::solidLineWithColor(Color(0.0, 0.0, 1.0), 0.5));
+    graph->setMinorLineStyle(TOLVLineStyle::solidLineWithColor(Color(0.0, 0.0, 1.0), 1.0));
     graph->addGraphData(TOLVGraphData::graphDataWithX(samples(std::move(x)), samples(std::move(y)), kSeries));
     graph->setExtents(graph->extentsFittingGraphData());
     return graph;

@@ -1,5 +1,6 @@
 // What another program gets from the clipboard: each type is fetched by xclip, a process of its own, and read by a program that has nothing to do with this library.
 
+#include "Pasting.h"
 #include "WidgetSetup.h"
 
 #include <TOLVGraphing/graph/TOLVGraph.h>
@@ -17,7 +18,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
-#include <QProcess>
 #include <QSettings>
 #include <QTest>
 
@@ -35,26 +35,6 @@ using testing::HasSubstr;
 using testing::IsSupersetOf;
 
 namespace {
-
-/// What xclip prints when it is asked for a type, while this program goes on answering. Empty when there is nothing of the type.
-std::string pasted(const char* type)
-{
-    QProcess xclip;
-    xclip.start("xclip", {"-selection", "clipboard", "-out", "-target", type});
-    if (!waitUntil([&] { return xclip.state() == QProcess::NotRunning; }))
-        xclip.kill();
-    return xclip.readAllStandardOutput().toStdString();
-}
-
-std::vector<std::string> linesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    for (const QByteArray& line : QByteArray::fromStdString(text).split('\n')) {
-        if (!line.isEmpty())
-            lines.push_back(line.toStdString());
-    }
-    return lines;
-}
 
 /// The example's graph in a widget of 612 by 396 points, copied by its action.
 class Clipboard : public testing::Test {

@@ -295,6 +295,12 @@ void PixelAlignedContext::setLineWidth(double width)
     m_state.lineWidth = width;
 }
 
+void PixelAlignedContext::setStrokeColor(const std::optional<Color>& color)
+{
+    m_state.strokeColor = color;
+    ForwardingContext::setStrokeColor(color);
+}
+
 void PixelAlignedContext::setLineCap(LineCap cap)
 {
     target().setLineCap(cap);
@@ -330,6 +336,10 @@ void PixelAlignedContext::drawStrokedPath(const Path& path)
     }
     const GraphicsStateSaver saver(target());
     target().setLineWidth(alignedWidth);
+    if (width < 1.0) {
+        const Color color = m_state.strokeColor.value_or(Color::blackColor());
+        target().setStrokeColor(color.colorWithAlphaComponent(color.alphaComponent() * width));
+    }
     target().drawStrokedPath(aligned);
 }
 

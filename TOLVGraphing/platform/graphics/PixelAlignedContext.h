@@ -2,13 +2,15 @@
 
 #include "ForwardingContext.h"
 
+#include <optional>
 #include <vector>
 
 namespace TOLVGraphing {
 
 /// Hands a drawing on to a context of pixels and puts straight lines and rectangles on the grid of these, so that they are not blurred at any ratio of pixels to points.
 ///
-/// - Strokes of paths whose every segment is horizontal or vertical: the line becomes a whole number of pixels wide (the nearest, at least one) and its edges lie on edges of pixels. The open ends of a line go to the nearest
+/// - Strokes of paths whose every segment is horizontal or vertical: the line becomes a whole number of pixels wide (the nearest, at least one) and its edges lie on edges of pixels. A line thinner than a pixel is as much fainter
+///   as it becomes wider, so that it keeps its weight beside others. The open ends of a line go to the nearest
 ///   edges of pixels; a line so short that both would be the same keeps its length. Dashes keep their lengths. Both directions have to be scaled alike.
 /// - Fills of a single upright rectangle: each edge goes to the nearest edge of pixels, and what has an area keeps at least one pixel in either direction.
 /// - Clips to a single upright rectangle with an area grow outwards to whole pixels.
@@ -28,6 +30,7 @@ public:
     void restoreState() override;
     void concatenateTransform(const AffineTransform& transform) override;
     void clipToPath(const Path& path, FillRule rule) override;
+    void setStrokeColor(const std::optional<Color>& color) override;
     void setLineWidth(double width) override;
     void setLineCap(LineCap cap) override;
     void drawFilledPath(const Path& path, FillRule rule) override;
@@ -38,6 +41,7 @@ private:
     struct State {
         /// To pixels, y growing upwards.
         AffineTransform toPixels;
+        std::optional<Color> strokeColor;
         double lineWidth = 1.0;
         LineCap cap = LineCap::Butt;
     };

@@ -62,38 +62,56 @@ TEST(PixelAlignedContext, LinesAreAWholeNumberOfPixelsWideAndLieBetweenTheirEdge
         /// In points; nothing where it stays.
         const char* alignedWidth;
         const char* alignedY;
+        /// What keeps the weight of a line thinner than a pixel; nothing for others.
+        const char* alpha = nullptr;
     };
     // The line's place in pixels is y times the ratio: half pixels for odd widths, whole ones for even widths.
     const Case cases[] = {
         {1.0, 1.0, 10.5, nullptr, "10.5"},
         {1.0, 1.0, 10.0, nullptr, "10.5"},
         {1.0, 1.0, 10.9, nullptr, "10.5"},
-        {1.0, 0.5, 10.5, "1", "10.5"},
+        {1.0, 0.5, 10.5, "1", "10.5", "0.5"},
         {1.0, 2.0, 10.4, nullptr, "10"},
         {1.0, 2.0, 10.5, nullptr, "11"},
         {1.0, 2.5, 10.5, "3", "10.5"},
         {1.25, 1.0, 10.5, "0.8", "10.8"},  // 13.125 -> 13.5
-        {1.25, 0.5, 10.0, "0.8", "10"},    // 12.5
+        {1.25, 0.5, 10.0, "0.8", "10", "0.625"}, // 12.5
         {1.25, 2.0, 10.5, "2.4", "10.8"},  // 3 wide
         {1.25, 1.5, 10.5, "1.6", "10.4"},  // 1.875 -> 2 wide, 13.125 -> 13
         {1.5, 1.0, 10.5, "1.3333333333333333", "10.666666666666666"}, // 1.5 -> 2 wide, 15.75 -> 16
-        {1.5, 0.5, 10.5, "0.6666666666666666", "10.333333333333334"}, // 1 wide, 15.75 -> 15.5
+        {1.5, 0.5, 10.5, "0.6666666666666666", "10.333333333333334", "0.75"}, // 1 wide, 15.75 -> 15.5
         {2.0, 1.0, 10.5, nullptr, "10.5"}, // 2 wide at 21
         {2.0, 1.0, 10.3, nullptr, "10.5"}, // 20.6 -> 21
         {2.0, 0.5, 10.5, nullptr, "10.75"}, // 1 wide, 21 -> 21.5
         {3.0, 1.0, 10.5, nullptr, "10.5"}, // 3 wide at 31.5
         {3.0, 0.5, 10.5, "0.6666666666666666", "10.666666666666666"}, // 1.5 -> 2 wide, 31.5 -> 32
-        {0.5, 1.0, 10.5, "2", "11"},       // 1 pixel, 5.25 -> 5.5
+        {0.5, 1.0, 10.5, "2", "11", "0.5"}, // 1 pixel, 5.25 -> 5.5
     };
     for (const Case& c : cases) {
         const std::string stroke = std::string("stroke M 0 ") + c.alignedY + " L 40 " + c.alignedY;
         Lines expected{callsAt(1.0, [&](DrawingContext& context) { context.setLineWidth(c.width); }).front()};
         if (c.alignedWidth)
-            expected.insert(expected.end(), {"save", std::string("lineWidth ") + c.alignedWidth, stroke, "restore"});
-        else
-            expected.push_back(stroke);
+            expected.insert(expected.end(), {"save", std::string("lineWidth ") + c.alignedWidth});
+        if (c.alpha)
+            expected.push_back(std::string("strokeColor (0, 0, 0, ") + c.alpha + ")");
+        expected.push_back(stroke);
+        if (c.alignedWidth)
+            expected.emplace_back("restore");
         EXPECT_EQ(strokesAt(c.ratio, c.width, lineFrom({0.0, c.y}, {40.0, c.y})), expected) << c.ratio << " " << c.width << " " << c.y;
     }
+}
+
+TEST(PixelAlignedContext, ThinLinesAreFainterByTheColourOfTheState)
+{
+    const auto calls = callsAt(1.0, [](DrawingContext& context) {
+        context.setLineWidth(0.25);
+        context.setStrokeColor(Color(1.0, 0.0, 0.0, 0.5));
+        context.saveState();
+        context.setStrokeColor(Color(0.0, 0.0, 1.0));
+        context.restoreState();
+        context.drawStrokedPath(lineFrom({0.0, 10.5}, {40.0, 10.5}));
+    });
+    EXPECT_EQ(Lines(calls.end() - 5, calls.end()), (Lines{"save", "lineWidth 1", "strokeColor (1, 0, 0, 0.125)", "stroke M 0 10.5 L 40 10.5", "restore"}));
 }
 
 TEST(PixelAlignedContext, UprightLinesAreAlignedLikeLyingOnes)
