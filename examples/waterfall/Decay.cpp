@@ -96,11 +96,9 @@ double meanPower(const std::vector<double>& powers, double step)
     return sum / static_cast<double>(end - first + 1);
 }
 
-} // namespace
-
-Decay cumulativeDecay(std::span<const float> samples, double sampleRate, const DecaySettings& settings)
+/// Throws where there is nothing to take apart.
+void requireDecay(std::span<const float> samples, double sampleRate, const DecaySettings& settings, std::size_t windowLength)
 {
-    const auto windowLength = static_cast<std::size_t>(settings.window * sampleRate);
     if (windowLength < 2 || samples.size() < windowLength)
         throw std::runtime_error("the recording is too short: " + std::to_string(settings.window) + " s are needed at least");
     if (!(settings.lowest > 0.0 && settings.lowest < std::min(settings.highest, sampleRate / 2.0)))
@@ -108,24 +106,49 @@ Decay cumulativeDecay(std::span<const float> samples, double sampleRate, const D
     const double loudness = power(samples);
     if (!std::isfinite(loudness) || loudness < kSilence)
         throw std::runtime_error("the recording is silent or has samples that are no numbers");
-    Decay decay;
-    const double highest = std::min(settings.highest, sampleRate / 2.0);
-    const double octaves = std::log2(highest / settings.lowest);
+}
+
+/// The sample that the first slice begins with.
+std::size_t firstSample(std::span<const float> samples, double sampleRate, const DecaySettings& settings, std::size_t windowLength)
+{
+    const std::size_t last = samples.size() - windowLength;
+    if (!settings.start)
+        return std::min(startOfDecay(samples, sampleRate), last);
+    const double first = *settings.start * sampleRate;
+    if (!(first >= 0.0 && first <= static_cast<double>(last)))
+        throw std::runtime_error("the decay cannot begin at " + std::to_string(*settings.start) + " s: expected 0 to " + std::to_string(static_cast<double>(last) / sampleRate) + " s");
+    return static_cast<std::size_t>(first);
+}
+
+std::vector<float> equallySpacedFrequencies(double lowest, double highest)
+{
+    const double octaves = std::log2(highest / lowest);
     const auto steps = std::max<std::size_t>(static_cast<std::size_t>(std::ceil(octaves * kPointsPerOctave)), 1);
+    std::vector<float> frequencies;
     for (std::size_t i = 0; i <= steps; ++i)
-        decay.frequencies.push_back(static_cast<float>(settings.lowest * std::exp2(octaves * static_cast<double>(i) / static_cast<double>(steps))));
-    const std::size_t start = settings.start ? static_cast<std::size_t>(std::max(*settings.start, 0.0) * sampleRate) : startOfDecay(samples, sampleRate);
+        frequencies.push_back(static_cast<float>(lowest * std::exp2(octaves * static_cast<double>(i) / static_cast<double>(steps))));
+    return frequencies;
+}
+
+} // namespace
+
+Decay cumulativeDecay(std::span<const float> samples, double sampleRate, const DecaySettings& settings)
+{
+    const auto windowLength = static_cast<std::size_t>(settings.window * sampleRate);
+    requireDecay(samples, sampleRate, settings, windowLength);
+    const std::size_t start = firstSample(samples, sampleRate, settings, windowLength);
+    Decay decay{equallySpacedFrequencies(settings.lowest, std::min(settings.highest, sampleRate / 2.0)), {}};
     double reference = kSilence;
     for (std::size_t i = 0; i < settings.sliceCount; ++i) {
         const double time = settings.length * static_cast<double>(i) / static_cast<double>(std::max<std::size_t>(settings.sliceCount - 1, 1));
         const auto powers = powersFrom(samples, start + static_cast<std::size_t>(time * sampleRate), windowLength);
         const double stepsPerHertz = static_cast<double>((powers.size() - 1) * 2) / sampleRate;
-        DecaySlice slice{time * 1000.0, {}};
         std::vector<double> means;
         for (const float frequency : decay.frequencies)
             means.push_back(meanPower(powers, static_cast<double>(frequency) * stepsPerHertz));
         if (i == 0)
             reference = std::max(*std::max_element(means.begin(), means.end()), kSilence);
+        DecaySlice slice{time * 1000.0, {}};
         for (const double mean : means)
             slice.levels.push_back(static_cast<float>(10.0 * std::log10(std::max(mean / reference, kSilence))));
         decay.slices.push_back(std::move(slice));

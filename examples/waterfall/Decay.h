@@ -7,7 +7,8 @@
 
 /// How a recording is taken apart.
 struct DecaySettings {
-    /// Where the decay begins, in seconds. Where absent, it is the end of the last 20 ms whose level is within 12 dB of the loudest.
+    /// Where the decay begins, in seconds. Where absent, it is the end of the last 20 ms whose level is within 12 dB of the loudest, but
+    /// a window before the end of the recording at the latest.
     std::optional<double> start;
     /// From the first slice to the last, in seconds.
     double length = 0.16;
@@ -34,5 +35,5 @@ struct Decay {
     std::vector<DecaySlice> slices;
 };
 
-/// Throws std::runtime_error for a recording that is shorter than a window, silent or not finite, and for frequencies that it cannot have.
+/// Throws std::runtime_error for a recording that is shorter than a window, silent or not finite, and for a start and frequencies that it cannot have.
 [[nodiscard]] Decay cumulativeDecay(std::span<const float> samples, double sampleRate, const DecaySettings& settings);

@@ -308,6 +308,7 @@ void WaterfallScene::drawLabel(StringTexture& texture, Point place, Label::Ancho
         corner.y = place.y - size.height;
     else
         corner.y = place.y;
+    corner.x = std::min(corner.x, m_width - size.width - 4.0 * m_layout.pixelsPerPoint);
     // On whole pixels the letters are as sharp as on paper.
     texture.drawAtPoint({std::round(corner.x), std::round(corner.y)});
 }

@@ -103,6 +103,19 @@ TEST(WaterfallDecay, BeginsBehindTheLastLoudPart)
     EXPECT_EQ(found.slices.front().levels, expected.slices.front().levels);
 }
 
+TEST(WaterfallDecay, ARecordingThatIsLoudToItsEndBeginsAWindowBeforeThat)
+{
+    const std::vector<float> samples = decayingTone(1000.0, 0.0);
+    DecaySettings automatic;
+    DecaySettings given;
+    given.start = 0.6 - given.window;
+    EXPECT_EQ(cumulativeDecay(samples, kSampleRate, automatic).slices.front().levels, cumulativeDecay(samples, kSampleRate, given).slices.front().levels);
+    for (const double start : {0.6 - given.window + 0.001, -0.001, 1e30}) {
+        given.start = start;
+        EXPECT_THROW((void)cumulativeDecay(samples, kSampleRate, given), std::runtime_error) << start;
+    }
+}
+
 TEST(WaterfallDecay, RecordingsThatHaveNoneAreRefused)
 {
     const float kNaN = std::numeric_limits<float>::quiet_NaN();

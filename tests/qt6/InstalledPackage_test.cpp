@@ -75,10 +75,16 @@ TEST(InstalledPackage, OpenGLComponentStandsOnTheCoreAlone)
     folder.write("main.cpp",
         "#include <TOLVGraphing/opengl/StringTexture.h>\n"
         "#include <opengl/EpoxyOpenGLSystem.h>\n"
+        "#include <fstream>\n"
         "int main()\n"
         "{\n"
         "    TOLVGraphing::installEpoxyOpenGLSystem();\n"
         "    TOLVGraphing::StringTexture(TOLVGraphing::AttributedString(\"text\")).drawAtPoint({});\n"
+        "    std::ifstream maps(\"/proc/self/maps\");\n"
+        "    for (std::string line; std::getline(maps, line);) {\n"
+        "        if (line.find(\"libEGL\") != std::string::npos || line.find(\"libGL\") != std::string::npos)\n"
+        "            return 3;\n"
+        "    }\n"
         "}\n");
     ASSERT_TRUE(succeeds({"cmake", "--install", TOLV_BINARY_DIR, "--prefix", prefix}));
     ASSERT_TRUE(succeeds({"cmake", "-S", folder.path(), "-B", build, "-G", "Ninja", "-DCMAKE_PREFIX_PATH=" + prefix, "-DCMAKE_CXX_COMPILER=" TOLV_COMPILER, "-DCMAKE_CXX_FLAGS=" TOLV_SANITIZE_FLAGS}));

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string>
 
 using namespace TOLVGraphing::testing_support;
 
@@ -31,9 +32,14 @@ int warmPixels(const QImage& image)
     return count;
 }
 
+std::string nameOf(const testing::TestParamInfo<const char*>& info)
+{
+    return info.param;
+}
+
 class WaterfallWindow : public testing::TestWithParam<const char*> { };
 
-INSTANTIATE_TEST_SUITE_P(Integrations, WaterfallWindow, testing::Values("xcb_glx", "xcb_egl"), [](const testing::TestParamInfo<const char*>& info) { return std::string(info.param); });
+INSTANTIATE_TEST_SUITE_P(Integrations, WaterfallWindow, testing::Values("xcb_glx", "xcb_egl"), nameOf);
 
 TEST_P(WaterfallWindow, ShowsTheDecay)
 {
