@@ -20,6 +20,7 @@ constexpr double kLowestLevel = -48.0;
 constexpr double kLevelStep = 6.0;
 constexpr double kLevelLabelStep = 12.0;
 constexpr double kTimeStep = 20.0;
+constexpr int kColorBands = 5;
 /// Points.
 constexpr double kLabelSize = 9.0;
 constexpr double kTitleSize = 10.0;
@@ -66,9 +67,9 @@ Color mixed(const Color& one, const Color& other, double share)
 /// The colour of a level from 0, the lowest, to 1: steps that are as far apart for eyes that see few colours.
 Color levelColor(double level)
 {
-    static const std::array<Color, 6> kColors{Color(0.16, 0.22, 0.50), Color(0.12, 0.42, 0.62), Color(0.13, 0.60, 0.60), Color(0.42, 0.75, 0.45), Color(0.85, 0.80, 0.28), Color(0.95, 0.52, 0.16)};
-    const double place = std::clamp(level, 0.0, 1.0) * (kColors.size() - 1);
-    const auto index = std::min(static_cast<std::size_t>(place), kColors.size() - 2);
+    static const std::array<Color, kColorBands + 1> kColors{Color(0.16, 0.22, 0.50), Color(0.12, 0.42, 0.62), Color(0.13, 0.60, 0.60), Color(0.42, 0.75, 0.45), Color(0.85, 0.80, 0.28), Color(0.95, 0.52, 0.16)};
+    const double place = std::clamp(level, 0.0, 1.0) * kColorBands;
+    const auto index = std::min(static_cast<std::size_t>(place), std::size_t{kColorBands - 1});
     return mixed(kColors[index], kColors[index + 1], place - static_cast<double>(index));
 }
 
@@ -261,15 +262,21 @@ void WaterfallScene::drawSlice(const Slice& slice) const
     const double depth = depthOfTime(slice.time);
     const Rect& front = m_layout.front;
     const auto levelAt = [&](double y) { return (y - front.y()) / front.height(); };
+    const auto corner = [&](double x, double y) {
+        setColor(mixed(levelColor(levelAt(y)), Color::whiteColor(), 0.15));
+        glVertex3d(x, y, depth);
+    };
     const std::vector<Point> points = slice.curve->curve()->allPoints();
-    glBegin(GL_QUAD_STRIP);
-    for (const Point& point : points) {
-        setColor(mixed(levelColor(0.0), Color::whiteColor(), 0.15));
-        glVertex3d(point.x, front.y(), depth);
-        setColor(mixed(levelColor(levelAt(point.y)), Color::whiteColor(), 0.15));
-        glVertex3d(point.x, point.y, depth);
+    // One strip for each pair of neighbouring colours, because between others everything would turn grey.
+    const double bandHeight = front.height() / kColorBands;
+    for (int band = 0; band < kColorBands; ++band) {
+        glBegin(GL_QUAD_STRIP);
+        for (const Point& point : points) {
+            corner(point.x, std::min(point.y, front.y() + band * bandHeight));
+            corner(point.x, std::min(point.y, front.y() + (band + 1) * bandHeight));
+        }
+        glEnd();
     }
-    glEnd();
     glLineWidth(static_cast<float>(0.7 * m_layout.pixelsPerPoint));
     setColor(mixed(kInk, levelColor(0.0), 0.25));
     slice.curve->draw3DInRect(front, static_cast<float>(depth));
