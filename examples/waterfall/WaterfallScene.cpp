@@ -1,7 +1,7 @@
 #include "WaterfallScene.h"
 
 #include <TOLVGraphing/axes/SINumberFormatter.h>
-#include <TOLVGraphing/data/TOLVLineStyle.h>
+#include <TOLVGraphing/platform/graphics/Color.h>
 #include <TOLVMath/TOLVRealVector.h>
 
 #include <epoxy/gl.h>
@@ -19,7 +19,7 @@ constexpr double kHighestLevel = 0.0;
 constexpr double kLowestLevel = -48.0;
 constexpr double kLevelStep = 6.0;
 constexpr double kLevelLabelStep = 12.0;
-constexpr double kTimeStep = 20.0;
+constexpr double kMostTimeSteps = 10.0;
 constexpr int kColorBands = 5;
 /// Points.
 constexpr double kLabelSize = 9.0;
@@ -42,14 +42,26 @@ std::vector<double> frequencyTicks(double lowest, double highest, bool onlyLabel
     return ticks;
 }
 
+/// 1, 2 or 5 times a power of ten, so that there are not too many steps.
+double timeStepFor(double lastTime)
+{
+    const double smallest = lastTime / kMostTimeSteps;
+    const double decade = std::pow(10.0, std::floor(std::log10(smallest)));
+    for (const double digit : {1.0, 2.0, 5.0}) {
+        if (digit * decade >= smallest * (1.0 - 1e-9))
+            return digit * decade;
+    }
+    return 10.0 * decade;
+}
+
 AttributedString textOf(const std::string& text, double size, const char* font = "Helvetica")
 {
     return AttributedString(text, TextAttributes{Font{font, size}, kInk});
 }
 
-std::string wholeNumber(double value)
+std::string numberText(double value)
 {
-    const auto text = NumberFormatter(0).stringFromNumber(std::abs(value)).value_or("");
+    const auto text = NumberFormatter().stringFromNumber(std::abs(value)).value_or("");
     return value < 0.0 ? "\u2212" + text : text;
 }
 
@@ -81,10 +93,11 @@ void line(Point from, double fromDepth, Point to, double toDepth)
 
 } // namespace
 
-WaterfallScene::WaterfallScene(const Decay& decay, std::string title)
+WaterfallScene::WaterfallScene(const Decay& decay, const std::string& title)
     : m_lowest(static_cast<double>(decay.frequencies.front()))
     , m_highest(static_cast<double>(decay.frequencies.back()))
     , m_lastTime(decay.slices.back().time)
+    , m_timeStep(timeStepFor(m_lastTime))
     , m_title(textOf(title, 12.0, "HelveticaNeue-Bold"))
     , m_frequencyTitle(textOf("Frequency (Hz)", kTitleSize))
     , m_levelTitle(textOf("Level (dB)", kTitleSize))
@@ -102,9 +115,9 @@ WaterfallScene::WaterfallScene(const Decay& decay, std::string title)
     for (const double frequency : frequencyTicks(m_lowest, m_highest, true))
         m_frequencyLabels.push_back({std::make_unique<StringTexture>(textOf(formatter.stringFromNumber(frequency).value_or(""), kLabelSize)), frequency});
     for (double level = kHighestLevel; level >= kLowestLevel; level -= kLevelLabelStep)
-        m_levelLabels.push_back({std::make_unique<StringTexture>(textOf(wholeNumber(level), kLabelSize)), level});
-    for (double time = 0.0; time <= m_lastTime + 1e-6; time += 2.0 * kTimeStep)
-        m_timeLabels.push_back({std::make_unique<StringTexture>(textOf(wholeNumber(time), kLabelSize)), time});
+        m_levelLabels.push_back({std::make_unique<StringTexture>(textOf(numberText(level), kLabelSize)), level});
+    for (double time = 0.0; time <= m_lastTime + 1e-6; time += 2.0 * m_timeStep)
+        m_timeLabels.push_back({std::make_unique<StringTexture>(textOf(numberText(time), kLabelSize)), time});
 }
 
 void WaterfallScene::draw(int width, int height, double pixelsPerPoint)
@@ -114,6 +127,7 @@ void WaterfallScene::draw(int width, int height, double pixelsPerPoint)
     setUpView(width, height);
     enterSpace();
     drawWalls();
+    drawGrid();
     drawSlices();
     drawFrontEdges();
     leaveSpace();
@@ -217,6 +231,15 @@ void WaterfallScene::drawWalls() const
     line(lowerLeft, 0.0, lowerRight, 0.0);
     line(lowerRight, 1.0, lowerLeft, 1.0);
     glEnd();
+}
+
+void WaterfallScene::drawGrid() const
+{
+    const Rect& front = m_layout.front;
+    const Point lowerLeft = front.origin;
+    const Point upperLeft{front.x(), front.maxY()};
+    const Point lowerRight{front.maxX(), front.y()};
+    const Point upperRight{front.maxX(), front.maxY()};
     glLineWidth(static_cast<float>(0.6 * m_layout.pixelsPerPoint));
     glBegin(GL_LINES);
     for (const double frequency : frequencyTicks(m_lowest, m_highest, false)) {
@@ -232,7 +255,7 @@ void WaterfallScene::drawWalls() const
         line({front.x(), y}, 0.0, {front.x(), y}, 1.0);
         line({front.x(), y}, 1.0, {front.maxX(), y}, 1.0);
     }
-    for (double time = 0.0; time <= m_lastTime + 1e-6; time += kTimeStep) {
+    for (double time = 0.0; time <= m_lastTime + 1e-6; time += m_timeStep) {
         setColor(Color::colorWithWhite(0.84));
         line(lowerLeft, depthOfTime(time), upperLeft, depthOfTime(time));
         setColor(Color::colorWithWhite(0.78));
@@ -296,7 +319,7 @@ void WaterfallScene::drawFrontEdges() const
         line({xOfFrequency(frequency), front.y()}, 0.0, {xOfFrequency(frequency), front.y() - tick}, 0.0);
     for (const Label& label : m_levelLabels)
         line({front.x(), yOfLevel(label.value)}, 0.0, {front.x() - tick, yOfLevel(label.value)}, 0.0);
-    for (double time = 0.0; time <= m_lastTime + 1e-6; time += kTimeStep)
+    for (double time = 0.0; time <= m_lastTime + 1e-6; time += m_timeStep)
         line({front.maxX(), front.y()}, depthOfTime(time), {front.maxX() + tick, front.y()}, depthOfTime(time));
     glEnd();
 }

@@ -4,7 +4,6 @@
 
 #include <TOLVGraphing/data/TOLVGraphCurve.h>
 #include <TOLVGraphing/opengl/StringTexture.h>
-#include <TOLVGraphing/platform/graphics/Color.h>
 
 #include <memory>
 #include <string>
@@ -15,7 +14,7 @@
 /// The unit of the scene is a device pixel. Each slice is a filled area under its curve, painted from back to front over those behind it, so that it hides them.
 class WaterfallScene {
 public:
-    WaterfallScene(const Decay& decay, std::string title);
+    WaterfallScene(const Decay& decay, const std::string& title);
 
     /// Draws over the whole framebuffer that is bound: `width` by `height` pixels, so many of them a point. The context is the same for the life of the scene and of the compatibility profile; its matrices and
     /// its state are the scene's.
@@ -47,6 +46,7 @@ private:
     void enterSpace() const;
     void leaveSpace() const;
     void drawWalls() const;
+    void drawGrid() const;
     void drawSlices() const;
     void drawSlice(const Slice& slice) const;
     void drawFrontEdges() const;
@@ -61,6 +61,7 @@ private:
     double m_lowest;
     double m_highest;
     double m_lastTime;
+    double m_timeStep;
     std::vector<Slice> m_slices;
     std::vector<Label> m_frequencyLabels;
     std::vector<Label> m_levelLabels;
