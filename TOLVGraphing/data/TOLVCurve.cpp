@@ -3,6 +3,9 @@
 #include "../platform/graphics/CurrentContext.h"
 #include "../platform/graphics/DrawingContext.h"
 #include "../platform/graphics/GraphicsStateSaver.h"
+#include "../platform/graphics/PathPoints.h"
+#include "../platform/opengl/OpenGLConstants.h"
+#include "../platform/opengl/OpenGLContext.h"
 
 namespace TOLVGraphing {
 
@@ -49,6 +52,26 @@ void TOLVCurve::fillWithColor(const std::optional<Color>& color)
     const GraphicsStateSaver saver(*context);
     context->setFillColor(color);
     context->drawFilledPath(m_path, FillRule::EvenOdd);
+}
+
+std::vector<Point> TOLVCurve::allPoints() const
+{
+    return onPathPoints(m_path);
+}
+
+void TOLVCurve::stroke3DAtZ(float z)
+{
+    if (!m_closed)
+        close();
+    const auto context = currentOpenGLContext();
+    if (!context)
+        return;
+    context->perform([&](OpenGLFunctions& gl) {
+        gl.begin(kGLLineStrip);
+        for (const Point& point : allPoints())
+            gl.vertex3f(static_cast<float>(point.x), static_cast<float>(point.y), z);
+        gl.end();
+    });
 }
 
 } // namespace TOLVGraphing

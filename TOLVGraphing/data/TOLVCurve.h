@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace TOLVGraphing {
 
@@ -28,9 +29,14 @@ public:
     void stroke();
     /// Closes the curve if it is open and fills it into the current context, even-odd rule. The line style plays no part.
     void fillWithColor(const std::optional<Color>& color);
+    /// Closes the curve if it is open and draws it as one line strip at the depth z into the current OpenGL context (see OpenGLSystem), in single precision; nothing is drawn without one. Colour and line width are the
+    /// host's to set.
+    void stroke3DAtZ(float z);
 
     /// The points so far: one move, then lines.
     [[nodiscard]] const Path& path() const { return m_path; }
+    /// The points that the path goes through, in order.
+    [[nodiscard]] std::vector<Point> allPoints() const;
     /// Kept for smoothing; nothing reads them.
     [[nodiscard]] const std::array<TOLVDrawPoint, 3>& DP() const { return m_drawPoints; }
     /// The number of points accepted since the last reset.

@@ -3,6 +3,8 @@
 #include "../platform/graphics/CurrentContext.h"
 #include "../platform/graphics/RecordingContext.h"
 
+#include <tests/support/RecordingOpenGL.h>
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -116,6 +118,38 @@ TEST(TOLVCurve, MayBeDrawnAgainAndWithoutAStyleOrAContext)
     curve.stroke();
     curve.stroke();
     EXPECT_EQ(context.text(), "save\nstroke \nrestore\nsave\nstroke \nrestore\n");
+}
+
+TEST(TOLVCurve, StrokesInSpaceAsOneLineStripAtOneDepth)
+{
+    const auto context = std::make_shared<testing_support::RecordingOpenGLContext>("A");
+    const testing_support::OpenGLScope scope(context);
+    TOLVCurve curve;
+    curve.addPoint({1.0, 2.5});
+    curve.addPoint({kNaN, 0.0});
+    curve.addPoint({3.0, 0.1});
+    curve.addPoint({16777217.0, 6.0});
+    curve.stroke3DAtZ(-0.25F);
+    EXPECT_TRUE(curve.closed());
+    EXPECT_EQ(context->lines(), (std::vector<std::string>{"perform A", "begin 3", "vertex3f 1 2.5 -0.25", "vertex3f 3 0.1 -0.25", "vertex3f 16777216 6 -0.25", "end", "done"}));
+}
+
+TEST(TOLVCurve, WithoutAnOpenGLContextItIsClosedAndNotDrawn)
+{
+    const testing_support::OpenGLScope scope;
+    TOLVCurve curve;
+    curve.addPoint({1.0, 2.5});
+    curve.stroke3DAtZ(0.0F);
+    EXPECT_TRUE(curve.closed());
+}
+
+TEST(TOLVCurve, AllPointsAreTheAcceptedOnes)
+{
+    TOLVCurve curve;
+    EXPECT_TRUE(curve.allPoints().empty());
+    for (const Point& point : {Point{1.0, 2.0}, Point{2.0, kNaN}, Point{3.0, 4.0}, Point{5.0, 6.0}})
+        curve.addPoint(point);
+    EXPECT_EQ(curve.allPoints(), (std::vector<Point>{{1.0, 2.0}, {3.0, 4.0}, {5.0, 6.0}}));
 }
 
 } // namespace

@@ -102,4 +102,9 @@ void TOLVGraphCurve::drawFilledInRect(const Rect&, const std::optional<Color>& w
     m_curve->stroke();
 }
 
+void TOLVGraphCurve::draw3DInRect(const Rect&, float atZ)
+{
+    m_curve->stroke3DAtZ(atZ);
+}
+
 } // namespace TOLVGraphing

@@ -73,6 +73,8 @@ public:
     void drawInRect(const Rect& rect);
     /// Fills the built curve with the colour, then strokes it; the rectangle is not looked at.
     void drawFilledInRect(const Rect& rect, const std::optional<Color>& withColor);
+    /// Draws the built curve at the depth into the current OpenGL context, see TOLVCurve::stroke3DAtZ; the rectangle is not looked at.
+    void draw3DInRect(const Rect& rect, float atZ);
 
 private:
     static constexpr float kUnknownMinimum = std::numeric_limits<float>::max();

@@ -4,6 +4,8 @@
 #include "../platform/graphics/CurrentContext.h"
 #include "../platform/graphics/RecordingContext.h"
 
+#include <tests/support/RecordingOpenGL.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -214,6 +216,16 @@ TEST(TOLVGraphCurve, DrawsTheBuiltPathWithItsStyle)
     context.clearCalls();
     curve->drawFilledInRect({}, Color(0.0, 0.0, 1.0));
     EXPECT_EQ(context.text(), "save\nfillColor (0, 0, 1, 1)\neofill M 10 1 L 10 1 L 20 2\nrestore\n" + stroked);
+}
+
+TEST(TOLVGraphCurve, DrawsTheBuiltPathInSpaceAtADepth)
+{
+    const auto openGL = std::make_shared<testing_support::RecordingOpenGLContext>("A");
+    const testing_support::OpenGLScope scope(openGL);
+    const auto curve = curveOf({10.0F, 20.0F, 30.0F}, {1.0F, 2.0F, 3.0F});
+    curve->buildForRect(kRect);
+    curve->draw3DInRect({5.0, 5.0, 5.0, 5.0}, 7.5F);
+    EXPECT_EQ(openGL->lines(), (std::vector<std::string>{"perform A", "begin 3", "vertex3f 10 1 7.5", "vertex3f 10 1 7.5", "vertex3f 20 2 7.5", "end", "done"}));
 }
 
 } // namespace

@@ -60,4 +60,40 @@ TEST(InstalledPackage, ThreeLineProgramBuildsAgainstItAndShowsItsGraph)
     program.waitForFinished();
 }
 
+#ifdef TOLV_HAS_OPENGL
+TEST(InstalledPackage, OpenGLComponentStandsOnTheCoreAlone)
+{
+    const TemporaryFolder folder;
+    const std::string prefix = folder.path("prefix");
+    const std::string build = folder.path("build");
+    folder.write("CMakeLists.txt",
+        "cmake_minimum_required(VERSION 3.25)\n"
+        "project(client LANGUAGES CXX)\n"
+        "find_package(TOLVGraphing REQUIRED COMPONENTS OpenGL)\n"
+        "add_executable(client main.cpp)\n"
+        "target_link_libraries(client PRIVATE TOLVGraphing::OpenGL)\n");
+    folder.write("main.cpp",
+        "#include <TOLVGraphing/opengl/StringTexture.h>\n"
+        "#include <opengl/EpoxyOpenGLSystem.h>\n"
+        "#include <fstream>\n"
+        "int main()\n"
+        "{\n"
+        "    TOLVGraphing::installEpoxyOpenGLSystem();\n"
+        "    TOLVGraphing::StringTexture(TOLVGraphing::AttributedString(\"text\")).drawAtPoint({});\n"
+        "    std::ifstream maps(\"/proc/self/maps\");\n"
+        "    for (std::string line; std::getline(maps, line);) {\n"
+        "        if (line.find(\"libEGL\") != std::string::npos || line.find(\"libGL\") != std::string::npos)\n"
+        "            return 3;\n"
+        "    }\n"
+        "}\n");
+    ASSERT_TRUE(succeeds({"cmake", "--install", TOLV_BINARY_DIR, "--prefix", prefix}));
+    ASSERT_TRUE(succeeds({"cmake", "-S", folder.path(), "-B", build, "-G", "Ninja", "-DCMAKE_PREFIX_PATH=" + prefix, "-DCMAKE_CXX_COMPILER=" TOLV_COMPILER, "-DCMAKE_CXX_FLAGS=" TOLV_SANITIZE_FLAGS}));
+    ASSERT_TRUE(succeeds({"cmake", "--build", build}));
+    // No context is current: the program says so and loads neither EGL nor GLX for that.
+    const ProcessResult result = runProcess({build + "/client"});
+    EXPECT_EQ(result.status, 0) << result.text();
+    EXPECT_EQ(result.error, "StringTexture -genTexture: Failure to get current OpenGL context\n");
+}
+#endif
+
 } // namespace

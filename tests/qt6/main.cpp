@@ -1,7 +1,6 @@
 // Runs the tests of what Qt shows on a display of their own, or without one ("offscreen") where no display server is installed, with settings in a folder of their own.
 
-#include "PrivateDisplay.h"
-
+#include <tests/desktop/PrivateDisplay.h>
 #include <tests/desktop/TemporaryFolder.h>
 
 #include <QApplication>

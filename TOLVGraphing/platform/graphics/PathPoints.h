@@ -1,0 +1,12 @@
+#pragma once
+
+#include "Path.h"
+
+#include <vector>
+
+namespace TOLVGraphing {
+
+/// The points that a path goes through, in order: that of each move and line and the end of each curve. Closing adds none.
+[[nodiscard]] std::vector<Point> onPathPoints(const Path& path);
+
+} // namespace TOLVGraphing

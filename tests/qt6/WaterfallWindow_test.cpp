@@ -1,0 +1,68 @@
+// The example of an OpenGL scene in a window, on the screen of the tests.
+#ifdef TOLV_WATERFALL
+
+#include "WidgetSetup.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QProcess>
+#include <QScreen>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+using namespace TOLVGraphing::testing_support;
+
+namespace {
+
+constexpr const char* kRecording = "/usr/share/sounds/alsa/Front_Center.wav";
+
+/// The colours of the loudest levels, which nothing else on the screen has.
+int warmPixels(const QImage& image)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor color = image.pixelColor(x, y);
+            count += color.red() > 230 && color.green() < 190 && color.blue() < 110 ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+std::string nameOf(const testing::TestParamInfo<const char*>& info)
+{
+    return info.param;
+}
+
+class WaterfallWindow : public testing::TestWithParam<const char*> { };
+
+INSTANTIATE_TEST_SUITE_P(Integrations, WaterfallWindow, testing::Values("xcb_glx", "xcb_egl"), nameOf);
+
+TEST_P(WaterfallWindow, ShowsTheDecay)
+{
+    if (QGuiApplication::platformName() != "xcb")
+        GTEST_SKIP() << "no display server is installed";
+    if (!std::filesystem::exists(kRecording))
+        GTEST_SKIP() << "the recording " << kRecording << " is not installed";
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_XCB_GL_INTEGRATION", GetParam());
+    environment.insert("LIBGL_ALWAYS_SOFTWARE", "1");
+    const auto shownWarmPixels = [] { return warmPixels(QGuiApplication::primaryScreen()->grabWindow(0).toImage()); };
+    ASSERT_TRUE(waitUntil([&] { return shownWarmPixels() == 0; })) << "another window is still there";
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.start(TOLV_WATERFALL, {kRecording});
+    const bool isShown = waitUntil([&] { return shownWarmPixels() > 200; });
+    EXPECT_TRUE(isShown) << program.readAllStandardError().toStdString();
+    EXPECT_EQ(program.state(), QProcess::Running);
+    EXPECT_EQ(program.readAllStandardError().toStdString().find("StringTexture"), std::string::npos);
+    program.kill();
+    program.waitForFinished();
+}
+
+} // namespace
+
+#endif
