@@ -15,7 +15,7 @@ namespace {
 
 constexpr GLint kSamples = 4;
 
-/// A compatibility context that is current for the life of the object.
+/// A compatibility context that is current for the life of the object. Its display is the process's and stays started.
 class SurfacelessContext {
 public:
     SurfacelessContext()
@@ -31,16 +31,13 @@ public:
         eglBindAPI(EGL_OPENGL_API);
         if (eglChooseConfig(m_display, wanted, &config, 1, &count) && count > 0)
             m_context = eglCreateContext(m_display, config, EGL_NO_CONTEXT, nullptr);
-        if (m_context == EGL_NO_CONTEXT || !eglMakeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, m_context)) {
-            eglTerminate(m_display);
+        if (m_context == EGL_NO_CONTEXT || !eglMakeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, m_context))
             throw std::runtime_error("EGL has no context of OpenGL that draws without a surface");
-        }
     }
     ~SurfacelessContext()
     {
         eglMakeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
         eglDestroyContext(m_display, m_context);
-        eglTerminate(m_display);
     }
     SurfacelessContext(const SurfacelessContext&) = delete;
     SurfacelessContext& operator=(const SurfacelessContext&) = delete;
