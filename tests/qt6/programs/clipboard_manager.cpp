@@ -1,4 +1,4 @@
-// A clipboard manager for tests, as the ClipboardManager specification of freedesktop.org describes one: a program that ends asks it for SAVE_TARGETS; it fetches everything that the clipboard holds, takes the clipboard over and
+// A clipboard manager for tests, as the ClipboardManager protocol of freedesktop.org has it: a program that ends asks it for SAVE_TARGETS; it fetches everything that the clipboard holds, takes the clipboard over and
 // answers for it. It writes "ready" when it can be asked, and a line for each clipboard saved: targets, bytes and targets that came in pieces. It ends when it is told to or when the display does.
 // With --at-once it asks for all targets in one request (MULTIPLE), as some managers do, and otherwise for one after the other.
 
