@@ -7,26 +7,21 @@
 #include <desktop/text/PangoTextSystem.h>
 #include <tests/support/Generated.h>
 
+#include "Timing.h"
+
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <memory>
 #include <vector>
 
 using namespace TOLVGraphing;
-using Clock = std::chrono::steady_clock;
+using namespace TOLVGraphing::benchmarking;
 
 namespace {
 
 constexpr double kLimit = 0.1;
 constexpr std::size_t kSampleCount = 1'000'000;
-
-double secondsSince(Clock::time_point start)
-{
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 /// A slow oscillation with noise on it: every pixel column has its own extremes.
 std::shared_ptr<TOLVGraphData> noisySeries()
@@ -51,11 +46,9 @@ std::shared_ptr<TOLVGraphView> viewOfSeries(const std::shared_ptr<TOLVGraphData>
     return view;
 }
 
-/// The median, because a noisy machine has long steps that are none of ours.
-void reportMedian(benchmark::State& state, std::vector<double> seconds)
+void reportMedian(benchmark::State& state, const std::vector<double>& seconds)
 {
-    std::nth_element(seconds.begin(), seconds.begin() + static_cast<std::ptrdiff_t>(seconds.size() / 2), seconds.end());
-    const double median = seconds[seconds.size() / 2];
+    const double median = medianOf(seconds);
     state.counters["median_ms"] = median * 1e3;
     state.counters["limit_ms"] = kLimit * 1e3;
     state.counters["of_limit"] = median / kLimit;
@@ -75,7 +68,7 @@ void copyOfView(benchmark::State& state)
         seconds.push_back(secondsSince(start));
     }
     state.counters["pdf_bytes"] = static_cast<double>(pasteboard->dataForType(kPasteboardTypePDF)->size());
-    reportMedian(state, std::move(seconds));
+    reportMedian(state, seconds);
 }
 BENCHMARK(copyOfView)->Iterations(15)->Unit(benchmark::kMillisecond);
 
@@ -91,7 +84,7 @@ void document(benchmark::State& state, OutputKind kind)
         benchmark::DoNotOptimize(view->dataInsideRect(view->bounds(), kind));
         seconds.push_back(secondsSince(start));
     }
-    reportMedian(state, std::move(seconds));
+    reportMedian(state, seconds);
 }
 BENCHMARK_CAPTURE(document, PDF, OutputKind::PDF)->Iterations(15)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(document, EPS, OutputKind::EPS)->Iterations(15)->Unit(benchmark::kMillisecond);

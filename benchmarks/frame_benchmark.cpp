@@ -8,17 +8,18 @@
 #include <desktop/text/PangoTextSystem.h>
 #include <tests/support/Generated.h>
 
+#include "Timing.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <memory>
 #include <string>
 #include <vector>
 
 using namespace TOLVGraphing;
-using Clock = std::chrono::steady_clock;
+using namespace TOLVGraphing::benchmarking;
 
 namespace {
 
@@ -27,18 +28,6 @@ constexpr int kHeight = 900;
 constexpr std::size_t kSampleCount = 1'000'000;
 /// Sixty frames a second.
 constexpr double kFrameLimit = 1.0 / 60.0;
-
-double secondsSince(Clock::time_point start)
-{
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-/// The median, because a noisy machine has long steps that are none of ours.
-double medianOf(std::vector<double> seconds)
-{
-    std::nth_element(seconds.begin(), seconds.begin() + static_cast<std::ptrdiff_t>(seconds.size() / 2), seconds.end());
-    return seconds[seconds.size() / 2];
-}
 
 /// Uniform noise over the whole height.
 std::vector<float> noisySamples()

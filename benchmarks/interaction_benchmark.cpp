@@ -6,31 +6,24 @@
 #include <TOLVGraphing/platform/graphics/NullContext.h>
 #include <tests/support/InteractionWalk.h>
 
+#include "Timing.h"
+
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <chrono>
 #include <vector>
 
 using namespace TOLVGraphing;
 using namespace TOLVGraphing::testing_support;
-using Clock = std::chrono::steady_clock;
+using namespace TOLVGraphing::benchmarking;
 
 namespace {
 
 constexpr double kStepLimit = 1e-3;
 constexpr double kTickLimit = 5e-3;
 
-double secondsSince(Clock::time_point start)
+void reportMedian(benchmark::State& state, const std::vector<double>& seconds, double limit)
 {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-/// The median, because a noisy machine has long steps that are none of ours.
-void reportMedian(benchmark::State& state, std::vector<double> seconds, double limit)
-{
-    std::nth_element(seconds.begin(), seconds.begin() + static_cast<std::ptrdiff_t>(seconds.size() / 2), seconds.end());
-    const double median = seconds[seconds.size() / 2];
+    const double median = medianOf(seconds);
     state.counters["median_us"] = median * 1e6;
     state.counters["limit_us"] = limit * 1e6;
     state.counters["of_limit"] = median / limit;
@@ -49,7 +42,7 @@ void interactionStep(benchmark::State& state)
         walk.step();
         seconds.push_back(secondsSince(start));
     }
-    reportMedian(state, std::move(seconds), kStepLimit);
+    reportMedian(state, seconds, kStepLimit);
 }
 BENCHMARK(interactionStep)->DenseRange(0, static_cast<std::int64_t>(walkSettings().size()) - 1)->Iterations(20000)->Unit(benchmark::kMicrosecond);
 
@@ -66,7 +59,7 @@ void logarithmicTicks(benchmark::State& state)
         seconds.push_back(secondsSince(start));
     }
     state.counters["ticks"] = static_cast<double>(graph->horizontalAxis()->majorValues().size() + graph->horizontalAxis()->minorValues().size());
-    reportMedian(state, std::move(seconds), kTickLimit);
+    reportMedian(state, seconds, kTickLimit);
 }
 BENCHMARK(logarithmicTicks)->Iterations(300)->Unit(benchmark::kMicrosecond);
 

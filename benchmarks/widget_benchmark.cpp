@@ -9,17 +9,17 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 
+#include "Timing.h"
+
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <functional>
 #include <memory>
 #include <vector>
 
 using namespace TOLVGraphing;
-using Clock = std::chrono::steady_clock;
+using namespace TOLVGraphing::benchmarking;
 
 namespace {
 
@@ -69,14 +69,12 @@ void measureFrames(benchmark::State& state, GraphWidget& widget, const std::func
         const auto start = Clock::now();
         sendStep(step++);
         widget.repaint();
-        seconds.push_back(std::chrono::duration<double>(Clock::now() - start).count());
+        seconds.push_back(secondsSince(start));
     }
-    const auto middle = seconds.begin() + static_cast<std::ptrdiff_t>(seconds.size() / 2);
-    std::nth_element(seconds.begin(), middle, seconds.end());
-    // The median, because a noisy machine has long steps that are none of ours.
-    state.counters["median_ms"] = *middle * 1e3;
+    const double median = medianOf(seconds);
+    state.counters["median_ms"] = median * 1e3;
     state.counters["limit_ms"] = kFrameLimit * 1e3;
-    state.counters["of_limit"] = *middle / kFrameLimit;
+    state.counters["of_limit"] = median / kFrameLimit;
     // Every step has to have drawn the graph.
     state.counters["frames_per_step"] = static_cast<double>(widget.drawCount() - before) / static_cast<double>(seconds.size());
 }

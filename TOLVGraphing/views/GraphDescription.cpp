@@ -4,21 +4,15 @@
 #include "../axes/TOLVLineAxis.h"
 #include "../axes/TOLVLogarithmicAxis.h"
 #include "../graph/TOLVGraph.h"
+#include "AxisText.h"
 
 #include <cmath>
-#include <limits>
 
 namespace TOLVGraphing {
 
 namespace {
 
 constexpr std::size_t kMostNames = 10;
-
-std::string numberText(const TOLVAxis& axis, double value)
-{
-    const auto& formatter = axis.tickLabelFormatter();
-    return formatter ? labelTextFromNumber(*formatter, value).value_or("") : "";
-}
 
 std::string scaleText(const TOLVAxis& axis)
 {
@@ -40,7 +34,7 @@ std::string axisText(const TOLVAxis* axis, const std::shared_ptr<TOLVAxisExtents
         return "";
     std::string text = axis->label().value_or(name) + scaleText(*axis);
     if (range && isKnown(*range))
-        text += " from " + numberText(*axis, range->min()) + " to " + numberText(*axis, range->max());
+        text += " from " + textOfValue(*axis, range->min()) + " to " + textOfValue(*axis, range->max());
     else if (text.back() == ',')
         text.pop_back();
     return text + ". ";

@@ -1,6 +1,7 @@
 #include "GraphInteraction.h"
 
 #include "../graph/TOLVGraph.h"
+#include "AxisText.h"
 #include "TOLVGraphView.h"
 
 #include <algorithm>
@@ -26,13 +27,6 @@ bool isWideEnough(const TOLVAxisExtents& range)
 {
     const double largest = std::max(std::abs(range.min()), std::abs(range.max()));
     return range.max() - range.min() > kNarrowestRange * largest * static_cast<double>(std::numeric_limits<float>::epsilon());
-}
-
-std::string textOf(const TOLVAxis& axis, float value)
-{
-    const auto& formatter = axis.tickLabelFormatter();
-    const auto text = formatter ? labelTextFromNumber(*formatter, static_cast<double>(value)) : std::nullopt;
-    return text.value_or("");
 }
 
 } // namespace
@@ -129,6 +123,15 @@ void GraphInteraction::moveMarkerBy(double distance)
     m_markerStart = m_selectedMarker->value();
     moveMarkerTo(static_cast<double>(graph()->XForValue(static_cast<float>(m_markerStart), rect())) + distance);
     finishMarkerDrag();
+}
+
+void GraphInteraction::selectMarkerAtIndex(std::size_t index)
+{
+    const auto shown = graph();
+    if (!shown || index >= shown->markers().size())
+        return;
+    m_selectedMarker = shown->markers()[index];
+    m_view->setNeedsDisplay();
 }
 
 void GraphInteraction::selectMarker(bool next)
@@ -469,13 +472,13 @@ std::string GraphInteraction::abscissaText() const
     if (!value)
         return "";
     const TOLVAxis& axis = *graph()->horizontalAxis();
-    return axis.label().value_or("x") + " " + textOf(axis, *value);
+    return axis.label().value_or("x") + " " + textOfValue(axis, static_cast<double>(*value));
 }
 
 std::string GraphInteraction::ordinateText(const SampleReadout& readout) const
 {
     const auto shown = graph();
-    return shown ? (readout.name.empty() ? std::string("y") : readout.name) + " " + textOf(*shown->verticalAxis(), readout.y) : "";
+    return shown ? (readout.name.empty() ? std::string("y") : readout.name) + " " + textOfValue(*shown->verticalAxis(), static_cast<double>(readout.y)) : "";
 }
 
 std::string GraphInteraction::readoutText() const

@@ -80,6 +80,9 @@ public:
     /// False when the key has no meaning now, so that the host may use it.
     bool keyPressed(GraphKey key, KeyModifiers modifiers);
 
+    /// Selects the marker at this place of the graph's list; none there does nothing.
+    void selectMarkerAtIndex(std::size_t index);
+
     // What a host shows.
 
     /// True from the press that takes hold of the graph or of a marker, or begins a box, until the button is let go or the drag is cancelled.

@@ -148,13 +148,10 @@ void GraphWidget::observeGraph()
         return;
     if (!m_observedGraph->undoManager())
         m_observedGraph->attachUndoManager(std::make_shared<UndoManager>());
-    m_displayObserver = std::make_unique<GraphDisplayObserver>(m_observedGraph, [this] {
-        m_view->setNeedsDisplay();
-        // Of several requests for redisplay only the first is told, and markers may have come with a later one.
-        updateActions();
-    });
+    m_displayObserver = std::make_unique<GraphDisplayObserver>(m_observedGraph, [this] { m_view->setNeedsDisplay(); });
     m_markersToken = m_observedGraph->addObserver("markers", [this](const PropertyChange&) {
         forgetRemovedMarker();
+        // Of several requests for redisplay only the first is told, and this may be a later one.
         updateActions();
         emit markersChanged();
     });
@@ -457,13 +454,7 @@ std::shared_ptr<TOLVMarker> GraphWidget::selectedMarker() const
 
 void GraphWidget::selectMarker(std::size_t index)
 {
-    const auto shown = graph();
-    if (!shown || index >= shown->markers().size())
-        return;
-    // The markers are selected in turn, so that one comes up within as many steps as there are.
-    const auto wanted = shown->markers()[index];
-    for (std::size_t step = 0; step < shown->markers().size() && m_interaction->selectedMarker() != wanted; ++step)
-        m_interaction->keyPressed(GraphKey::NextMarker, {});
+    m_interaction->selectMarkerAtIndex(index);
     updateActions();
     update();
 }

@@ -1,5 +1,6 @@
 #include "DarkContext.h"
 
+#include "../../data/SeriesColors.h"
 #include "../text/AttributedString.h"
 #include "RecordingContext.h"
 
@@ -61,9 +62,6 @@ Tone toneOf(const Color& color)
     return {std::hypot(a, b), std::atan2(b, a) * 180.0 / std::numbers::pi};
 }
 
-/// What series are drawn in when nobody chose, and what the examples use.
-constexpr std::array<unsigned, 7> kSeriesColors{0x0072B2, 0xD55E00, 0x009E73, 0xCC79A7, 0xE69F00, 0x56B4E9, 0x000000};
-
 TEST(DarkContext, WhiteBecomesTheBackgroundAndBlackNearlyWhite)
 {
     for (const unsigned bits : {0x1E1E1EU, 0x000000U, 0x1A1B26U, 0x2E3440U}) {
@@ -110,17 +108,17 @@ TEST(DarkContext, LightGridLinesBecomeDarkAndFinerOnesDarkerStill)
 
 TEST(DarkContext, SeriesColorsKeepTheirHueAndCanBeSeen)
 {
-    for (const unsigned bits : kSeriesColors) {
-        const Color color = colorFromBits(bits);
+    for (std::size_t i = 0; i < kSeriesColorCount; ++i) {
+        const Color color = seriesColor(i);
         for (const unsigned ground : {0x000000U, 0x1E1E1EU, 0x2E2E2EU, 0x1A1B26U}) {
             const Color dark = colorOnDarkGround(color, colorFromBits(ground));
-            EXPECT_GE(contrast(dark, colorFromBits(ground)), 3.0) << bits << " on " << ground;
+            EXPECT_GE(contrast(dark, colorFromBits(ground)), 3.0) << i << " on " << ground;
             if (toneOf(color).chroma < 0.01)
                 continue;
-            EXPECT_NEAR(toneOf(dark).hue, toneOf(color).hue, 0.5) << bits << " on " << ground;
+            EXPECT_NEAR(toneOf(dark).hue, toneOf(color).hue, 0.5) << i << " on " << ground;
             // Most of the chroma is left.
-            EXPECT_GT(toneOf(dark).chroma, 0.7 * toneOf(color).chroma) << bits << " on " << ground;
-            EXPECT_LT(toneOf(dark).chroma, toneOf(color).chroma + 1e-3) << bits << " on " << ground;
+            EXPECT_GT(toneOf(dark).chroma, 0.7 * toneOf(color).chroma) << i << " on " << ground;
+            EXPECT_LT(toneOf(dark).chroma, toneOf(color).chroma + 1e-3) << i << " on " << ground;
         }
     }
 }
@@ -178,9 +176,9 @@ TEST(DarkContext, ComponentsOutOfRangeCountAsTheNearestAndNaNAsNone)
     EXPECT_EQ(colorOnDarkGround(Color::whiteColor(), Color(kNaN, 2.0, -1.0)), Color(0.0, 1.0, 0.0));
     // On any ground, also one that is not dark, components are those of a colour.
     for (const double grey : {0.0, 0.5, 1.0}) {
-        for (const unsigned bits : kSeriesColors) {
-            const Color color = colorOnDarkGround(colorFromBits(bits), Color::colorWithWhite(grey));
-            EXPECT_EQ(color, color.clamped()) << bits << " on " << grey;
+        for (std::size_t i = 0; i < kSeriesColorCount; ++i) {
+            const Color color = colorOnDarkGround(seriesColor(i), Color::colorWithWhite(grey));
+            EXPECT_EQ(color, color.clamped()) << i << " on " << grey;
         }
     }
 }

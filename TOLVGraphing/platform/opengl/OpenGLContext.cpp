@@ -1,22 +1,17 @@
 #include "OpenGLContext.h"
 
-#include <mutex>
+#include "../foundation/InstalledService.h"
+
 #include <utility>
 
 namespace TOLVGraphing {
 
 namespace {
 
-std::mutex& systemMutex()
+InstalledService<OpenGLSystem>& installedSystem()
 {
-    static std::mutex mutex;
-    return mutex;
-}
-
-std::shared_ptr<const OpenGLSystem>& installedSystem()
-{
-    static std::shared_ptr<const OpenGLSystem> system;
-    return system;
+    static InstalledService<OpenGLSystem> service;
+    return service;
 }
 
 } // namespace
@@ -27,14 +22,12 @@ OpenGLSystem::~OpenGLSystem() = default;
 
 std::shared_ptr<const OpenGLSystem> openGLSystem()
 {
-    const std::lock_guard lock(systemMutex());
-    return installedSystem();
+    return installedSystem().get();
 }
 
 void setOpenGLSystem(std::shared_ptr<const OpenGLSystem> system)
 {
-    const std::lock_guard lock(systemMutex());
-    installedSystem() = std::move(system);
+    installedSystem().set(std::move(system));
 }
 
 std::shared_ptr<OpenGLContext> currentOpenGLContext()

@@ -1,22 +1,17 @@
 #include "StringRasterizer.h"
 
-#include <mutex>
+#include "../foundation/InstalledService.h"
+
 #include <utility>
 
 namespace TOLVGraphing {
 
 namespace {
 
-std::mutex& rasterizerMutex()
+InstalledService<StringRasterizer>& installedRasterizer()
 {
-    static std::mutex mutex;
-    return mutex;
-}
-
-std::shared_ptr<const StringRasterizer>& installedRasterizer()
-{
-    static std::shared_ptr<const StringRasterizer> rasterizer;
-    return rasterizer;
+    static InstalledService<StringRasterizer> service;
+    return service;
 }
 
 } // namespace
@@ -25,14 +20,12 @@ StringRasterizer::~StringRasterizer() = default;
 
 std::shared_ptr<const StringRasterizer> stringRasterizer()
 {
-    const std::lock_guard lock(rasterizerMutex());
-    return installedRasterizer();
+    return installedRasterizer().get();
 }
 
 void setStringRasterizer(std::shared_ptr<const StringRasterizer> rasterizer)
 {
-    const std::lock_guard lock(rasterizerMutex());
-    installedRasterizer() = std::move(rasterizer);
+    installedRasterizer().set(std::move(rasterizer));
 }
 
 } // namespace TOLVGraphing

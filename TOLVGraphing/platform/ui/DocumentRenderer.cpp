@@ -1,22 +1,17 @@
 #include "DocumentRenderer.h"
 
-#include <mutex>
+#include "../foundation/InstalledService.h"
+
 #include <utility>
 
 namespace TOLVGraphing {
 
 namespace {
 
-std::mutex& rendererMutex()
+InstalledService<DocumentRenderer>& installedRenderer()
 {
-    static std::mutex mutex;
-    return mutex;
-}
-
-std::shared_ptr<const DocumentRenderer>& installedRenderer()
-{
-    static std::shared_ptr<const DocumentRenderer> renderer;
-    return renderer;
+    static InstalledService<DocumentRenderer> service;
+    return service;
 }
 
 } // namespace
@@ -25,14 +20,12 @@ DocumentRenderer::~DocumentRenderer() = default;
 
 std::shared_ptr<const DocumentRenderer> documentRenderer()
 {
-    const std::lock_guard lock(rendererMutex());
-    return installedRenderer();
+    return installedRenderer().get();
 }
 
 void setDocumentRenderer(std::shared_ptr<const DocumentRenderer> renderer)
 {
-    const std::lock_guard lock(rendererMutex());
-    installedRenderer() = std::move(renderer);
+    installedRenderer().set(std::move(renderer));
 }
 
 } // namespace TOLVGraphing
