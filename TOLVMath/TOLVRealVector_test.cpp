@@ -1,9 +1,15 @@
 #include "TOLVRealVector.h"
 
+#include "ExtremePyramid.h"
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <limits>
+#include <numeric>
+#include <random>
 #include <thread>
 #include <vector>
 
@@ -165,6 +171,143 @@ TEST(TOLVRealVector, ExtremesAreTheSameFromEveryThreadAndInEveryCopy)
     EXPECT_FALSE(gaps->getMinimum(&number, nullptr));
     EXPECT_FALSE(gaps->getMinimum(&number, nullptr));
     EXPECT_EQ(number, -7.0F);
+}
+
+std::vector<float> longNoise(std::uint32_t seed)
+{
+    std::mt19937 engine(seed);
+    std::uniform_real_distribution<float> distribution(-1.0F, 1.0F);
+    std::vector<float> numbers(TOLVRealVector::kLongStorage + 1000);
+    for (float& number : numbers)
+        number = distribution(engine);
+    return numbers;
+}
+
+TEST(TOLVRealVector, ExtremesOfLongVectorsAndTheirSlicesAreExact)
+{
+    std::vector<float> numbers = longNoise(3);
+    numbers[40000] = numbers[60001] = 5.0F;
+    numbers[30000] = numbers[50000] = -5.0F;
+    numbers[0] = kNaN;
+    const auto vector = TOLVRealVector::vectorWithComponents(numbers);
+    for (const std::size_t from : {0U, 1U, 777U, 30000U, 30001U, 50001U, 66000U}) {
+        for (const std::size_t length : {1U, 100U, 5000U, 35000U, 70000U}) {
+            SCOPED_TRACE(testing::Message() << length << " from " << from);
+            const auto slice = vector->realVectorInRange(from, length);
+            // The only NaN is the very first number.
+            const std::size_t first = from == 0 ? 1 : 0;
+            const auto begin = slice->components() + first;
+            const auto end = slice->components() + slice->length();
+            std::size_t location = 99;
+            ASSERT_EQ(slice->getMinimum(nullptr, &location), begin < end);
+            ASSERT_EQ(location, begin < end ? static_cast<std::size_t>(std::min_element(begin, end) - slice->components()) : 99);
+            location = 99;
+            ASSERT_EQ(slice->getMaximum(nullptr, &location), begin < end);
+            ASSERT_EQ(location, begin < end ? static_cast<std::size_t>(std::max_element(begin, end) - slice->components()) : 99);
+        }
+    }
+}
+
+TEST(TOLVRealVector, ExtremesOfLongAscendingVectorsAreTheFirstOfTheirKind)
+{
+    std::vector<float> numbers(TOLVRealVector::kLongStorage, 2.0F);
+    numbers.front() = 1.0F;
+    std::fill(numbers.end() - 10, numbers.end(), 3.0F);
+    const auto vector = TOLVRealVector::vectorWithComponents(std::move(numbers));
+    std::size_t location = 99;
+    EXPECT_TRUE(vector->getMinimum(nullptr, &location));
+    EXPECT_EQ(location, 0U);
+    EXPECT_TRUE(vector->getMaximum(nullptr, &location));
+    EXPECT_EQ(location, vector->length() - 10);
+}
+
+TEST(TOLVRealVector, KnowsWhetherItAscends)
+{
+    EXPECT_TRUE(TOLVRealVector::vector()->isAscending());
+    const auto vector = TOLVRealVector::vectorWithComponents({5.0F, 1.0F, 1.0F, 2.0F, kNaN});
+    EXPECT_FALSE(vector->isAscending());
+    EXPECT_TRUE(vector->realVectorInRange(1, 3)->isAscending());
+    EXPECT_FALSE(vector->realVectorInRange(4, 1)->isAscending());
+    std::vector<float> numbers(TOLVRealVector::kLongStorage + 10);
+    std::iota(numbers.begin(), numbers.end(), 0.0F);
+    const auto ascending = TOLVRealVector::vectorWithComponents(numbers);
+    EXPECT_TRUE(ascending->isAscending());
+    EXPECT_TRUE(ascending->realVectorInRange(100, 20)->isAscending());
+    numbers[65000] = 0.0F;
+    const auto descending = TOLVRealVector::vectorWithComponents(numbers);
+    EXPECT_FALSE(descending->isAscending());
+    EXPECT_EQ(descending->sortedStorage(), nullptr);
+    EXPECT_TRUE(descending->realVectorInRange(0, 65000)->isAscending());
+}
+
+TEST(TOLVRealVector, KnowsWhetherItHasNaN)
+{
+    EXPECT_FALSE(TOLVRealVector::vector()->hasNaN());
+    std::vector<float> numbers = longNoise(4);
+    EXPECT_FALSE(TOLVRealVector::vectorWithComponents(numbers)->hasNaN());
+    numbers[60000] = kNaN;
+    const auto vector = TOLVRealVector::vectorWithComponents(numbers);
+    EXPECT_TRUE(vector->hasNaN());
+    EXPECT_TRUE(vector->realVectorInRange(60000, 1)->hasNaN());
+    EXPECT_FALSE(vector->realVectorInRange(0, 60000)->hasNaN());
+}
+
+TEST(TOLVRealVector, SlicesAndCopiesShareWhatIsKnownOfTheStorage)
+{
+    const auto vector = TOLVRealVector::vectorWithComponents(longNoise(5));
+    const ExtremePyramid* pyramid = vector->pyramidOfStorage(vector->length());
+    ASSERT_NE(pyramid, nullptr);
+    EXPECT_EQ(vector->copy()->pyramidOfStorage(vector->length()), pyramid);
+    const auto slice = vector->realVectorInRange(100, 50);
+    EXPECT_EQ(slice->pyramidOfStorage(1), pyramid);
+    EXPECT_EQ(slice->locationInStorage(), 100U);
+    EXPECT_EQ(slice->realVectorInRange(7, 5)->locationInStorage(), 107U);
+}
+
+TEST(TOLVRealVector, APyramidIsMadeOnlyWhereItIsWorthIt)
+{
+    const auto vector = TOLVRealVector::vectorWithComponents(longNoise(6));
+    EXPECT_EQ(vector->pyramidOfStorage(100), nullptr);
+    EXPECT_EQ(vector->pyramidOfLogarithms(100), nullptr);
+    EXPECT_NE(vector->pyramidOfStorage(vector->length() / 16), nullptr);
+    EXPECT_NE(vector->pyramidOfStorage(100), nullptr);
+    const auto shortVector = TOLVRealVector::vectorWithComponents(std::vector<float>(TOLVRealVector::kLongStorage - 1));
+    EXPECT_EQ(shortVector->pyramidOfStorage(shortVector->length()), nullptr);
+    EXPECT_EQ(shortVector->sortedStorage(), nullptr);
+}
+
+TEST(TOLVRealVector, StorageOfOthersIsNotCopiedAndKept)
+{
+    const auto numbers = std::make_shared<std::vector<float>>(std::vector<float>{3.0F, 1.0F});
+    const std::weak_ptr<std::vector<float>> watched = numbers;
+    auto vector = TOLVRealVector::vectorWithStorage(numbers, numbers->data(), numbers->size());
+    EXPECT_EQ(vector->components(), numbers->data());
+    auto slice = vector->realVectorInRange(1, 1);
+    vector.reset();
+    EXPECT_EQ(watched.use_count(), 2);
+    slice.reset();
+    EXPECT_EQ(watched.use_count(), 1);
+}
+
+TEST(TOLVRealVector, AGivenPyramidIsUsed)
+{
+    const auto numbers = std::make_shared<std::vector<float>>(longNoise(7));
+    const auto pyramid = std::make_shared<const ExtremePyramid>(*numbers);
+    const auto vector = TOLVRealVector::vectorWithStorage(numbers, numbers->data(), numbers->size(), pyramid);
+    EXPECT_EQ(vector->pyramidOfStorage(1), pyramid.get());
+}
+
+TEST(TOLVRealVector, ManyThreadsMakeOnePyramid)
+{
+    const auto vector = TOLVRealVector::vectorWithComponents(longNoise(8));
+    std::vector<const ExtremePyramid*> pyramids(8);
+    std::vector<std::thread> threads;
+    for (const ExtremePyramid*& pyramid : pyramids)
+        threads.emplace_back([&] { pyramid = vector->copy()->pyramidOfStorage(vector->length()); });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_NE(pyramids.front(), nullptr);
+    EXPECT_EQ(std::count(pyramids.begin(), pyramids.end(), pyramids.front()), 8);
 }
 
 } // namespace

@@ -86,7 +86,7 @@ void TOLVGraphCurve::buildPathWithRect(const Rect& rect, bool closed)
     reduction.xIsLog = m_xIsLog;
     reduction.yIsLog = m_yIsLog;
     m_curve->reset();
-    reduction.reduce({m_x->components(), m_x->length()}, {m_y->components(), m_y->length()}, *m_curve);
+    reduction.reduce(*m_x, *m_y, *m_curve);
 }
 
 void TOLVGraphCurve::drawInRect(const Rect&)

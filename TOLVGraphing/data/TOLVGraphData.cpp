@@ -6,10 +6,58 @@
 #include <TOLVMath/TOLVRealVector.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <limits>
+#include <span>
 #include <utility>
 
 namespace TOLVGraphing {
+
+namespace {
+
+float squaredDistance(float a, float b)
+{
+    return (a - b) * (a - b);
+}
+
+/// The first of the samples nearest to x; their number when none has a squared distance below FLT_MAX.
+std::size_t nearestOf(std::span<const float> xs, float x)
+{
+    float best = std::numeric_limits<float>::max();
+    std::size_t nearest = xs.size();
+    for (std::size_t i = 0; i < xs.size(); ++i) {
+        const float distance = squaredDistance(x, xs[i]);
+        if (best > distance) {
+            nearest = i;
+            best = distance;
+        }
+    }
+    return nearest;
+}
+
+/// The same, found by halving: towards x the distances of ascending samples never grow, and behind it they never shrink.
+std::size_t nearestOfAscending(std::span<const float> xs, float x)
+{
+    if (std::isnan(x))
+        return xs.size();
+    const auto behind = std::lower_bound(xs.begin(), xs.end(), x);
+    const float farthest = std::numeric_limits<float>::max();
+    const float before = behind == xs.begin() ? farthest : squaredDistance(x, *(behind - 1));
+    const float after = behind == xs.end() ? farthest : squaredDistance(x, *behind);
+    // Written so that infinite distances, and those that are NaN, count as no place.
+    const bool isBefore = before < farthest;
+    const bool isAfter = after < farthest;
+    if (isAfter && !(isBefore && before <= after))
+        return static_cast<std::size_t>(behind - xs.begin());
+    if (!isBefore)
+        return xs.size();
+    // Several may be equally near once the distance is rounded: the first one counts.
+    const auto first = std::partition_point(xs.begin(), behind, [&](float sample) { return squaredDistance(x, sample) > before; });
+    return static_cast<std::size_t>(first - xs.begin());
+}
+
+} // namespace
 
 TOLVGraphData::TOLVGraphData()
     : m_lineStyle(TOLVLineStyle::solidLineWithColor(Color::blackColor(), 1.0))
@@ -66,16 +114,9 @@ void TOLVGraphData::setColor(const std::optional<Color>& color)
 float TOLVGraphData::YValueAtX(float x, float* actualX) const
 {
     const std::size_t length = m_x && m_y ? std::min(m_x->length(), m_y->length()) : 0;
-    const float* xs = length ? m_x->components() : nullptr;
-    float best = std::numeric_limits<float>::max();
-    std::size_t nearest = length;
-    for (std::size_t i = 0; i < length; ++i) {
-        const float distance = (x - xs[i]) * (x - xs[i]);
-        if (best > distance) {
-            nearest = i;
-            best = distance;
-        }
-    }
+    const std::span<const float> xs(length ? m_x->components() : nullptr, length);
+    const auto* vector = dynamic_cast<const TOLVRealVector*>(m_x.get());
+    const std::size_t nearest = vector && vector->isAscending() ? nearestOfAscending(xs, x) : nearestOf(xs, x);
     if (nearest == length) {
         writeLog("Could not obtain an x index!!");
         return 0.0F;

@@ -54,6 +54,7 @@ public:
 
     /// The ordinate of the sample whose abscissa is nearest to x, the first of several; `actualX`, if given, receives that abscissa. Samples whose distance is NaN are
     /// passed over. Without a nearest sample (no samples, infinite x) one line goes to the log, the answer is 0 and `actualX` is not touched.
+    /// In a TOLVRealVector that ascends the place is found by halving, otherwise by looking through all samples.
     [[nodiscard]] float YValueAtX(float x, float* actualX = nullptr) const;
 
     /// A series of the samples in the range with the same colour and line style, without name and dictionary. Stops the program with a message when X or Y is not a

@@ -4,10 +4,14 @@
 #include "../platform/foundation/Log.h"
 
 #include <TOLVMath/TOLVRealVector.h>
+#include <tests/support/ChangingSamples.h>
+#include <tests/support/Generated.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -224,6 +228,33 @@ TEST(TOLVGraphDataDeathTest, ARangeNeedsTheVectorClassOfItsOwn)
     EXPECT_DEATH((void)TOLVGraphData::graphDataWithX(foreign, samples({1.0F}), kRed)->graphDataInRange({0, 1}), message);
     EXPECT_DEATH((void)TOLVGraphData::graphDataWithX(samples({1.0F}), foreign, kRed)->graphDataInRange({0, 1}), message);
     EXPECT_DEATH((void)TOLVGraphData().graphDataInRange({0, 1}), message);
+}
+
+TEST(TOLVGraphData, TheNearestOfAscendingSamplesIsTheOneThatLookingThroughAllFinds)
+{
+    testing_support::Generated random(11);
+    const float special[] = {0.0F, -kInfinity, kInfinity, 3e38F, -3e38F, 2e19F, 1e-30F};
+    for (int round = 0; round < 4000; ++round) {
+        std::vector<float> xs(random.whole(30));
+        const double width = random.whole(4) == 0 ? 1e-6 : 10.0;
+        for (float& x : xs)
+            x = random.whole(12) == 0 ? special[random.whole(std::size(special))] : static_cast<float>(1000.0 + random.number(0.0, width));
+        std::sort(xs.begin(), xs.end());
+        std::vector<float> ys(xs.size());
+        std::iota(ys.begin(), ys.end(), 1.0F);
+        // A host's own samples are looked through one by one.
+        const auto plain = TOLVGraphData::graphDataWithX(std::make_shared<testing_support::ChangingSamples>(xs), std::make_shared<testing_support::ChangingSamples>(ys), Color::blackColor());
+        const auto sorted = seriesOf(xs, ys);
+        const float x = random.whole(10) == 0 ? special[random.whole(std::size(special))] : static_cast<float>(1000.0 + random.number(-1.0, width));
+        float actual = -1.0F;
+        float expected = -1.0F;
+        float found = 0.0F;
+        float wanted = 0.0F;
+        const auto lines = logOf([&] { found = sorted->YValueAtX(x, &actual); });
+        ASSERT_EQ(lines, logOf([&] { wanted = plain->YValueAtX(x, &expected); }));
+        ASSERT_EQ(found, wanted) << x << " in round " << round;
+        ASSERT_EQ(actual, expected);
+    }
 }
 
 } // namespace

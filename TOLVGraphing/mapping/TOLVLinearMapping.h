@@ -11,11 +11,13 @@ public:
     [[nodiscard]] float valueForPoint(float point) const override { return (point - mMinPoint) / mScaler + mMinValue; }
     [[nodiscard]] std::shared_ptr<TOLVMapping> copy() const override;
 
+    /// Positions per data unit; 0 while the value range is empty or NaN.
+    [[nodiscard]] float scaler() const { return mScaler; }
+
 protected:
     void scaleUpdate() override;
 
 private:
-    /// Positions per data unit; 0 while the value range is empty or NaN.
     float mScaler = 0.0F;
 };
 

@@ -18,6 +18,11 @@ public:
     [[nodiscard]] float valueForPoint(float point) const override { return std::pow(10.0F, (point - mMinPoint) / mScaler + mLogMin); }
     [[nodiscard]] std::shared_ptr<TOLVMapping> copy() const override;
 
+    /// Positions per decade; 0 while the logarithmic range is empty or NaN.
+    [[nodiscard]] float scaler() const { return mScaler; }
+    /// The logarithm that maps to `minPoint`.
+    [[nodiscard]] float logMin() const { return mLogMin; }
+
 protected:
     void scaleUpdate() override;
 
@@ -26,7 +31,6 @@ private:
 
     float mLogMin = 0.0F;
     float mLogMax = 0.0F;
-    /// Positions per decade; 0 while the logarithmic range is empty or NaN.
     float mScaler = 0.0F;
 };
 
