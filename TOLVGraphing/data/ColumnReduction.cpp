@@ -389,26 +389,24 @@ public:
 
     void run()
     {
-        const bool isSearchable = m_series.isAscending && !std::isnan(m_settings.xMinimum) && !std::isnan(m_settings.xMaximum);
-        if (isSearchable)
-            findRange();
-        if (!isSearchable)
+        if (m_series.isAscending)
+            runAscending();
+        else
             SampleBySample(m_settings, m_series, m_xScale, m_yScale, m_vertices).run(0);
-        else if (m_begin < m_end)
-            runInRange();
         if (m_settings.closed && !m_series.xs.empty())
             m_vertices.curve().addPoint({m_vertices.lastX(), m_settings.rect.y()});
     }
 
     [[nodiscard]] bool goesByColumns()
     {
-        if (!m_series.isAscending || std::isnan(m_settings.xMinimum) || std::isnan(m_settings.xMaximum))
+        if (!m_series.isAscending)
             return false;
         findRange();
         return m_begin < m_end && isWorth(columnsInRange());
     }
 
 private:
+    /// An end that is NaN leaves nothing out.
     void findRange()
     {
         const auto& xs = m_series.xs;
@@ -416,8 +414,11 @@ private:
         m_end = static_cast<std::size_t>(std::upper_bound(xs.begin() + static_cast<std::ptrdiff_t>(m_begin), xs.end(), m_settings.xMaximum) - xs.begin());
     }
 
-    void runInRange()
+    void runAscending()
     {
+        findRange();
+        if (m_begin >= m_end)
+            return;
         const std::size_t count = m_end - m_begin;
         const std::size_t columns = columnsInRange();
         m_vertices.curve().reserve(std::min(count, 2 * columns) + 4);

@@ -133,6 +133,11 @@ std::vector<float> randomAbscissae(Dice& dice, std::size_t count, bool isLogarit
     if (dice.oneIn(40))
         xs[dice.below(count)] = dice.oneIn(2) ? kInfinity : -kInfinity;
     std::sort(xs.begin(), xs.end());
+    if (dice.oneIn(25)) {
+        // Nearly ascending, or with a gap in it.
+        const float values[] = {xs[dice.below(count)], kNaN, base};
+        xs[dice.below(count)] = values[dice.below(std::size(values))];
+    }
     return xs;
 }
 
@@ -225,6 +230,7 @@ public:
         m_series.xLocation = one.xLocation;
         m_series.yLocation = one.yLocation;
         if (one.hasTable) {
+            // Null where the storage does not ascend.
             m_table = SortedSamples::of(one.xStorage);
             m_series.sortedX = m_table.get();
         }
@@ -299,6 +305,34 @@ TEST_P(ColumnReductionRandom, GivesThePlainRulesPointsToTheLastBit)
 }
 
 INSTANTIATE_TEST_SUITE_P(Quarter, ColumnReductionRandom, testing::Values(0, 1, 2, 3));
+
+/// Larger values never have smaller logarithms on this machine, which the search for columns on logarithmic axes rests on. Neighbours are compared, in the ordinary run those around every 65,536th value and all around powers of ten and two.
+TEST(ColumnReductionLogarithm, NeverDescends)
+{
+    const bool isLongRun = std::getenv("TOLVGRAPHING_REDUCTION_CASES") != nullptr;
+    const std::uint32_t stride = isLongRun ? 1 : 65'536;
+    constexpr std::uint32_t kNeighbours = 16;
+    const auto logarithm = [](std::uint32_t bits) { return std::log10(std::bit_cast<float>(bits)); };
+    const auto firstDescent = [&](std::uint32_t from, std::uint32_t end) {
+        while (from < end && logarithm(from) <= logarithm(from + 1))
+            ++from;
+        return from;
+    };
+    constexpr std::uint32_t kInfinite = 0x7F800000;
+    for (std::uint64_t bits = 0; bits < kInfinite; bits += stride) {
+        const auto from = static_cast<std::uint32_t>(bits);
+        const std::uint32_t end = std::min(from + (isLongRun ? 1 : kNeighbours), kInfinite);
+        ASSERT_EQ(firstDescent(from, end), end) << std::bit_cast<float>(from);
+    }
+    for (int exponent = -37; exponent <= 38; ++exponent) {
+        const auto place = std::bit_cast<std::uint32_t>(std::pow(10.0F, static_cast<float>(exponent)));
+        ASSERT_EQ(firstDescent(place - 1000, place + 1000), place + 1000) << exponent;
+    }
+    for (int exponent = -125; exponent <= 126; ++exponent) {
+        const auto place = std::bit_cast<std::uint32_t>(std::ldexp(1.0F, exponent));
+        ASSERT_EQ(firstDescent(place - 1000, place + 1000), place + 1000) << exponent;
+    }
+}
 
 } // namespace
 } // namespace TOLVGraphing
