@@ -29,7 +29,7 @@ Point turned(Point direction) { return {-direction.y, direction.x}; }
 
 } // namespace
 
-PolylineStroker::PolylineStroker(UnionCoverage& coverage, StrokeStyle style)
+PolylineStroker::PolylineStroker(PolygonSink& coverage, StrokeStyle style)
     : m_coverage(coverage), m_style(std::move(style)), m_reach(m_style.width > 0.0 && std::isfinite(m_style.width) ? 0.5 * m_style.width : 0.0)
 {
 }
@@ -112,6 +112,8 @@ void PolylineStroker::strokeSegments(std::span<const Segment> segments)
         const Point start = isStartShared ? startOffset : across;
         const Point end = isEndShared ? endOffset : across;
         const std::array<Point, 4> corners{sum(segment.from, start), sum(segment.to, end), difference(segment.to, end), difference(segment.from, start)};
+        // Neither an end nor a corner of any kind sticks out to the left by more than half a width; the rest is for rounding.
+        m_coverage.leaveBehind(segment.from.x - m_reach - kShortestSegment);
         m_coverage.addConvexPolygon(corners);
         if (hasNext && !isEndShared)
             addJoin(segment, segments[i + 1]);
