@@ -2,6 +2,7 @@
 
 #include "UnionCoverage.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -27,7 +28,9 @@ private:
 
     ImagePixels m_pixels;
     PixelBox m_bounds;
-    std::uint32_t m_color;
+    std::uint8_t m_alpha;
+    /// The colour of eight pixels.
+    std::array<std::uint8_t, 32> m_colors{};
 };
 
 } // namespace TOLVGraphing::raster

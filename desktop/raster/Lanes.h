@@ -10,6 +10,11 @@
 #include <emmintrin.h>
 #endif
 
+#if defined(TOLVGRAPHING_VECTOR_LANES) && defined(__GNUC__)
+#define TOLVGRAPHING_WIDE_LANES 1
+#include <immintrin.h>
+#endif
+
 // Operations on sixteen numbers at a time, with vector instructions where every processor of the kind has them. TOLVGRAPHING_PLAIN_LANES compiles the loops instead, which
 // give the same numbers.
 
@@ -42,6 +47,17 @@ inline Lanes sameLanes(std::int16_t place)
 }
 
 #ifdef TOLVGRAPHING_VECTOR_LANES
+
+#ifdef TOLVGRAPHING_WIDE_LANES
+
+/// True when the processor has vector instructions for sixteen lanes at a time, which only functions that say so are compiled to.
+inline bool hasWideVectors()
+{
+    static const bool hasThem = __builtin_cpu_supports("avx2") != 0;
+    return hasThem;
+}
+
+#endif
 
 namespace lanes {
 

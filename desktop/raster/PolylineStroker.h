@@ -39,6 +39,9 @@ private:
         double length = 0.0;
     };
 
+    void addSegments(std::span<const Point> points);
+    /// The same, without points that lie on the way between others.
+    void addLongSegments(std::span<const Point> points);
     void addSegment(Point from, Point to);
     void strokeDashes();
     void strokeSegments(std::span<const Segment> segments);

@@ -17,6 +17,7 @@ constexpr int kChunkRows = 64;
 constexpr int kPixel = 256;
 constexpr int kStripPlaces = 64 * kPixel;
 constexpr int kRows = static_cast<int>(kLaneCount);
+constexpr std::size_t kChunkBlocks = kChunkRows / kLaneCount;
 constexpr std::int16_t kNowhere = INT16_MIN;
 /// The front of a row whose parts have fronts of their own: no polygon goes beyond it.
 constexpr std::int16_t kDivided = INT16_MAX;
@@ -32,6 +33,66 @@ constexpr double kFewRows = 12.0;
 constexpr double kLevel = 1.0 / 64.0;
 constexpr double kSmallestArea = 1e-9;
 
+#ifdef TOLVGRAPHING_WIDE_LANES
+
+__attribute__((target("avx2"))) void writeLevelsWide(std::uint8_t* levels, const Lanes* reach, const Lanes* gaps, std::int16_t low)
+{
+    const __m256i lows = _mm256_set1_epi16(low);
+    const __m256i highs = _mm256_set1_epi16(static_cast<std::int16_t>(low + kPixel));
+    const __m256i none = _mm256_setzero_si256();
+    for (int row = 0; row < kChunkRows; row += 2 * kRows, reach += 2, gaps += 2) {
+        __m256i words[2];
+        for (int i = 0; i < 2; ++i) {
+            const __m256i reached = _mm256_sub_epi16(_mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(reach + i)), lows), highs), lows);
+            const __m256i covered = _mm256_max_epi16(_mm256_sub_epi16(reached, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gaps + i))), none);
+            words[i] = _mm256_srli_epi16(_mm256_add_epi16(_mm256_mullo_epi16(covered, _mm256_set1_epi16(255)), _mm256_set1_epi16(128)), 8);
+        }
+        // Packing goes by halves: the second and the third quarter change places.
+        const __m256i packed = _mm256_permute4x64_epi64(_mm256_packus_epi16(words[0], words[1]), 0xD8);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(levels + row), packed);
+    }
+}
+
+__attribute__((target("avx2"))) void addPartsWide(Lanes* sums, const Lanes* from, const Lanes* to, int blocks, std::int16_t low)
+{
+    const __m256i lows = _mm256_set1_epi16(low);
+    const __m256i highs = _mm256_set1_epi16(static_cast<std::int16_t>(low + kPixel));
+    for (int i = 0; i < blocks; ++i) {
+        const __m256i start = _mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(from + i)), lows), highs);
+        const __m256i end = _mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(to + i)), lows), highs);
+        auto* sum = reinterpret_cast<__m256i*>(sums + i);
+        _mm256_storeu_si256(sum, _mm256_add_epi16(_mm256_loadu_si256(sum), _mm256_max_epi16(_mm256_sub_epi16(end, start), _mm256_setzero_si256())));
+    }
+}
+
+#endif
+
+/// The levels of a chunk's rows, from how far they reach and how much of that is gaps.
+void writeChunkLevels(std::uint8_t* levels, const Lanes* reach, const Lanes* gaps, std::int16_t low)
+{
+#ifdef TOLVGRAPHING_WIDE_LANES
+    if (hasWideVectors()) {
+        writeLevelsWide(levels, reach, gaps, low);
+        return;
+    }
+#endif
+    for (int row = 0; row < kChunkRows; row += kRows)
+        writeLevels(levels + row, *reach++, *gaps++, low);
+}
+
+/// Adds what lies between two lanes in a pixel for a number of blocks of rows.
+void addParts(Lanes* sums, const Lanes* from, const Lanes* to, int blocks, std::int16_t low)
+{
+#ifdef TOLVGRAPHING_WIDE_LANES
+    if (hasWideVectors()) {
+        addPartsWide(sums, from, to, blocks, low);
+        return;
+    }
+#endif
+    for (int i = 0; i < blocks; ++i)
+        addPartBetween(sums[i], from[i], to[i], low, static_cast<std::int16_t>(low + kPixel));
+}
+
 /// Moves the lanes to the left by a strip's width; what is too far left to matter stays there.
 void moveLanes(Lanes& lanes)
 {
@@ -39,10 +100,10 @@ void moveLanes(Lanes& lanes)
         lane = static_cast<std::int16_t>(largerOf(lane, kNowhere + kStripPlaces) - kStripPlaces);
 }
 
-/// The number of the first sixteenth of a row, counted from row 0, whose middle is not above the place.
+/// The number of the first sixteenth of a row, counted from row 0, whose middle is below the place, which is not negative.
 int partBelow(double place)
 {
-    return static_cast<int>(std::ceil(place * kRows - 0.5));
+    return static_cast<int>(place * kRows + 0.5);
 }
 
 /// The bits of the rows from `from` to before `end`.
@@ -53,11 +114,6 @@ std::uint64_t rowBits(int from, int end)
 }
 
 } // namespace
-
-inline Lanes SweptCoverage::Line::rowsFrom(int row) const
-{
-    return lanesAlong(static_cast<std::int16_t>(at(row)), slope);
-}
 
 bool SweptCoverage::suits(std::span<const Point> line, double width)
 {
@@ -85,7 +141,7 @@ void SweptCoverage::begin(const PixelBox& box, Paint paint)
     m_chunkCount = static_cast<std::size_t>((m_box.height + kChunkRows - 1) / kChunkRows);
     m_rowCount = m_chunkCount * kChunkRows;
     Chunk untouched;
-    untouched.line.start = kNowhere;
+    untouched.line = kNoLine;
     m_chunks.assign(m_chunkCount, untouched);
     m_fronts.resize(m_rowCount / kLaneCount);
     m_partFronts.resize(m_rowCount);
@@ -128,6 +184,7 @@ void SweptCoverage::addConvexPolygon(std::span<const Point> corners)
     bottom = std::min(bottom - m_box.top, static_cast<double>(m_box.height));
     if (partBelow(top) >= partBelow(bottom))
         return;
+    m_farthest = static_cast<int>(std::min((right - m_box.left - m_left) * kPixel, static_cast<double>(kLastPlace))) + kPixel;
     collectSides(corners, area);
     const auto isLower = [](const Side& a, const Side& b) { return a.height() < b.height(); };
     const auto longestLeft = std::max_element(m_leftSides.begin(), m_leftSides.end(), isLower);
@@ -135,7 +192,7 @@ void SweptCoverage::addConvexPolygon(std::span<const Point> corners)
     if (longestLeft == m_leftSides.end() || longestRight == m_rightSides.end())
         return;
     const auto firstRow = static_cast<int>(top);
-    const auto endRow = static_cast<int>(std::ceil(bottom));
+    const int endRow = static_cast<int>(bottom) + (bottom > static_cast<int>(bottom) ? 1 : 0);
     // Between the two long sides, as far as they go side by side, rows are covered as a whole.
     const double limit = m_box.height;
     const auto firstWhole = static_cast<int>(std::ceil(std::clamp(std::max(longestLeft->top, longestRight->top), 0.0, limit)));
@@ -170,29 +227,27 @@ void SweptCoverage::collectSides(std::span<const Point> corners, double area)
 
 void SweptCoverage::coverDividedRows(int from, int end, double top, double bottom)
 {
-    constexpr double kParts = kLaneCount;
-    constexpr auto kFirst = static_cast<float>(kNowhere);
-    constexpr auto kLast = static_cast<float>(kLastPlace);
+    const auto isSteepSide = [](const std::vector<Side>& sides) { return sides.size() == 1 && std::abs(sides.front().slope) <= kSteepEnough * kPixel; };
+    const bool isSteep = isSteepSide(m_leftSides) && isSteepSide(m_rightSides);
+    const auto partsOf = [](const Side& side, int row) {
+        const double limit = kLastPlace;
+        const double start = std::min(std::max(side.x + (row + 0.5 / kRows - side.top) * side.slope + 0.5, -limit), limit);
+        return lanesAlong(static_cast<std::int16_t>(static_cast<int>(start + limit) - kLastPlace), static_cast<int>(side.slope * kPixel / kRows));
+    };
     for (int row = from; row < end; ++row) {
         // Part i counts with its middle at (i + 0.5) / 16.
         const int firstPart = std::max(partBelow(top) - row * kRows, 0);
         const int endPart = std::min(partBelow(bottom) - row * kRows, kRows);
         if (firstPart >= endPart)
             continue;
-        // A convex polygon is what lies between all of its left and all of its right sides.
-        Places left;
-        Places right;
-        left.fill(kFirst);
-        right.fill(kLast);
-        const auto placeOf = [&](const Side& side) { return static_cast<float>(std::clamp(side.x + (row + 0.5 / kParts - side.top) * side.slope + 0.5, -1e9, 1e9)); };
-        for (const Side& side : m_leftSides)
-            raisePlaces(left, placeOf(side), static_cast<float>(side.slope / kParts));
-        for (const Side& side : m_rightSides)
-            lowerPlaces(right, placeOf(side), static_cast<float>(side.slope / kParts));
-        lowerPlaces(left, kLast, 0.0F);
-        raisePlaces(right, kFirst, 0.0F);
-        Lanes starts = roundedPlaces(left);
-        Lanes stops = roundedPlaces(right);
+        Lanes starts;
+        Lanes stops;
+        if (isSteep) {
+            starts = partsOf(m_leftSides.front(), row);
+            stops = partsOf(m_rightSides.front(), row);
+        } else {
+            collectParts(row, starts, stops);
+        }
         // Where a left side is beyond a right one there is nothing.
         keepLanes(starts, stops, firstPart, endPart);
         divideRow(row);
@@ -200,19 +255,57 @@ void SweptCoverage::coverDividedRows(int from, int end, double top, double botto
     }
 }
 
+void SweptCoverage::collectParts(int row, Lanes& starts, Lanes& stops) const
+{
+    // A convex polygon is what lies between all of its left and all of its right sides.
+    constexpr auto kFirst = static_cast<float>(kNowhere);
+    constexpr auto kLast = static_cast<float>(kLastPlace);
+    Places left;
+    Places right;
+    left.fill(kFirst);
+    right.fill(kLast);
+    const auto placeOf = [&](const Side& side) { return static_cast<float>(std::clamp(side.x + (row + 0.5 / kRows - side.top) * side.slope + 0.5, -1e9, 1e9)); };
+    for (const Side& side : m_leftSides)
+        raisePlaces(left, placeOf(side), static_cast<float>(side.slope / kRows));
+    for (const Side& side : m_rightSides)
+        lowerPlaces(right, placeOf(side), static_cast<float>(side.slope / kRows));
+    lowerPlaces(left, kLast, 0.0F);
+    raisePlaces(right, kFirst, 0.0F);
+    starts = roundedPlaces(left);
+    stops = roundedPlaces(right);
+}
+
 void SweptCoverage::coverWholeRows(int from, int end, const Side& left, const Side& right)
 {
-    // Rounded down, like what is added on the way down; half of the difference is made up for here.
-    const auto lineOf = [](const Side& side, int firstRow) {
-        const double start = side.x + (firstRow + 0.5 - side.top) * side.slope + (side.slope == 0.0 ? 0.5 : 1.0);
-        const double limited = std::min(std::max(start, -static_cast<double>(kLastPlace)), static_cast<double>(kLastPlace));
-        return Line{static_cast<int>(limited + kLastPlace) - kLastPlace, static_cast<int>(side.slope * kPixel)};
+    const int rowsBefore = from / kChunkRows * kChunkRows;
+    // Each chunk's lines begin exactly. What rounding down takes off on the way down is made up for.
+    const auto startOf = [&](const Side& side) {
+        const double start = (side.x + (rowsBefore + 0.5 - side.top) * side.slope) * kPixel + (side.slope == 0.0 ? kPixel / 2 : kPixel);
+        const double limit = static_cast<double>(kLastPlace) * kPixel;
+        return std::min(std::max(start, -limit), limit);
     };
+    double leftStart = startOf(left);
+    double rightStart = startOf(right);
+    const double leftStep = left.slope * (kChunkRows * kPixel);
+    const double rightStep = right.slope * (kChunkRows * kPixel);
+    const auto leftSlope = static_cast<int>(left.slope * kPixel);
+    const auto rightSlope = static_cast<int>(right.slope * kPixel);
+    const auto lineAt = [](double start, int slope) { return Line{static_cast<int>(start), static_cast<int>(start) + (kChunkRows - 1) * slope, slope}; };
     // Rows below the box may count as covered.
     const int limit = end == m_box.height ? static_cast<int>(m_rowCount) : end;
-    for (int row = from; row < limit; row = (row / kChunkRows + 1) * kChunkRows) {
-        const int firstRow = row / kChunkRows * kChunkRows;
-        coverChunk(static_cast<std::size_t>(row / kChunkRows), row - firstRow, std::min(limit - firstRow, kChunkRows), lineOf(left, firstRow), lineOf(right, firstRow));
+    for (int first = rowsBefore; first < limit; first += kChunkRows, leftStart += leftStep, rightStart += rightStep) {
+        const Line leftLine = lineAt(leftStart, leftSlope);
+        const Line rightLine = lineAt(rightStart, rightSlope);
+        const auto index = static_cast<std::size_t>(first / kChunkRows);
+        Chunk& chunk = m_chunks[index];
+        chunk.farthest = std::max(chunk.farthest, m_farthest);
+        if (first < from || first + kChunkRows > limit || !chunk.isLine || !rightLine.isRightOf(chunk.line)) {
+            coverChunk(index, std::max(from - first, 0), std::min(limit - first, kChunkRows), leftLine, rightLine);
+            continue;
+        }
+        if (!chunk.line.isRightOf(leftLine))
+            leaveGapOfLines(index, chunk.line, leftLine);
+        chunk.line = rightLine;
     }
 }
 
@@ -220,8 +313,6 @@ void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line&
 {
     Chunk& chunk = m_chunks[index];
     const bool isWhole = from == 0 && end == kChunkRows;
-    if (isWhole && chunk.isLine && coverLine(index, left, right))
-        return;
     giveRowsFronts(index);
     const std::size_t firstRow = index * kChunkRows;
     bool isBehind = false;
@@ -233,14 +324,14 @@ void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line&
         const std::size_t place = firstRow + static_cast<std::size_t>(row);
         Lanes& front = frontOf(place);
         if (isAnyLarger(start, front))
-            leaveGap(place, front, start, smallestLaneBelow(front, start), largestLane(start));
-        isBehind = isBehind || isAnyLarger(front, stop);
+            leaveGap(place, &front, &start, 1, {smallestLaneBelow(front, start), largestLane(start)});
+        isBehind = isBehind || (isWhole && isAnyLarger(front, stop));
         raiseLanes(front, stop);
     }
     for (std::uint64_t rows = chunk.divided & rowBits(from, end); rows != 0; rows &= rows - 1) {
         const int row = std::countr_zero(rows);
         const std::size_t place = firstRow + static_cast<std::size_t>(row);
-        const auto step = static_cast<std::int16_t>(right.slope / kRows / kPixel);
+        const auto step = static_cast<std::int16_t>(right.slope / 2 / kPixel);
         const auto stop = static_cast<std::int16_t>(right.at(row));
         coverParts(static_cast<int>(place), lanesAlong(static_cast<std::int16_t>(left.at(row)), left.slope / kRows), sameLanes(static_cast<std::int16_t>(stop + step)));
         if (isAnyLarger(m_partFronts[place], sameLanes(static_cast<std::int16_t>(stop + step))))
@@ -254,30 +345,26 @@ void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line&
     }
 }
 
-bool SweptCoverage::coverLine(std::size_t index, const Line& left, const Line& right)
+void SweptCoverage::leaveGapOfLines(std::size_t index, const Line& front, const Line& left)
 {
-    Chunk& chunk = m_chunks[index];
-    constexpr int kLast = kChunkRows - 1;
-    const Line& front = chunk.line;
-    const int before = right.start - front.start;
-    const int after = right.at(kLast) - front.at(kLast);
-    if ((before < 0) != (after < 0))
-        return false;
-    if (left.start > front.start || left.at(kLast) > front.at(kLast)) {
-            for (int row = 0; row < kChunkRows; row += kRows) {
-            const int end = row + kRows - 1;
-            const int frontStart = front.at(row);
-            const int frontEnd = front.at(end);
-            const int leftStart = left.at(row);
-            const int leftEnd = left.at(end);
-            if (leftStart <= frontStart && leftEnd <= frontEnd)
-                continue;
-            leaveGap(index * kChunkRows + static_cast<std::size_t>(row), front.rowsFrom(row), left.rowsFrom(row), std::min(frontStart, frontEnd), std::max(leftStart, leftEnd));
-        }
+    // The blocks of rows where the left side is to the right of the front, which are neighbours.
+    std::array<Lanes, kChunkBlocks> fronts;
+    std::array<Lanes, kChunkBlocks> lefts;
+    const auto isGap = [&](int row) { return left.at(row) > front.at(row); };
+    int first = 0;
+    int end = kChunkRows;
+    while (first < end && !isGap(first) && !isGap(first + kRows - 1))
+        first += kRows;
+    while (end > first && !isGap(end - 1) && !isGap(end - kRows))
+        end -= kRows;
+    int blocks = 0;
+    for (int row = first; row < end; row += kRows, ++blocks) {
+        fronts[static_cast<std::size_t>(blocks)] = front.rowsFrom(row);
+        lefts[static_cast<std::size_t>(blocks)] = left.rowsFrom(row);
     }
-    if (before >= 0)
-        chunk.line = right;
-    return true;
+    const int least = std::min(front.at(first), front.at(end - 1));
+    const int most = std::max(left.at(first), left.at(end - 1));
+    leaveGap(index * kChunkRows + static_cast<std::size_t>(first), fronts.data(), lefts.data(), blocks, {least, most});
 }
 
 void SweptCoverage::coverParts(int row, const Lanes& left, const Lanes& right)
@@ -293,22 +380,20 @@ void SweptCoverage::coverParts(int row, const Lanes& left, const Lanes& right)
             const std::size_t ring = ringIndex(column);
             std::int16_t& gap = gapsOf(ring, place)[place % kLaneCount];
             gap = static_cast<std::int16_t>(gap + (part + kRows / 2) / kRows);
-            m_hasGaps[ring * m_chunkCount + place / kChunkRows] |= static_cast<std::uint8_t>(1U << (place % kChunkRows / kLaneCount));
+            m_hasGaps[ring * m_chunkCount + place / kChunkRows] = 1;
         }
     }
     raiseLanes(front, right);
 }
 
-void SweptCoverage::leaveGap(std::size_t firstRow, const Lanes& front, const Lanes& left, int first, int last)
+void SweptCoverage::leaveGap(std::size_t firstRow, const Lanes* front, const Lanes* left, int blocks, const Reach& reach)
 {
-    const int firstColumn = std::max(first / kPixel, m_column);
-    const int lastColumn = std::min(last / kPixel, m_box.width - m_left - 1);
-    const auto block = static_cast<std::uint8_t>(1U << (firstRow % kChunkRows / kLaneCount));
+    const int firstColumn = std::max(reach.least / kPixel, m_column);
+    const int lastColumn = std::min(reach.most / kPixel, m_box.width - m_left - 1);
     for (int column = firstColumn; column <= lastColumn; ++column) {
-        const auto low = static_cast<std::int16_t>(column * kPixel);
         const std::size_t ring = ringIndex(column);
-        addPartBetween(gapsOf(ring, firstRow), front, left, low, static_cast<std::int16_t>(low + kPixel));
-        m_hasGaps[ring * m_chunkCount + firstRow / kChunkRows] |= block;
+        addParts(&gapsOf(ring, firstRow), front, left, blocks, static_cast<std::int16_t>(column * kPixel));
+        m_hasGaps[ring * m_chunkCount + firstRow / kChunkRows] = 1;
     }
 }
 
@@ -316,6 +401,7 @@ void SweptCoverage::divideRow(int row)
 {
     const auto place = static_cast<std::size_t>(row);
     Chunk& chunk = m_chunks[place / kChunkRows];
+    chunk.farthest = std::max(chunk.farthest, m_farthest);
     const std::uint64_t bit = std::uint64_t{1} << (place % kChunkRows);
     if ((chunk.divided & bit) != 0)
         return;
@@ -374,32 +460,25 @@ bool SweptCoverage::finishRows(std::size_t index, std::int16_t low, std::uint8_t
     const int high = low + kPixel;
     const std::size_t ring = ringIndex(low / kPixel);
     std::uint8_t& hasGaps = m_hasGaps[ring * m_chunkCount + index];
-    const int first = chunk.line.start;
-    const int last = chunk.line.at(kChunkRows - 1);
-    const bool isCovered = chunk.isLine && std::min(first, last) >= high;
-    const bool isOpen = chunk.isLine && std::max(first, last) <= low;
+    const bool isCovered = chunk.isLine && std::min(chunk.line.start, chunk.line.end) >= high * kPixel;
+    const bool isOpen = chunk.farthest <= low;
     if (hasGaps == 0 && (isCovered || isOpen)) {
         std::memset(levels, isCovered ? 255 : 0, kChunkRows);
         return isCovered;
     }
     const std::size_t firstRow = index * kChunkRows;
-    const Lanes lows = sameLanes(low);
-    for (std::size_t row = 0; row < kChunkRows; row += kLaneCount) {
-        const bool hasGap = ((hasGaps >> (row / kLaneCount)) & 1U) != 0;
-        if (isCovered && !hasGap) {
-            std::memset(levels + row, 255, kLaneCount);
-            continue;
-        }
-        const Lanes front = chunk.isLine ? chunk.line.rowsFrom(static_cast<int>(row)) : frontOf(firstRow + row);
-        if (!hasGap && !isAnyLarger(front, lows))
-            std::memset(levels + row, 0, kLaneCount);
-        else
-            writeLevels(levels + row, front, gapsOf(ring, firstRow + row), low);
+    std::array<Lanes, kChunkBlocks> lines;
+    const Lanes* reach = &frontOf(firstRow);
+    if (chunk.isLine) {
+        for (std::size_t i = 0; i < kChunkBlocks; ++i)
+            lines[i] = isCovered ? sameLanes(static_cast<std::int16_t>(high)) : chunk.line.rowsFrom(static_cast<int>(i * kLaneCount));
+        reach = lines.data();
     }
+    writeChunkLevels(levels, reach, &gapsOf(ring, firstRow), low);
     if (chunk.divided != 0)
         finishDividedRows(index, low, levels);
     if (hasGaps != 0)
-        std::fill_n(&gapsOf(ring, firstRow), kChunkRows / kLaneCount, Lanes{});
+        std::fill_n(&gapsOf(ring, firstRow), kChunkBlocks, Lanes{});
     hasGaps = 0;
     return true;
 }
@@ -440,11 +519,13 @@ void SweptCoverage::moveStrip()
     m_column = 0;
     for (std::size_t index = 0; index < m_chunkCount; ++index) {
         Chunk& chunk = m_chunks[index];
+        chunk.farthest = std::max(chunk.farthest - kStripPlaces, static_cast<int>(kNowhere));
         if (chunk.isLine) {
-            chunk.line.start -= kStripPlaces;
+            chunk.line.start -= kStripPlaces * kPixel;
+            chunk.line.end -= kStripPlaces * kPixel;
             // Eight pixels are what a line moves by at most.
-            if (chunk.line.start < -kStripPlaces)
-                chunk.line = {kNowhere, 0};
+            if (chunk.line.start < -kStripPlaces * kPixel)
+                chunk.line = kNoLine;
             continue;
         }
         const std::size_t firstRow = index * kChunkRows;

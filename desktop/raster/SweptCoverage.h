@@ -45,23 +45,36 @@ private:
     static constexpr std::size_t kStripWidth = 64;
     static constexpr std::size_t kRingWidth = 2 * kStripWidth;
 
-    /// A place in 1/256 pixel from the strip's left edge at the middle of the first of sixty-four rows, and how far it moves from row to row in 1/65,536 pixel.
+    /// Places from the strip's left edge at the middles of the first and the last of sixty-four rows, and how far they move from row to row, in 1/65,536 pixel.
     struct Line {
         int start = 0;
+        int end = 0;
         int slope = 0;
 
-        int at(int row) const { return start + ((row * slope) >> 8); }
+        /// The place in a row in 1/256 pixel.
+        int at(int row) const { return (start + row * slope) >> 8; }
         /// Sixteen rows from this one on.
-        Lanes rowsFrom(int row) const;
+        Lanes rowsFrom(int row) const { return lanesAlong(static_cast<std::int16_t>(at(row)), slope); }
+        bool isRightOf(const Line& other) const { return start >= other.start && end >= other.end; }
     };
+
+    static constexpr Line kNoLine{INT16_MIN * 256, INT16_MIN * 256, 0};
 
     /// Sixty-four rows.
     struct Chunk {
         /// True when the line is the front of all rows; otherwise the rows have fronts of their own.
         bool isLine = true;
         Line line;
+        /// No row's front is to the right of this place, in 1/256 pixel.
+        int farthest = INT16_MIN;
         /// The rows whose sixteen parts have fronts of their own, a bit for each.
         std::uint64_t divided = 0;
+    };
+
+    /// The places in 1/256 pixel that a gap lies between.
+    struct Reach {
+        int least = 0;
+        int most = 0;
     };
 
     /// A side of the polygon being added: a place in 1/256 pixel from the strip's left edge, and how far it moves from row to row.
@@ -76,14 +89,16 @@ private:
 
     void collectSides(std::span<const Point> corners, double area);
     void coverDividedRows(int from, int end, double top, double bottom);
+    /// Where the sixteen parts of a row begin and end.
+    void collectParts(int row, Lanes& starts, Lanes& stops) const;
     void coverWholeRows(int from, int end, const Side& left, const Side& right);
     void coverChunk(std::size_t index, int from, int end, const Line& left, const Line& right);
-    /// The same for all rows of a chunk whose front is a line. False, with nothing done, when that would have a corner afterwards.
-    bool coverLine(std::size_t index, const Line& left, const Line& right);
+    /// Leaves what lies between a chunk's front and the left side open, where both are lines.
+    void leaveGapOfLines(std::size_t index, const Line& front, const Line& left);
     /// The parts of a row from their left to their right places, which are nowhere for those that are not covered.
     void coverParts(int row, const Lanes& left, const Lanes& right);
-    /// Leaves what lies between the front and the left side in sixteen rows open. Both are between the two places where there is a gap at all.
-    void leaveGap(std::size_t firstRow, const Lanes& front, const Lanes& left, int first, int last);
+    /// Leaves what lies between the front and the left side open in a number of blocks of sixteen rows.
+    void leaveGap(std::size_t firstRow, const Lanes* front, const Lanes* left, int blocks, const Reach& reach);
     void divideRow(int row);
     void giveRowsFronts(std::size_t index);
 
@@ -107,13 +122,15 @@ private:
     std::vector<Chunk> m_chunks;
     std::vector<Lanes> m_fronts;
     std::vector<Lanes> m_partFronts;
-    /// The gaps of the columns that are not finished, column after column, and for each chunk which sixteen rows have any, a bit for each.
+    /// The gaps of the columns that are not finished, column after column, and which chunks have any.
     std::vector<Lanes> m_gaps;
     std::vector<std::uint8_t> m_hasGaps;
     /// The strip's finished columns, column after column, and then row after row.
     std::vector<std::uint8_t> m_levels;
     std::vector<std::uint8_t> m_strip;
     std::vector<std::uint8_t> m_isPainted;
+    /// The right-most place of the polygon being added, in 1/256 pixel, and its sides.
+    int m_farthest = 0;
     std::vector<Side> m_leftSides;
     std::vector<Side> m_rightSides;
 };
