@@ -1,6 +1,7 @@
 #include "PolylineStrokes.h"
 
 #include "../raster/CoverageBlender.h"
+#include "../raster/Lanes.h"
 #include "../raster/PolylineStroker.h"
 #include "../raster/SweptCoverage.h"
 #include "CairoPointers.h"
@@ -119,7 +120,7 @@ std::optional<raster::CoverageBlender> blenderOf(cairo_t* target)
 {
     cairo_surface_t* surface = cairo_get_target(target);
     const bool isImage = surface == cairo_get_group_target(target) && cairo_surface_get_type(surface) == CAIRO_SURFACE_TYPE_IMAGE;
-    if (!isImage || cairo_get_operator(target) != CAIRO_OPERATOR_OVER)
+    if (!raster::kHasVectorLanes || !isImage || cairo_get_operator(target) != CAIRO_OPERATOR_OVER)
         return std::nullopt;
     const cairo_format_t format = cairo_image_surface_get_format(surface);
     const std::optional<std::uint32_t> color = solidColor(target);
@@ -264,7 +265,7 @@ bool strokePolylines(cairo_t* target, std::span<const paint::StrokeRun> lines, d
     const bool goesLeft = !lines.empty() && !lines.front().points.empty() && lines.front().points.front().x > lines.front().points.back().x;
     const std::vector<paint::StrokeRun> turned = goesLeft && dash.lengths.empty() ? turnedRound(lines) : std::vector<paint::StrokeRun>();
     const std::span<const paint::StrokeRun> rightwards = turned.empty() ? lines : turned;
-    if (suitSweep(rightwards, style.width)) {
+    if (raster::kHasVectorLanes && suitSweep(rightwards, style.width)) {
         auto& coverage = sharedCoverage<raster::SweptCoverage>();
         coverage.begin(box, paint);
         strokeLines(coverage, rightwards, style, scale);

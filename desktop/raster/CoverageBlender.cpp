@@ -85,7 +85,7 @@ void blendGroup(unsigned char* pixels, const GroupBytes& colors, std::uint8_t al
 
 #ifdef TOLVGRAPHING_WIDE_LANES
 
-/// Half as many instructions where the processor has wide vectors: noise takes 1.7 ms instead of 2.4.
+/// Wide vectors, here and where gaps and levels are computed, take an eighth off the time of noise.
 __attribute__((target("avx2"), always_inline)) inline void blendGroupWide(unsigned char* pixels, const GroupBytes& colors, std::uint8_t alpha, const std::uint8_t* levels)
 {
     const __m256i none = _mm256_setzero_si256();

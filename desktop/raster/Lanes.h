@@ -20,10 +20,17 @@
 
 namespace TOLVGraphing::raster {
 
+/// False where the loops are compiled: what is built on lanes takes three times as long then as what it is an alternative to.
+#ifdef TOLVGRAPHING_VECTOR_LANES
+constexpr bool kHasVectorLanes = true;
+#else
+constexpr bool kHasVectorLanes = false;
+#endif
+
 constexpr std::size_t kLaneCount = 16;
 /// Sixteen places along x, in 1/256 pixel.
 struct alignas(16) Lanes : std::array<std::int16_t, kLaneCount> {};
-/// Sixteen places along x in pixels' parts, before they are rounded.
+/// The same before they are rounded.
 struct alignas(16) Places : std::array<float, kLaneCount> {};
 
 /// The side of the squares in which columns become rows.

@@ -106,6 +106,13 @@ int partBelow(double place)
     return static_cast<int>(place * kRows + 0.5);
 }
 
+/// What is not negative, rounded up; the library's function is not one instruction on every processor.
+int roundedUp(double number)
+{
+    const auto whole = static_cast<int>(number);
+    return whole < number ? whole + 1 : whole;
+}
+
 /// The bits of the rows from `from` to before `end`.
 std::uint64_t rowBits(int from, int end)
 {
@@ -161,21 +168,24 @@ void SweptCoverage::addConvexPolygon(std::span<const Point> corners)
 {
     if (corners.size() < 3 || m_box.isEmpty())
         return;
-    double left = corners[0].x;
+    const Point& first = corners[0];
+    double left = first.x;
     double right = left;
-    double top = corners[0].y;
+    double top = first.y;
     double bottom = top;
     double area = 0.0;
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        if (!(std::abs(corners[i].x) <= kFarthest) || !(std::abs(corners[i].y) <= kFarthest))
-            return;
-        left = std::min(left, corners[i].x);
-        right = std::max(right, corners[i].x);
-        top = std::min(top, corners[i].y);
-        bottom = std::max(bottom, corners[i].y);
-        const Point& next = corners[i + 1 < corners.size() ? i + 1 : 0];
-        area += (corners[i].x - corners[0].x) * (next.y - corners[0].y) - (corners[i].y - corners[0].y) * (next.x - corners[0].x);
+    bool isNear = std::abs(first.x) <= kFarthest && std::abs(first.y) <= kFarthest;
+    for (std::size_t i = 1; i < corners.size(); ++i) {
+        const Point& corner = corners[i];
+        isNear = isNear && std::abs(corner.x) <= kFarthest && std::abs(corner.y) <= kFarthest;
+        left = std::min(left, corner.x);
+        right = std::max(right, corner.x);
+        top = std::min(top, corner.y);
+        bottom = std::max(bottom, corner.y);
+        area += (corners[i - 1].x - first.x) * (corner.y - first.y) - (corners[i - 1].y - first.y) * (corner.x - first.x);
     }
+    if (!isNear)
+        return;
     const double firstColumn = m_box.left + m_left + m_column;
     const bool isOutside = right <= firstColumn || left >= m_box.left + m_box.width || bottom <= m_box.top || top >= m_box.top + m_box.height;
     if (isOutside || std::abs(area) < kSmallestArea)
@@ -186,16 +196,16 @@ void SweptCoverage::addConvexPolygon(std::span<const Point> corners)
         return;
     m_farthest = static_cast<int>(std::min((right - m_box.left - m_left) * kPixel, static_cast<double>(kLastPlace))) + kPixel;
     collectSides(corners, area);
+    if (m_leftSides.empty() || m_rightSides.empty())
+        return;
     const auto isLower = [](const Side& a, const Side& b) { return a.height() < b.height(); };
     const auto longestLeft = std::max_element(m_leftSides.begin(), m_leftSides.end(), isLower);
     const auto longestRight = std::max_element(m_rightSides.begin(), m_rightSides.end(), isLower);
-    if (longestLeft == m_leftSides.end() || longestRight == m_rightSides.end())
-        return;
     const auto firstRow = static_cast<int>(top);
-    const int endRow = static_cast<int>(bottom) + (bottom > static_cast<int>(bottom) ? 1 : 0);
+    const int endRow = roundedUp(bottom);
     // Between the two long sides, as far as they go side by side, rows are covered as a whole.
     const double limit = m_box.height;
-    const auto firstWhole = static_cast<int>(std::ceil(std::clamp(std::max(longestLeft->top, longestRight->top), 0.0, limit)));
+    const int firstWhole = roundedUp(std::clamp(std::max(longestLeft->top, longestRight->top), 0.0, limit));
     const auto endWhole = static_cast<int>(std::clamp(std::min(longestLeft->bottom, longestRight->bottom), 0.0, limit));
     const double steepEnough = kSteepEnough * kPixel;
     if (firstWhole >= endWhole || std::abs(longestLeft->slope) > steepEnough || std::abs(longestRight->slope) > steepEnough) {
@@ -315,8 +325,10 @@ void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line&
     const bool isWhole = from == 0 && end == kChunkRows;
     giveRowsFronts(index);
     const std::size_t firstRow = index * kChunkRows;
+    const std::uint64_t covered = rowBits(from, end);
+    const bool areAllDivided = (chunk.divided & covered) == covered;
     bool isBehind = false;
-    for (int row = from / kRows * kRows; row < end; row += kRows) {
+    for (int row = from / kRows * kRows; row < end && !areAllDivided; row += kRows) {
         Lanes start = left.rowsFrom(row);
         Lanes stop = right.rowsFrom(row);
         if (row < from || row + kRows > end)
@@ -328,7 +340,7 @@ void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line&
         isBehind = isBehind || (isWhole && isAnyLarger(front, stop));
         raiseLanes(front, stop);
     }
-    for (std::uint64_t rows = chunk.divided & rowBits(from, end); rows != 0; rows &= rows - 1) {
+    for (std::uint64_t rows = chunk.divided & covered; rows != 0; rows &= rows - 1) {
         const int row = std::countr_zero(rows);
         const std::size_t place = firstRow + static_cast<std::size_t>(row);
         const auto step = static_cast<std::int16_t>(right.slope / 2 / kPixel);
