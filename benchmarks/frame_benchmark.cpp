@@ -55,6 +55,17 @@ std::vector<Point> noisyLine()
     return line;
 }
 
+/// A thousand samples of noise, as a zoomed graph shows them: each a step of one and a half pixels to the right.
+std::vector<Point> zoomedLine()
+{
+    constexpr int kPointCount = 1000;
+    testing_support::Generated noise(11);
+    std::vector<Point> line;
+    for (int i = 0; i < kPointCount; ++i)
+        line.push_back({(i + 0.5) * kWidth / kPointCount, kHeight * (0.5 + 0.48 * noise.number(-0.6, 0.6))});
+    return line;
+}
+
 std::vector<Point> smoothLine()
 {
     std::vector<Point> line;
@@ -119,6 +130,12 @@ void strokeOfNoise(benchmark::State& state)
     stroke(state, noisyLine(), static_cast<double>(state.range(0)) * 0.1, LineJoin::Miter, {});
 }
 BENCHMARK(strokeOfNoise)->ArgName("tenths_wide")->Arg(5)->Arg(10)->Arg(15)->Arg(20)->Arg(50)->Arg(200)->Iterations(15)->Unit(benchmark::kMillisecond);
+
+void strokeOfZoomedNoise(benchmark::State& state)
+{
+    stroke(state, zoomedLine(), static_cast<double>(state.range(0)) * 0.1, LineJoin::Miter, {});
+}
+BENCHMARK(strokeOfZoomedNoise)->ArgName("tenths_wide")->Arg(5)->Arg(10)->Arg(15)->Arg(20)->Arg(50)->Iterations(31)->Unit(benchmark::kMillisecond);
 
 void strokeOfSmoothCurve(benchmark::State& state)
 {

@@ -1,10 +1,15 @@
 #include "PolylineStrokes.h"
 
+#include "../raster/CoverageBlender.h"
+#include "../raster/Lanes.h"
 #include "../raster/PolylineStroker.h"
+#include "../raster/SweptCoverage.h"
 #include "CairoPointers.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 
 namespace TOLVGraphing::cairo {
 
@@ -66,11 +71,12 @@ raster::PixelBox pixelBox(const Rect& visible)
 }
 
 /// The calculation's memory is kept for the thread's next line: a picture has many, and every page of fresh memory costs.
-raster::UnionCoverage& sharedCoverage()
+template <typename Coverage>
+Coverage& sharedCoverage()
 {
-    thread_local raster::UnionCoverage coverage;
+    thread_local Coverage coverage;
     if (coverage.keptBytes() > kMostKeptBytes)
-        coverage = raster::UnionCoverage();
+        coverage = Coverage();
     return coverage;
 }
 
@@ -80,12 +86,132 @@ LineJoin joinOf(cairo_t* target)
     return join == CAIRO_LINE_JOIN_ROUND ? LineJoin::Round : join == CAIRO_LINE_JOIN_BEVEL ? LineJoin::Bevel : LineJoin::Miter;
 }
 
-void paintStrip(cairo_t* target, const raster::CoverageStrip& strip)
+/// The target's colour as an image has it; nothing when its source is not one colour.
+std::optional<std::uint32_t> solidColor(cairo_t* target)
 {
-    // Cairo only reads the mask.
-    auto* pixels = const_cast<unsigned char*>(strip.coverage);
-    const SurfacePointer mask(cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_A8, strip.box.width, strip.box.height, static_cast<int>(strip.stride)));
-    cairo_mask_surface(target, mask.get(), strip.box.left, strip.box.top);
+    cairo_pattern_t* source = cairo_get_source(target);
+    if (cairo_pattern_get_type(source) != CAIRO_PATTERN_TYPE_SOLID)
+        return std::nullopt;
+    std::uint32_t color = 0;
+    const SurfacePointer pixel(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(&color), CAIRO_FORMAT_ARGB32, 1, 1, sizeof color));
+    const ContextPointer context(cairo_create(pixel.get()));
+    cairo_set_operator(context.get(), CAIRO_OPERATOR_SOURCE);
+    cairo_set_source(context.get(), source);
+    cairo_paint(context.get());
+    cairo_surface_flush(pixel.get());
+    return color;
+}
+
+/// The clip, when it is one rectangle of whole pixels. Units have to be those of the device.
+std::optional<raster::PixelBox> clippedPixels(cairo_t* target)
+{
+    cairo_rectangle_list_t* list = cairo_copy_clip_rectangle_list(target);
+    std::optional<raster::PixelBox> box;
+    if (list->status == CAIRO_STATUS_SUCCESS && list->num_rectangles == 1) {
+        const cairo_rectangle_t& clip = list->rectangles[0];
+        box = raster::PixelBox{static_cast<int>(clip.x), static_cast<int>(clip.y), static_cast<int>(clip.width), static_cast<int>(clip.height)};
+    }
+    cairo_rectangle_list_destroy(list);
+    return box;
+}
+
+/// What writes the image's pixels as Cairo would; nothing when only Cairo can, because of a group, the operator, the source or the clip. Units have to be those of the device.
+std::optional<raster::CoverageBlender> blenderOf(cairo_t* target)
+{
+    cairo_surface_t* surface = cairo_get_target(target);
+    const bool isImage = surface == cairo_get_group_target(target) && cairo_surface_get_type(surface) == CAIRO_SURFACE_TYPE_IMAGE;
+    if (!raster::kHasVectorLanes || !isImage || cairo_get_operator(target) != CAIRO_OPERATOR_OVER)
+        return std::nullopt;
+    const cairo_format_t format = cairo_image_surface_get_format(surface);
+    const std::optional<std::uint32_t> color = solidColor(target);
+    std::optional<raster::PixelBox> box = clippedPixels(target);
+    if ((format != CAIRO_FORMAT_ARGB32 && format != CAIRO_FORMAT_RGB24) || !color || !box)
+        return std::nullopt;
+    cairo_surface_flush(surface);
+    return raster::CoverageBlender({cairo_image_surface_get_data(surface), cairo_image_surface_get_stride(surface)}, *box, *color);
+}
+
+/// Puts the target's source where strips of coverage are, in device units while it lives: by itself where it can, otherwise by way of Cairo.
+class StripPainter {
+public:
+    explicit StripPainter(cairo_t* target) : m_target(target)
+    {
+        cairo_save(m_target);
+        cairo_identity_matrix(m_target);
+        m_blender = blenderOf(m_target);
+    }
+
+    ~StripPainter()
+    {
+        if (m_left < m_right)
+            cairo_surface_mark_dirty_rectangle(cairo_get_target(m_target), m_left, m_top, m_right - m_left, m_bottom - m_top);
+        cairo_restore(m_target);
+    }
+
+    StripPainter(const StripPainter&) = delete;
+    StripPainter& operator=(const StripPainter&) = delete;
+
+    void paint(const raster::CoverageStrip& strip)
+    {
+        if (!m_blender) {
+            paintThroughMask(strip);
+            return;
+        }
+        m_blender->paint(strip);
+        m_left = std::min(m_left, strip.box.left);
+        m_top = std::min(m_top, strip.box.top);
+        m_right = std::max(m_right, strip.box.left + strip.box.width);
+        m_bottom = std::max(m_bottom, strip.box.top + strip.box.height);
+    }
+
+private:
+    void paintThroughMask(const raster::CoverageStrip& strip)
+    {
+        // Cairo only reads the mask.
+        auto* pixels = const_cast<unsigned char*>(strip.coverage);
+        const SurfacePointer mask(cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_A8, strip.box.width, strip.box.height, static_cast<int>(strip.stride)));
+        cairo_mask_surface(m_target, mask.get(), strip.box.left, strip.box.top);
+    }
+
+    cairo_t* m_target;
+    std::optional<raster::CoverageBlender> m_blender;
+    /// The sides of what was painted without Cairo's knowledge.
+    int m_left = std::numeric_limits<int>::max();
+    int m_top = std::numeric_limits<int>::max();
+    int m_right = 0;
+    int m_bottom = 0;
+};
+
+/// True when the lines may be stroked in their order by a coverage that goes from left to right, and are worth it.
+bool suitSweep(std::span<const paint::StrokeRun> lines, double width)
+{
+    double end = -std::numeric_limits<double>::infinity();
+    for (const paint::StrokeRun& line : lines) {
+        if (line.points.empty())
+            continue;
+        if (line.points.front().x < end || !raster::SweptCoverage::suits(line.points, width))
+            return false;
+        end = line.points.back().x;
+    }
+    return true;
+}
+
+/// The same lines from their other ends.
+std::vector<paint::StrokeRun> turnedRound(std::span<const paint::StrokeRun> lines)
+{
+    std::vector<paint::StrokeRun> turned(lines.rbegin(), lines.rend());
+    for (paint::StrokeRun& line : turned)
+        std::reverse(line.points.begin(), line.points.end());
+    return turned;
+}
+
+void strokeLines(raster::PolygonSink& coverage, std::span<const paint::StrokeRun> lines, const raster::StrokeStyle& style, double scale)
+{
+    raster::StrokeStyle lineStyle = style;
+    for (const paint::StrokeRun& line : lines) {
+        lineStyle.dash.phase = style.dash.phase + line.startLength * scale;
+        raster::PolylineStroker(coverage, lineStyle).strokeLine(line.points);
+    }
 }
 
 } // namespace
@@ -132,17 +258,24 @@ bool strokePolylines(cairo_t* target, std::span<const paint::StrokeRun> lines, d
     const LineDash deviceDash = scaledDash(dash, scale);
     if (cairo_get_line_cap(target) != CAIRO_LINE_CAP_BUTT || cairo_get_antialias(target) == CAIRO_ANTIALIAS_NONE || !hasFewDashes(lines, deviceDash))
         return false;
-    raster::UnionCoverage& coverage = sharedCoverage();
-    coverage.begin(pixelBox(visible));
-    for (const paint::StrokeRun& line : lines) {
-        raster::StrokeStyle style{width * scale, joinOf(target), cairo_get_miter_limit(target), deviceDash};
-        style.dash.phase += line.startLength * scale;
-        raster::PolylineStroker(coverage, style).strokeLine(line.points);
+    const raster::StrokeStyle style{width * scale, joinOf(target), cairo_get_miter_limit(target), deviceDash};
+    const raster::PixelBox box = pixelBox(visible);
+    StripPainter painter(target);
+    const auto paint = [&](const raster::CoverageStrip& strip) { painter.paint(strip); };
+    const bool goesLeft = !lines.empty() && !lines.front().points.empty() && lines.front().points.front().x > lines.front().points.back().x;
+    const std::vector<paint::StrokeRun> turned = goesLeft && dash.lengths.empty() ? turnedRound(lines) : std::vector<paint::StrokeRun>();
+    const std::span<const paint::StrokeRun> rightwards = turned.empty() ? lines : turned;
+    if (raster::kHasVectorLanes && suitSweep(rightwards, style.width)) {
+        auto& coverage = sharedCoverage<raster::SweptCoverage>();
+        coverage.begin(box, paint);
+        strokeLines(coverage, rightwards, style, scale);
+        coverage.end();
+    } else {
+        auto& coverage = sharedCoverage<raster::UnionCoverage>();
+        coverage.begin(box);
+        strokeLines(coverage, lines, style, scale);
+        coverage.forEachStrip(paint);
     }
-    cairo_save(target);
-    cairo_identity_matrix(target);
-    coverage.forEachStrip([&](const raster::CoverageStrip& strip) { paintStrip(target, strip); });
-    cairo_restore(target);
     return true;
 }
 

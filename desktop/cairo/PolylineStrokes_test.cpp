@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <functional>
@@ -287,6 +288,93 @@ TEST(PolylineStrokes, clipsAreThoseOfCairo)
         context.fillRect({-10.0, -10.0, 200.0, 200.0});
         EXPECT_LE(differencesOf(stroked, filled).largest, 1) << entry.name;
     }
+}
+
+TEST(PolylineStrokes, pixelsAreThoseOfAMask)
+{
+    // A clip of two parts goes through Cairo.
+    Path halves = Path::pathWithRect({0.0, 0.0, 30.0, 70.0});
+    halves.addRect({30.0, 0.0, 41.0, 70.0});
+    std::vector<Point> leftwards = noise(71, 70.0);
+    std::reverse(leftwards.begin(), leftwards.end());
+    for (const std::vector<Point>& points : {noise(71, 70.0), leftwards, wave(200, 0.35, 30.0, 20.0)}) {
+        for (const cairo_format_t format : {CAIRO_FORMAT_ARGB32, CAIRO_FORMAT_RGB24}) {
+            for (const double alpha : {1.0, 0.37, 0.004}) {
+                for (const LineDash& dash : {LineDash{}, LineDash{{6.0, 3.0}, 1.0}}) {
+                    Picture direct(71, 70, format);
+                    Picture masked(71, 70, format);
+                    for (Picture* picture : {&direct, &masked}) {
+                        cairo_set_source_rgba(picture->target(), 0.9, 0.6, 0.2, 0.8);
+                        cairo_rectangle(picture->target(), 10.0, 10.0, 40.0, 50.0);
+                        cairo_fill(picture->target());
+                        CairoContext context(picture->target());
+                        if (picture == &masked)
+                            context.clipToPath(halves, FillRule::NonZero);
+                        context.setStrokeColor(Color(0.1, 0.45, 0.7, alpha));
+                        context.setLineDash(dash);
+                        context.setLineWidth(1.3);
+                        context.drawStrokedPath(pathOf(points));
+                    }
+                    const std::uint32_t visible = format == CAIRO_FORMAT_RGB24 ? 0x00FFFFFFU : 0xFFFFFFFFU;
+                    int different = 0;
+                    for (int y = 0; y < 70; ++y) {
+                        for (int x = 0; x < 71; ++x)
+                            different += (direct.pixel(x, y) & visible) != (masked.pixel(x, y) & visible) ? 1 : 0;
+                    }
+                    EXPECT_EQ(different, 0) << "alpha " << alpha;
+                }
+            }
+        }
+    }
+}
+
+TEST(PolylineStrokes, whatIsPaintedIsSeenByCairo)
+{
+    // A copy of the image is taken before and after; in a group, and with another operator, Cairo paints.
+    Picture picture(71, 70);
+    Picture copy(71, 70);
+    cairo_set_source_surface(copy.target(), picture.surface(), 0.0, 0.0);
+    cairo_paint(copy.target());
+    {
+        CairoContext context(picture.target());
+        context.drawStrokedPath(pathOf(noise(71, 70.0)));
+    }
+    cairo_paint(copy.target());
+    EXPECT_EQ(differencesOf(picture, copy).largest, 0);
+    Picture grouped(71, 70);
+    cairo_push_group(grouped.target());
+    {
+        CairoContext context(grouped.target());
+        context.drawStrokedPath(pathOf(noise(71, 70.0)));
+    }
+    EXPECT_EQ(grouped.alpha(35, 35), 0);
+    cairo_pop_group_to_source(grouped.target());
+    cairo_paint(grouped.target());
+    EXPECT_LE(differencesOf(picture, grouped).largest, 30);
+}
+
+TEST(PolylineStrokes, turnedAndMirroredNoiseIsTheSame)
+{
+    const std::vector<Point> points = noise(120, 90.0);
+    const auto draw = [&](Picture& picture, const AffineTransform& transform) {
+        CairoContext context(picture.target());
+        context.concatenateTransform(transform);
+        context.drawStrokedPath(pathOf(points));
+    };
+    Picture upright(120, 90);
+    Picture mirrored(120, 90);
+    draw(upright, {});
+    draw(mirrored, {-1.0, 0.0, 0.0, 1.0, 120.0, 0.0});
+    int inked = 0;
+    int different = 0;
+    for (int y = 0; y < 90; ++y) {
+        for (int x = 0; x < 120; ++x) {
+            inked += upright.alpha(x, y) > 0 ? 1 : 0;
+            different += std::abs(mirrored.alpha(119 - x, y) - upright.alpha(x, y)) > 16 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(inked, 6000);
+    EXPECT_LE(different, inked / 1000);
 }
 
 TEST(PolylineStrokes, turnedAndMirroredPicturesAreTheSame)

@@ -17,6 +17,10 @@ constexpr double kInvisiblePoint = 1.0 / 512.0;
 constexpr double kSharedPart = 0.45;
 /// How far the straight parts of a round corner may be from the circle, in pixels.
 constexpr double kFlatness = 1.0 / 64.0;
+/// Strokes with at least this reach have so many segments over one another that it pays to leave points out.
+constexpr double kWideReach = 2.4;
+/// How far from its line a point may be that is left out, in pixels: less than one level of a pixel's edge.
+constexpr double kStraightness = 1.0 / 300.0;
 constexpr double kMostFanParts = 64.0;
 
 Point sum(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
@@ -29,7 +33,7 @@ Point turned(Point direction) { return {-direction.y, direction.x}; }
 
 } // namespace
 
-PolylineStroker::PolylineStroker(UnionCoverage& coverage, StrokeStyle style)
+PolylineStroker::PolylineStroker(PolygonSink& coverage, StrokeStyle style)
     : m_coverage(coverage), m_style(std::move(style)), m_reach(m_style.width > 0.0 && std::isfinite(m_style.width) ? 0.5 * m_style.width : 0.0)
 {
 }
@@ -40,6 +44,18 @@ void PolylineStroker::strokeLine(std::span<const Point> points)
     if (points.size() < 2 || !(m_reach > 0.0) || !std::all_of(points.begin(), points.end(), isNear))
         return;
     m_segments.clear();
+    if (m_reach >= kWideReach && m_style.dash.lengths.empty())
+        addLongSegments(points);
+    else
+        addSegments(points);
+    if (m_style.dash.lengths.empty())
+        strokeSegments(m_segments);
+    else
+        strokeDashes();
+}
+
+void PolylineStroker::addSegments(std::span<const Point> points)
+{
     Point from = points[0];
     for (const Point& point : points.subspan(1)) {
         if (std::abs(point.x - from.x) < kShortestSegment && std::abs(point.y - from.y) < kShortestSegment)
@@ -47,10 +63,36 @@ void PolylineStroker::strokeLine(std::span<const Point> points)
         addSegment(from, point);
         from = point;
     }
-    if (m_style.dash.lengths.empty())
-        strokeSegments(m_segments);
-    else
-        strokeDashes();
+}
+
+void PolylineStroker::addLongSegments(std::span<const Point> points)
+{
+    // A segment goes on while there is a straight line from its start past all its points. `low` and `high` are the directions that such lines lie between.
+    Point from = points[0];
+    Point last = from;
+    Point low;
+    Point high;
+    for (const Point& point : points.subspan(1)) {
+        const Point step = difference(point, last);
+        if (std::abs(step.x) < kShortestSegment && std::abs(step.y) < kShortestSegment)
+            continue;
+        Point way = difference(point, from);
+        const bool isFirst = last == from;
+        const bool goesOn = !isFirst && dotProduct(step, difference(last, from)) > 0.0 && crossProduct(low, way) >= 0.0 && crossProduct(way, high) >= 0.0;
+        if (!isFirst && !goesOn) {
+            addSegment(from, last);
+            from = last;
+            way = step;
+        }
+        const Point across = scaled(turned(way), kStraightness / std::sqrt(dotProduct(way, way)));
+        const Point lowest = difference(way, across);
+        const Point highest = sum(way, across);
+        low = goesOn && crossProduct(low, lowest) < 0.0 ? low : lowest;
+        high = goesOn && crossProduct(highest, high) < 0.0 ? high : highest;
+        last = point;
+    }
+    if (!(last == from))
+        addSegment(from, last);
 }
 
 void PolylineStroker::addSegment(Point from, Point to)
@@ -112,6 +154,8 @@ void PolylineStroker::strokeSegments(std::span<const Segment> segments)
         const Point start = isStartShared ? startOffset : across;
         const Point end = isEndShared ? endOffset : across;
         const std::array<Point, 4> corners{sum(segment.from, start), sum(segment.to, end), difference(segment.to, end), difference(segment.from, start)};
+        // Neither an end nor a corner of any kind sticks out to the left by more than half a width; the rest is for rounding.
+        m_coverage.leaveBehind(segment.from.x - m_reach - kShortestSegment);
         m_coverage.addConvexPolygon(corners);
         if (hasNext && !isEndShared)
             addJoin(segment, segments[i + 1]);

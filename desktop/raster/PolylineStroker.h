@@ -1,6 +1,6 @@
 #pragma once
 
-#include "UnionCoverage.h"
+#include "PolygonSink.h"
 
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
 
@@ -23,8 +23,8 @@ struct StrokeStyle {
 /// Where a line turns only a little its segments share their corners, so that a smooth curve has few polygons that overlap.
 class PolylineStroker {
 public:
-    /// Adds to the coverage, which has to outlive the stroker. A width that is not above zero or not finite adds nothing.
-    PolylineStroker(UnionCoverage& coverage, StrokeStyle style);
+    /// Adds to a coverage, which has to outlive the stroker. A width that is not above zero or not finite adds nothing.
+    PolylineStroker(PolygonSink& coverage, StrokeStyle style);
 
     /// Strokes an open line; the dash starts anew. Points closer to the one before than 1/256 pixel are left out, and what is left with one point has no stroke.
     /// A line with a point that is NaN or farther than 1e9 from the origin is left out.
@@ -39,6 +39,9 @@ private:
         double length = 0.0;
     };
 
+    void addSegments(std::span<const Point> points);
+    /// The same, without points that lie on the way between others.
+    void addLongSegments(std::span<const Point> points);
     void addSegment(Point from, Point to);
     void strokeDashes();
     void strokeSegments(std::span<const Segment> segments);
@@ -47,7 +50,7 @@ private:
     void addJoin(const Segment& before, const Segment& after);
     void addFan(Point corner, Point from, double angle);
 
-    UnionCoverage& m_coverage;
+    PolygonSink& m_coverage;
     StrokeStyle m_style;
     double m_reach;
     std::vector<Segment> m_segments;

@@ -228,6 +228,32 @@ TEST(PolylineStroker, widerThanTheImageCoversIt)
     EXPECT_EQ(strokeOf({0, 0, 2, 2}, {{0.5, -50.0}, {0.6, 50.0}, {0.7, -50.0}}, {4e4, LineJoin::Round, 10.0, {}}).text(), "255 255 / 255 255");
 }
 
+TEST(PolylineStroker, wideLinesLeaveOutPointsOnTheWay)
+{
+    class Counter final : public PolygonSink {
+    public:
+        void addConvexPolygon(std::span<const Point>) override { ++count; }
+        int count = 0;
+    };
+    std::vector<Point> level;
+    for (int i = 0; i <= 500; ++i)
+        level.push_back({i * 0.1, 12.0 + 0.001 * (i % 2)});
+    std::vector<Point> there = level;
+    // Upwards along one line and back again: three parts, a corner at each end of the one in the middle.
+    for (int i = 0; i < 100; ++i)
+        there.push_back({50.0, 12.0 - 0.2 * std::min(i, 100 - i)});
+    const auto countOf = [](const std::vector<Point>& points, double width, const LineDash& dash) {
+        Counter counter;
+        PolylineStroker(counter, {width, LineJoin::Miter, 10.0, dash}).strokeLine(points);
+        return counter.count;
+    };
+    EXPECT_EQ(countOf(level, 20.0, {}), 1);
+    EXPECT_EQ(countOf(there, 20.0, {}), 5);
+    EXPECT_EQ(countOf(level, 1.0, {}), 500);
+    // Dashes are measured along every segment; between those there are 499 corners.
+    EXPECT_EQ(countOf(level, 20.0, {{1000.0, 1.0}, 0.0}), 999);
+}
+
 TEST(PolylineStroker, linesShareOneUnion)
 {
     UnionCoverage coverage({0, 0, 3, 1});

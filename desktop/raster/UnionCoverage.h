@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CoverageBlock.h"
-#include "TOLVGraphing/platform/geometry/Point.h"
+#include "PolygonSink.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -35,7 +35,7 @@ struct CoverageStrip {
 /// Every pixel column is cut at the polygons' corners and where their sides cross, so that between two cuts each polygon is a trapezoid and all of them are sorted from top to bottom;
 /// their joined areas are exact. Cuts are at least 1/256 pixel apart, more in a column that hundreds of polygons share. The time grows with the polygons in a column, not with their height,
 /// which suits the stroke of a curve.
-class UnionCoverage {
+class UnionCoverage final : public PolygonSink {
 public:
     UnionCoverage() = default;
     /// Begins with this box.
@@ -46,8 +46,7 @@ public:
     /// About how many bytes of memory are kept.
     [[nodiscard]] std::size_t keptBytes() const;
 
-    /// The corners go round in either direction, in device units. A corner that is NaN or farther than 1e9 from the origin leaves the polygon out.
-    void addConvexPolygon(std::span<const Point> corners);
+    void addConvexPolygon(std::span<const Point> corners) override;
 
     /// Hands out the coverage in strips from left to right that do not overlap; what lies outside of all strips is not covered. The pixels hold until the function returns.
     void forEachStrip(const std::function<void(const CoverageStrip&)>& paint);

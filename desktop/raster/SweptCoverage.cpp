@@ -1,0 +1,558 @@
+#include "SweptCoverage.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+namespace TOLVGraphing::raster {
+
+namespace {
+
+constexpr int kLargestSide = 32767;
+constexpr double kFarthest = 1e9;
+constexpr int kChunkRows = 64;
+constexpr int kPixel = 256;
+constexpr int kStripPlaces = 64 * kPixel;
+constexpr int kRows = static_cast<int>(kLaneCount);
+constexpr std::size_t kChunkBlocks = kChunkRows / kLaneCount;
+constexpr std::int16_t kNowhere = INT16_MIN;
+/// The front of a row whose parts have fronts of their own: no polygon goes beyond it.
+constexpr std::int16_t kDivided = INT16_MAX;
+/// Places farther to the right than this many 1/256 pixels are moved there.
+constexpr int kLastPlace = 2 * kStripPlaces - 4 * kPixel;
+/// Sides that move by more pixels from row to row are divided rows' business.
+constexpr double kSteepEnough = 1.0 / 8.0;
+/// Corners of wider strokes do not come from left to right: a pointed one may lean to the left of the one before.
+constexpr double kWidestStroke = 2.5;
+/// Lines whose steep steps are shorter than this on average are not worth it.
+constexpr double kFewRows = 12.0;
+/// Sides that go down by less than this part of a row count as level.
+constexpr double kLevel = 1.0 / 64.0;
+constexpr double kSmallestArea = 1e-9;
+
+#ifdef TOLVGRAPHING_WIDE_LANES
+
+__attribute__((target("avx2"))) void writeLevelsWide(std::uint8_t* levels, const Lanes* reach, const Lanes* gaps, std::int16_t low)
+{
+    const __m256i lows = _mm256_set1_epi16(low);
+    const __m256i highs = _mm256_set1_epi16(static_cast<std::int16_t>(low + kPixel));
+    const __m256i none = _mm256_setzero_si256();
+    for (int row = 0; row < kChunkRows; row += 2 * kRows, reach += 2, gaps += 2) {
+        __m256i words[2];
+        for (int i = 0; i < 2; ++i) {
+            const __m256i reached = _mm256_sub_epi16(_mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(reach + i)), lows), highs), lows);
+            const __m256i covered = _mm256_max_epi16(_mm256_sub_epi16(reached, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gaps + i))), none);
+            words[i] = _mm256_srli_epi16(_mm256_add_epi16(_mm256_mullo_epi16(covered, _mm256_set1_epi16(255)), _mm256_set1_epi16(128)), 8);
+        }
+        // Packing goes by halves: the second and the third quarter change places.
+        const __m256i packed = _mm256_permute4x64_epi64(_mm256_packus_epi16(words[0], words[1]), 0xD8);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(levels + row), packed);
+    }
+}
+
+__attribute__((target("avx2"))) void addPartsWide(Lanes* sums, const Lanes* from, const Lanes* to, int blocks, std::int16_t low)
+{
+    const __m256i lows = _mm256_set1_epi16(low);
+    const __m256i highs = _mm256_set1_epi16(static_cast<std::int16_t>(low + kPixel));
+    for (int i = 0; i < blocks; ++i) {
+        const __m256i start = _mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(from + i)), lows), highs);
+        const __m256i end = _mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(to + i)), lows), highs);
+        auto* sum = reinterpret_cast<__m256i*>(sums + i);
+        _mm256_storeu_si256(sum, _mm256_add_epi16(_mm256_loadu_si256(sum), _mm256_max_epi16(_mm256_sub_epi16(end, start), _mm256_setzero_si256())));
+    }
+}
+
+#endif
+
+/// The levels of a chunk's rows, from how far they reach and how much of that is gaps.
+void writeChunkLevels(std::uint8_t* levels, const Lanes* reach, const Lanes* gaps, std::int16_t low)
+{
+#ifdef TOLVGRAPHING_WIDE_LANES
+    if (hasWideVectors()) {
+        writeLevelsWide(levels, reach, gaps, low);
+        return;
+    }
+#endif
+    for (int row = 0; row < kChunkRows; row += kRows)
+        writeLevels(levels + row, *reach++, *gaps++, low);
+}
+
+/// Adds what lies between two lanes in a pixel for a number of blocks of rows.
+void addParts(Lanes* sums, const Lanes* from, const Lanes* to, int blocks, std::int16_t low)
+{
+#ifdef TOLVGRAPHING_WIDE_LANES
+    if (hasWideVectors()) {
+        addPartsWide(sums, from, to, blocks, low);
+        return;
+    }
+#endif
+    for (int i = 0; i < blocks; ++i)
+        addPartBetween(sums[i], from[i], to[i], low, static_cast<std::int16_t>(low + kPixel));
+}
+
+/// Moves the lanes to the left by a strip's width; what is too far left to matter stays there.
+void moveLanes(Lanes& lanes)
+{
+    for (std::int16_t& lane : lanes)
+        lane = static_cast<std::int16_t>(largerOf(lane, kNowhere + kStripPlaces) - kStripPlaces);
+}
+
+/// The number of the first sixteenth of a row, counted from row 0, whose middle is below the place, which is not negative.
+int partBelow(double place)
+{
+    return static_cast<int>(place * kRows + 0.5);
+}
+
+/// What is not negative, rounded up; the library's function is not one instruction on every processor.
+int roundedUp(double number)
+{
+    const auto whole = static_cast<int>(number);
+    return whole < number ? whole + 1 : whole;
+}
+
+/// The bits of the rows from `from` to before `end`.
+std::uint64_t rowBits(int from, int end)
+{
+    const std::uint64_t below = end >= kChunkRows ? ~std::uint64_t{0} : (std::uint64_t{1} << end) - 1U;
+    return below & ~((std::uint64_t{1} << from) - 1U);
+}
+
+} // namespace
+
+bool SweptCoverage::suits(std::span<const Point> line, double width)
+{
+    if (!(width <= kWidestStroke))
+        return false;
+    const double longestStep = kReach - 2.0 * width;
+    double steepRows = 0.0;
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        const double step = line[i].x - line[i - 1].x;
+        const double rows = std::abs(line[i].y - line[i - 1].y);
+        if (!(step >= 0.0 && step <= longestStep))
+            return false;
+        steepRows += step <= kSteepEnough * rows ? rows : 0.0;
+    }
+    return steepRows >= kFewRows * static_cast<double>(line.size());
+}
+
+void SweptCoverage::begin(const PixelBox& box, Paint paint)
+{
+    const bool isUsable = !box.isEmpty() && box.width <= kLargestSide && box.height <= kLargestSide;
+    m_box = isUsable ? box : PixelBox();
+    m_paint = std::move(paint);
+    m_left = 0;
+    m_column = 0;
+    m_chunkCount = static_cast<std::size_t>((m_box.height + kChunkRows - 1) / kChunkRows);
+    m_rowCount = m_chunkCount * kChunkRows;
+    Chunk untouched;
+    untouched.line = kNoLine;
+    m_chunks.assign(m_chunkCount, untouched);
+    m_fronts.resize(m_rowCount / kLaneCount);
+    m_partFronts.resize(m_rowCount);
+    m_gaps.assign(kRingWidth * m_rowCount / kLaneCount, Lanes{});
+    m_hasGaps.assign(kRingWidth * m_chunkCount, 0);
+    m_levels.resize(kStripWidth * m_rowCount);
+    m_strip.resize(kStripWidth * m_rowCount);
+    m_isPainted.assign(m_chunkCount, 0);
+}
+
+std::size_t SweptCoverage::keptBytes() const
+{
+    return (m_fronts.capacity() + m_partFronts.capacity() + m_gaps.capacity()) * sizeof(Lanes) + m_levels.capacity() + m_strip.capacity();
+}
+
+void SweptCoverage::addConvexPolygon(std::span<const Point> corners)
+{
+    if (corners.size() < 3 || m_box.isEmpty())
+        return;
+    const Point& first = corners[0];
+    double left = first.x;
+    double right = left;
+    double top = first.y;
+    double bottom = top;
+    double area = 0.0;
+    bool isNear = std::abs(first.x) <= kFarthest && std::abs(first.y) <= kFarthest;
+    for (std::size_t i = 1; i < corners.size(); ++i) {
+        const Point& corner = corners[i];
+        isNear = isNear && std::abs(corner.x) <= kFarthest && std::abs(corner.y) <= kFarthest;
+        left = std::min(left, corner.x);
+        right = std::max(right, corner.x);
+        top = std::min(top, corner.y);
+        bottom = std::max(bottom, corner.y);
+        area += (corners[i - 1].x - first.x) * (corner.y - first.y) - (corners[i - 1].y - first.y) * (corner.x - first.x);
+    }
+    if (!isNear)
+        return;
+    const double firstColumn = m_box.left + m_left + m_column;
+    const bool isOutside = right <= firstColumn || left >= m_box.left + m_box.width || bottom <= m_box.top || top >= m_box.top + m_box.height;
+    if (isOutside || std::abs(area) < kSmallestArea)
+        return;
+    top = std::max(top - m_box.top, 0.0);
+    bottom = std::min(bottom - m_box.top, static_cast<double>(m_box.height));
+    if (partBelow(top) >= partBelow(bottom))
+        return;
+    m_farthest = static_cast<int>(std::min((right - m_box.left - m_left) * kPixel, static_cast<double>(kLastPlace))) + kPixel;
+    collectSides(corners, area);
+    if (m_leftSides.empty() || m_rightSides.empty())
+        return;
+    const auto isLower = [](const Side& a, const Side& b) { return a.height() < b.height(); };
+    const auto longestLeft = std::max_element(m_leftSides.begin(), m_leftSides.end(), isLower);
+    const auto longestRight = std::max_element(m_rightSides.begin(), m_rightSides.end(), isLower);
+    const auto firstRow = static_cast<int>(top);
+    const int endRow = roundedUp(bottom);
+    // Between the two long sides, as far as they go side by side, rows are covered as a whole.
+    const double limit = m_box.height;
+    const int firstWhole = roundedUp(std::clamp(std::max(longestLeft->top, longestRight->top), 0.0, limit));
+    const auto endWhole = static_cast<int>(std::clamp(std::min(longestLeft->bottom, longestRight->bottom), 0.0, limit));
+    const double steepEnough = kSteepEnough * kPixel;
+    if (firstWhole >= endWhole || std::abs(longestLeft->slope) > steepEnough || std::abs(longestRight->slope) > steepEnough) {
+        coverDividedRows(firstRow, endRow, top, bottom);
+        return;
+    }
+    coverDividedRows(firstRow, firstWhole, top, bottom);
+    coverWholeRows(firstWhole, endWhole, *longestLeft, *longestRight);
+    coverDividedRows(endWhole, endRow, top, bottom);
+}
+
+void SweptCoverage::collectSides(std::span<const Point> corners, double area)
+{
+    m_leftSides.clear();
+    m_rightSides.clear();
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const Point& from = corners[i];
+        const Point& to = corners[i + 1 < corners.size() ? i + 1 : 0];
+        const double height = to.y - from.y;
+        if (std::abs(height) < kLevel)
+            continue;
+        // With y growing downwards, corners of a positive area go down on the right.
+        const bool isRight = (height > 0.0) == (area > 0.0);
+        const Point& upper = height > 0.0 ? from : to;
+        const Side side{upper.y - m_box.top, std::max(from.y, to.y) - m_box.top, (upper.x - m_box.left - m_left) * kPixel, (to.x - from.x) / height * kPixel};
+        (isRight ? m_rightSides : m_leftSides).push_back(side);
+    }
+}
+
+void SweptCoverage::coverDividedRows(int from, int end, double top, double bottom)
+{
+    const auto isSteepSide = [](const std::vector<Side>& sides) { return sides.size() == 1 && std::abs(sides.front().slope) <= kSteepEnough * kPixel; };
+    const bool isSteep = isSteepSide(m_leftSides) && isSteepSide(m_rightSides);
+    const auto partsOf = [](const Side& side, int row) {
+        const double limit = kLastPlace;
+        const double start = std::min(std::max(side.x + (row + 0.5 / kRows - side.top) * side.slope + 0.5, -limit), limit);
+        return lanesAlong(static_cast<std::int16_t>(static_cast<int>(start + limit) - kLastPlace), static_cast<int>(side.slope * kPixel / kRows));
+    };
+    for (int row = from; row < end; ++row) {
+        // Part i counts with its middle at (i + 0.5) / 16.
+        const int firstPart = std::max(partBelow(top) - row * kRows, 0);
+        const int endPart = std::min(partBelow(bottom) - row * kRows, kRows);
+        if (firstPart >= endPart)
+            continue;
+        Lanes starts;
+        Lanes stops;
+        if (isSteep) {
+            starts = partsOf(m_leftSides.front(), row);
+            stops = partsOf(m_rightSides.front(), row);
+        } else {
+            collectParts(row, starts, stops);
+        }
+        // Where a left side is beyond a right one there is nothing.
+        keepLanes(starts, stops, firstPart, endPart);
+        divideRow(row);
+        coverParts(row, starts, stops);
+    }
+}
+
+void SweptCoverage::collectParts(int row, Lanes& starts, Lanes& stops) const
+{
+    // A convex polygon is what lies between all of its left and all of its right sides.
+    constexpr auto kFirst = static_cast<float>(kNowhere);
+    constexpr auto kLast = static_cast<float>(kLastPlace);
+    Places left;
+    Places right;
+    left.fill(kFirst);
+    right.fill(kLast);
+    const auto placeOf = [&](const Side& side) { return static_cast<float>(std::clamp(side.x + (row + 0.5 / kRows - side.top) * side.slope + 0.5, -1e9, 1e9)); };
+    for (const Side& side : m_leftSides)
+        raisePlaces(left, placeOf(side), static_cast<float>(side.slope / kRows));
+    for (const Side& side : m_rightSides)
+        lowerPlaces(right, placeOf(side), static_cast<float>(side.slope / kRows));
+    lowerPlaces(left, kLast, 0.0F);
+    raisePlaces(right, kFirst, 0.0F);
+    starts = roundedPlaces(left);
+    stops = roundedPlaces(right);
+}
+
+void SweptCoverage::coverWholeRows(int from, int end, const Side& left, const Side& right)
+{
+    const int rowsBefore = from / kChunkRows * kChunkRows;
+    // Each chunk's lines begin exactly. What rounding down takes off on the way down is made up for.
+    const auto startOf = [&](const Side& side) {
+        const double start = (side.x + (rowsBefore + 0.5 - side.top) * side.slope) * kPixel + (side.slope == 0.0 ? kPixel / 2 : kPixel);
+        const double limit = static_cast<double>(kLastPlace) * kPixel;
+        return std::min(std::max(start, -limit), limit);
+    };
+    double leftStart = startOf(left);
+    double rightStart = startOf(right);
+    const double leftStep = left.slope * (kChunkRows * kPixel);
+    const double rightStep = right.slope * (kChunkRows * kPixel);
+    const auto leftSlope = static_cast<int>(left.slope * kPixel);
+    const auto rightSlope = static_cast<int>(right.slope * kPixel);
+    const auto lineAt = [](double start, int slope) { return Line{static_cast<int>(start), static_cast<int>(start) + (kChunkRows - 1) * slope, slope}; };
+    // Rows below the box may count as covered.
+    const int limit = end == m_box.height ? static_cast<int>(m_rowCount) : end;
+    for (int first = rowsBefore; first < limit; first += kChunkRows, leftStart += leftStep, rightStart += rightStep) {
+        const Line leftLine = lineAt(leftStart, leftSlope);
+        const Line rightLine = lineAt(rightStart, rightSlope);
+        const auto index = static_cast<std::size_t>(first / kChunkRows);
+        Chunk& chunk = m_chunks[index];
+        chunk.farthest = std::max(chunk.farthest, m_farthest);
+        if (first < from || first + kChunkRows > limit || !chunk.isLine || !rightLine.isRightOf(chunk.line)) {
+            coverChunk(index, std::max(from - first, 0), std::min(limit - first, kChunkRows), leftLine, rightLine);
+            continue;
+        }
+        if (!chunk.line.isRightOf(leftLine))
+            leaveGapOfLines(index, chunk.line, leftLine);
+        chunk.line = rightLine;
+    }
+}
+
+void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line& left, const Line& right)
+{
+    Chunk& chunk = m_chunks[index];
+    const bool isWhole = from == 0 && end == kChunkRows;
+    giveRowsFronts(index);
+    const std::size_t firstRow = index * kChunkRows;
+    const std::uint64_t covered = rowBits(from, end);
+    const bool areAllDivided = (chunk.divided & covered) == covered;
+    bool isBehind = false;
+    for (int row = from / kRows * kRows; row < end && !areAllDivided; row += kRows) {
+        Lanes start = left.rowsFrom(row);
+        Lanes stop = right.rowsFrom(row);
+        if (row < from || row + kRows > end)
+            keepLanes(start, stop, from - row, end - row);
+        const std::size_t place = firstRow + static_cast<std::size_t>(row);
+        Lanes& front = frontOf(place);
+        if (isAnyLarger(start, front))
+            leaveGap(place, &front, &start, 1, {smallestLaneBelow(front, start), largestLane(start)});
+        isBehind = isBehind || (isWhole && isAnyLarger(front, stop));
+        raiseLanes(front, stop);
+    }
+    for (std::uint64_t rows = chunk.divided & covered; rows != 0; rows &= rows - 1) {
+        const int row = std::countr_zero(rows);
+        const std::size_t place = firstRow + static_cast<std::size_t>(row);
+        const auto step = static_cast<std::int16_t>(right.slope / 2 / kPixel);
+        const auto stop = static_cast<std::int16_t>(right.at(row));
+        coverParts(static_cast<int>(place), lanesAlong(static_cast<std::int16_t>(left.at(row)), left.slope / kRows), sameLanes(static_cast<std::int16_t>(stop + step)));
+        if (isAnyLarger(m_partFronts[place], sameLanes(static_cast<std::int16_t>(stop + step))))
+            continue;
+        chunk.divided &= ~(std::uint64_t{1} << row);
+        frontOf(place)[place % kLaneCount] = stop;
+    }
+    if (isWhole && chunk.divided == 0 && !isBehind) {
+        chunk.isLine = true;
+        chunk.line = right;
+    }
+}
+
+void SweptCoverage::leaveGapOfLines(std::size_t index, const Line& front, const Line& left)
+{
+    // The blocks of rows where the left side is to the right of the front, which are neighbours.
+    std::array<Lanes, kChunkBlocks> fronts;
+    std::array<Lanes, kChunkBlocks> lefts;
+    const auto isGap = [&](int row) { return left.at(row) > front.at(row); };
+    int first = 0;
+    int end = kChunkRows;
+    while (first < end && !isGap(first) && !isGap(first + kRows - 1))
+        first += kRows;
+    while (end > first && !isGap(end - 1) && !isGap(end - kRows))
+        end -= kRows;
+    int blocks = 0;
+    for (int row = first; row < end; row += kRows, ++blocks) {
+        fronts[static_cast<std::size_t>(blocks)] = front.rowsFrom(row);
+        lefts[static_cast<std::size_t>(blocks)] = left.rowsFrom(row);
+    }
+    const int least = std::min(front.at(first), front.at(end - 1));
+    const int most = std::max(left.at(first), left.at(end - 1));
+    leaveGap(index * kChunkRows + static_cast<std::size_t>(first), fronts.data(), lefts.data(), blocks, {least, most});
+}
+
+void SweptCoverage::coverParts(int row, const Lanes& left, const Lanes& right)
+{
+    const auto place = static_cast<std::size_t>(row);
+    Lanes& front = m_partFronts[place];
+    if (isAnyLarger(left, front)) {
+        const int first = std::max(smallestLaneBelow(front, left) / kPixel, m_column);
+        const int last = std::min(largestLane(left) / kPixel, m_box.width - m_left - 1);
+        for (int column = first; column <= last; ++column) {
+            const auto low = static_cast<std::int16_t>(column * kPixel);
+            const int part = sumOfPartBetween(front, left, low, static_cast<std::int16_t>(low + kPixel));
+            const std::size_t ring = ringIndex(column);
+            std::int16_t& gap = gapsOf(ring, place)[place % kLaneCount];
+            gap = static_cast<std::int16_t>(gap + (part + kRows / 2) / kRows);
+            m_hasGaps[ring * m_chunkCount + place / kChunkRows] = 1;
+        }
+    }
+    raiseLanes(front, right);
+}
+
+void SweptCoverage::leaveGap(std::size_t firstRow, const Lanes* front, const Lanes* left, int blocks, const Reach& reach)
+{
+    const int firstColumn = std::max(reach.least / kPixel, m_column);
+    const int lastColumn = std::min(reach.most / kPixel, m_box.width - m_left - 1);
+    for (int column = firstColumn; column <= lastColumn; ++column) {
+        const std::size_t ring = ringIndex(column);
+        addParts(&gapsOf(ring, firstRow), front, left, blocks, static_cast<std::int16_t>(column * kPixel));
+        m_hasGaps[ring * m_chunkCount + firstRow / kChunkRows] = 1;
+    }
+}
+
+void SweptCoverage::divideRow(int row)
+{
+    const auto place = static_cast<std::size_t>(row);
+    Chunk& chunk = m_chunks[place / kChunkRows];
+    chunk.farthest = std::max(chunk.farthest, m_farthest);
+    const std::uint64_t bit = std::uint64_t{1} << (place % kChunkRows);
+    if ((chunk.divided & bit) != 0)
+        return;
+    giveRowsFronts(place / kChunkRows);
+    std::int16_t& front = frontOf(place)[place % kLaneCount];
+    m_partFronts[place] = sameLanes(front);
+    front = kDivided;
+    chunk.divided |= bit;
+}
+
+void SweptCoverage::giveRowsFronts(std::size_t index)
+{
+    Chunk& chunk = m_chunks[index];
+    if (!chunk.isLine)
+        return;
+    chunk.isLine = false;
+    for (std::size_t row = 0; row < kChunkRows; row += kLaneCount)
+        frontOf(index * kChunkRows + row) = chunk.line.rowsFrom(static_cast<int>(row));
+}
+
+void SweptCoverage::leaveBehind(double x)
+{
+    const double column = std::clamp(std::floor(x - m_box.left), 0.0, static_cast<double>(m_box.width));
+    while (m_left + m_column < column)
+        finishColumn();
+}
+
+void SweptCoverage::end()
+{
+    while (m_left + m_column < m_box.width)
+        finishColumn();
+    if (m_column > 0)
+        paintStrip();
+    m_box = {};
+    m_paint = nullptr;
+}
+
+void SweptCoverage::finishColumn()
+{
+    const auto low = static_cast<std::int16_t>(m_column * kPixel);
+    std::uint8_t* levels = m_levels.data() + static_cast<std::size_t>(m_column) * m_rowCount;
+    for (std::size_t i = 0; i < m_chunkCount; ++i) {
+        if (finishRows(i, low, levels + i * kChunkRows))
+            m_isPainted[i] = 1;
+    }
+    ++m_column;
+    if (m_column < static_cast<int>(kStripWidth))
+        return;
+    paintStrip();
+    moveStrip();
+}
+
+bool SweptCoverage::finishRows(std::size_t index, std::int16_t low, std::uint8_t* levels)
+{
+    const Chunk& chunk = m_chunks[index];
+    const int high = low + kPixel;
+    const std::size_t ring = ringIndex(low / kPixel);
+    std::uint8_t& hasGaps = m_hasGaps[ring * m_chunkCount + index];
+    const bool isCovered = chunk.isLine && std::min(chunk.line.start, chunk.line.end) >= high * kPixel;
+    const bool isOpen = chunk.farthest <= low;
+    if (hasGaps == 0 && (isCovered || isOpen)) {
+        std::memset(levels, isCovered ? 255 : 0, kChunkRows);
+        return isCovered;
+    }
+    const std::size_t firstRow = index * kChunkRows;
+    std::array<Lanes, kChunkBlocks> lines;
+    const Lanes* reach = &frontOf(firstRow);
+    if (chunk.isLine) {
+        for (std::size_t i = 0; i < kChunkBlocks; ++i)
+            lines[i] = isCovered ? sameLanes(static_cast<std::int16_t>(high)) : chunk.line.rowsFrom(static_cast<int>(i * kLaneCount));
+        reach = lines.data();
+    }
+    writeChunkLevels(levels, reach, &gapsOf(ring, firstRow), low);
+    if (chunk.divided != 0)
+        finishDividedRows(index, low, levels);
+    if (hasGaps != 0)
+        std::fill_n(&gapsOf(ring, firstRow), kChunkBlocks, Lanes{});
+    hasGaps = 0;
+    return true;
+}
+
+void SweptCoverage::finishDividedRows(std::size_t index, std::int16_t low, std::uint8_t* levels)
+{
+    const std::size_t firstRow = index * kChunkRows;
+    const std::size_t ring = ringIndex(low / kPixel);
+    for (std::uint64_t rows = m_chunks[index].divided; rows != 0; rows &= rows - 1) {
+        const auto row = static_cast<std::size_t>(std::countr_zero(rows));
+        const int reach = sumOfPartBetween(sameLanes(low), m_partFronts[firstRow + row], low, static_cast<std::int16_t>(low + kPixel));
+        const int covered = (reach + kRows / 2) / kRows - gapsOf(ring, firstRow + row)[row % kLaneCount];
+        levels[row] = static_cast<std::uint8_t>((std::max(covered, 0) * 255 + 128) >> 8);
+    }
+}
+
+void SweptCoverage::paintStrip()
+{
+    const auto first = std::find(m_isPainted.begin(), m_isPainted.end(), 1);
+    if (first == m_isPainted.end())
+        return;
+    const auto last = std::find(m_isPainted.rbegin(), m_isPainted.rend(), 1).base();
+    const auto top = (first - m_isPainted.begin()) * kChunkRows;
+    const auto end = std::min((last - m_isPainted.begin()) * kChunkRows, static_cast<std::ptrdiff_t>(m_box.height));
+    // Columns become rows in squares of eight by eight; rows below the box have their place too.
+    const auto width = static_cast<std::size_t>(m_column);
+    for (auto row = static_cast<std::size_t>(top); row < static_cast<std::size_t>(end); row += kSquare) {
+        for (std::size_t column = 0; column < width; column += kSquare)
+            transposeSquare(m_levels.data() + column * m_rowCount + row, m_rowCount, m_strip.data() + row * kStripWidth + column, kStripWidth);
+    }
+    m_paint({{m_box.left + m_left, m_box.top + static_cast<int>(top), m_column, static_cast<int>(end - top)}, m_strip.data() + top * kStripWidth, kStripWidth});
+    std::fill(m_isPainted.begin(), m_isPainted.end(), std::uint8_t{0});
+}
+
+void SweptCoverage::moveStrip()
+{
+    m_left += static_cast<int>(kStripWidth);
+    m_column = 0;
+    for (std::size_t index = 0; index < m_chunkCount; ++index) {
+        Chunk& chunk = m_chunks[index];
+        chunk.farthest = std::max(chunk.farthest - kStripPlaces, static_cast<int>(kNowhere));
+        if (chunk.isLine) {
+            chunk.line.start -= kStripPlaces * kPixel;
+            chunk.line.end -= kStripPlaces * kPixel;
+            // Eight pixels are what a line moves by at most.
+            if (chunk.line.start < -kStripPlaces * kPixel)
+                chunk.line = kNoLine;
+            continue;
+        }
+        const std::size_t firstRow = index * kChunkRows;
+        for (std::size_t row = 0; row < kChunkRows; row += kLaneCount)
+            moveLanes(frontOf(firstRow + row));
+        for (std::uint64_t rows = chunk.divided; rows != 0; rows &= rows - 1) {
+            const auto row = static_cast<std::size_t>(std::countr_zero(rows));
+            Lanes& parts = m_partFronts[firstRow + row];
+            moveLanes(parts);
+            const bool isPast = largestLane(parts) <= 0;
+            frontOf(firstRow + row)[row % kLaneCount] = isPast ? kNowhere : kDivided;
+            if (isPast)
+                chunk.divided &= ~(std::uint64_t{1} << row);
+        }
+    }
+}
+
+} // namespace TOLVGraphing::raster
