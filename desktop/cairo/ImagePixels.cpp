@@ -1,0 +1,234 @@
+#include "ImagePixels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace TOLVGraphing::cairo {
+
+namespace {
+
+constexpr int kFixedOne = 256;
+constexpr std::uint32_t kOpaque = 255;
+/// Two of a pixel's four bytes, with a free byte above each.
+constexpr std::uint32_t kTwoBytes = 0x00FF00FF;
+
+int floorOfFixed(int fixed)
+{
+    return fixed >> 8;
+}
+
+int ceilingOfFixed(int fixed)
+{
+    return (fixed + kFixedOne - 1) >> 8;
+}
+
+bool isWhole(int fixed)
+{
+    return (fixed & (kFixedOne - 1)) == 0;
+}
+
+/// The part of a pixel that is between two coordinates, in 256ths.
+int overlap(int low, int high, int pixel)
+{
+    return std::min(high, (pixel + 1) * kFixedOne) - std::max(low, pixel * kFixedOne);
+}
+
+/// The opacity of a part of a pixel; the area is in 65,536ths. Cairo rounds down, and a whole pixel is 255.
+std::uint32_t opacityOfArea(int area)
+{
+    const auto covered = static_cast<std::uint32_t>(area) >> 8U;
+    return covered - (covered >> 8U);
+}
+
+/// The premultiplied pixel of a colour: sixteen bits a component, of which the upper eight count.
+std::uint32_t pixelOfColor(const Color& color)
+{
+    const Color painted = color.clamped();
+    const double alpha = painted.alphaComponent();
+    const auto component = [](double value) { return static_cast<std::uint32_t>(value * 65535.0 + 0.5) >> 8U; };
+    return component(alpha) << 24U | component(painted.redComponent() * alpha) << 16U | component(painted.greenComponent() * alpha) << 8U | component(painted.blueComponent() * alpha);
+}
+
+/// How a product of bytes over 255 is rounded when it lies in the middle. Cairo's boxes and its masks differ there.
+constexpr std::uint32_t kHalvesDown = 0x007F007F;
+constexpr std::uint32_t kHalvesUp = 0x00800080;
+
+std::uint32_t twoBytesTimes(std::uint32_t bytes, std::uint32_t factor, std::uint32_t half)
+{
+    const std::uint32_t product = (bytes & kTwoBytes) * factor + half;
+    return ((product + ((product >> 8U) & kTwoBytes)) >> 8U) & kTwoBytes;
+}
+
+/// The sums of both bytes, at most 255.
+std::uint32_t twoBytesPlus(std::uint32_t one, std::uint32_t other)
+{
+    const std::uint32_t sum = one + other;
+    return (sum | (0x01000100U - ((sum >> 8U) & kTwoBytes))) & kTwoBytes;
+}
+
+std::uint32_t pixelTimes(std::uint32_t pixel, std::uint32_t factor, std::uint32_t half)
+{
+    return twoBytesTimes(pixel, factor, half) | twoBytesTimes(pixel >> 8U, factor, half) << 8U;
+}
+
+std::uint32_t pixelPlus(std::uint32_t one, std::uint32_t other)
+{
+    return twoBytesPlus(one & kTwoBytes, other & kTwoBytes) | twoBytesPlus((one >> 8U) & kTwoBytes, (other >> 8U) & kTwoBytes) << 8U;
+}
+
+void fillPixels(std::uint32_t* pixels, int count, std::uint32_t value)
+{
+    const std::uint32_t byte = value & 255U;
+    // White and black, which most backgrounds are, are filled a quarter quicker byte by byte.
+    if (value == byte * 0x01010101U)
+        std::memset(pixels, static_cast<int>(byte), static_cast<std::size_t>(count) * sizeof *pixels);
+    else
+        std::fill_n(pixels, count, value);
+}
+
+/// Pixels in opaque colour of some opacity.
+class Blend {
+public:
+    Blend(std::uint32_t color, std::uint32_t opacity)
+        : m_color(color)
+        , m_opacity(opacity)
+        , m_added(pixelTimes(color, opacity, kHalvesDown))
+        , m_known(0)
+        , m_blended(m_added)
+    {
+    }
+
+    void apply(std::uint32_t* pixels, int count)
+    {
+        if (m_opacity == kOpaque) {
+            fillPixels(pixels, count, m_color);
+            return;
+        }
+        if (m_opacity == 0)
+            return;
+        for (int i = 0; i < count; ++i) {
+            // Most neighbours on a line are alike.
+            if (pixels[i] != m_known) {
+                m_known = pixels[i];
+                m_blended = pixelPlus(m_added, pixelTimes(m_known, kOpaque - m_opacity, kHalvesDown));
+            }
+            pixels[i] = m_blended;
+        }
+    }
+
+private:
+    std::uint32_t m_color;
+    std::uint32_t m_opacity;
+    std::uint32_t m_added;
+    /// A pixel met before and what became of it.
+    std::uint32_t m_known;
+    std::uint32_t m_blended;
+};
+
+FixedBox limitedTo(const FixedBox& box, const PixelRange& clip)
+{
+    return {std::max(box.left, clip.left * kFixedOne), std::max(box.top, clip.top * kFixedOne), std::min(box.right, clip.right * kFixedOne), std::min(box.bottom, clip.bottom * kFixedOne)};
+}
+
+} // namespace
+
+PixelRange intersectionRange(const PixelRange& one, const PixelRange& other)
+{
+    return {std::max(one.left, other.left), std::max(one.top, other.top), std::min(one.right, other.right), std::min(one.bottom, other.bottom)};
+}
+
+bool FixedBox::isWholePixels() const
+{
+    return isWhole(left) && isWhole(top) && isWhole(right) && isWhole(bottom);
+}
+
+PixelRange FixedBox::pixels() const
+{
+    return {floorOfFixed(left), floorOfFixed(top), ceilingOfFixed(right), ceilingOfFixed(bottom)};
+}
+
+int fixedFromPixels(double coordinate)
+{
+    return static_cast<int>(std::nearbyint(coordinate * kFixedOne));
+}
+
+bool ImagePixels::canChange(cairo_surface_t* surface)
+{
+    if (cairo_surface_get_type(surface) != CAIRO_SURFACE_TYPE_IMAGE || cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS)
+        return false;
+    const cairo_format_t format = cairo_image_surface_get_format(surface);
+    return (format == CAIRO_FORMAT_RGB24 || format == CAIRO_FORMAT_ARGB32) && cairo_image_surface_get_data(surface);
+}
+
+ImagePixels::ImagePixels(cairo_surface_t* surface)
+    : m_surface(surface)
+    , m_data(nullptr)
+    , m_stride(cairo_image_surface_get_stride(surface))
+{
+    cairo_surface_flush(m_surface);
+    // A surface may have been finished, of which only this tells.
+    cairo_surface_mark_dirty(m_surface);
+    if (cairo_surface_status(m_surface) == CAIRO_STATUS_SUCCESS)
+        m_data = cairo_image_surface_get_data(m_surface);
+}
+
+ImagePixels::~ImagePixels()
+{
+    cairo_surface_mark_dirty(m_surface);
+}
+
+void ImagePixels::fillBox(const FixedBox& box, const Color& color, const PixelRange& clip)
+{
+    const FixedBox visible = limitedTo(box, intersectionRange(clip, bounds()));
+    if (visible.left >= visible.right || visible.top >= visible.bottom)
+        return;
+    const PixelRange range = visible.pixels();
+    const std::uint32_t pixel = pixelOfColor(color);
+    const int leftPart = overlap(visible.left, visible.right, range.left);
+    const int rightPart = range.right - range.left > 1 ? overlap(visible.left, visible.right, range.right - 1) : 0;
+    for (int y = range.top; y < range.bottom;) {
+        const int height = overlap(visible.top, visible.bottom, y);
+        Blend left(pixel, opacityOfArea(leftPart * height));
+        Blend middle(pixel, opacityOfArea(kFixedOne * height));
+        Blend right(pixel, opacityOfArea(rightPart * height));
+        // Rows that are covered alike are blended alike.
+        do {
+            std::uint32_t* pixels = row(y);
+            left.apply(pixels + range.left, 1);
+            if (range.right - range.left > 2)
+                middle.apply(pixels + range.left + 1, range.right - range.left - 2);
+            if (rightPart > 0)
+                right.apply(pixels + range.right - 1, 1);
+            ++y;
+        } while (y < range.bottom && overlap(visible.top, visible.bottom, y) == height);
+    }
+}
+
+void ImagePixels::drawMask(const CoverageMask& mask, const Color& color, const PixelRange& clip)
+{
+    const PixelRange visible = intersectionRange(mask.range, intersectionRange(clip, bounds()));
+    const std::uint32_t pixel = pixelOfColor(color);
+    for (int y = visible.top; y < visible.bottom; ++y) {
+        const std::uint8_t* coverage = mask.coverage + (y - mask.range.top) * mask.stride - mask.range.left;
+        std::uint32_t* pixels = row(y);
+        for (int x = visible.left; x < visible.right; ++x) {
+            if (coverage[x] == 0)
+                continue;
+            const std::uint32_t added = pixelTimes(pixel, coverage[x], kHalvesUp);
+            pixels[x] = pixelPlus(added, pixelTimes(pixels[x], kOpaque - (added >> 24U), kHalvesUp));
+        }
+    }
+}
+
+std::uint32_t* ImagePixels::row(int y) const
+{
+    return reinterpret_cast<std::uint32_t*>(m_data + y * m_stride);
+}
+
+PixelRange ImagePixels::bounds() const
+{
+    return m_data ? PixelRange{0, 0, cairo_image_surface_get_width(m_surface), cairo_image_surface_get_height(m_surface)} : PixelRange();
+}
+
+} // namespace TOLVGraphing::cairo
