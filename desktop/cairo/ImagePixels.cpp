@@ -1,6 +1,7 @@
 #include "ImagePixels.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 
@@ -28,10 +29,22 @@ bool isWhole(int fixed)
     return (fixed & (kFixedOne - 1)) == 0;
 }
 
-/// The part of a pixel that is between two coordinates, in 256ths.
-int overlap(int low, int high, int pixel)
+/// Pixels in a row or a column that are covered alike.
+struct Stretch {
+    int begin = 0;
+    int end = 0;
+    /// The part of each pixel, in 256ths.
+    int covered = 0;
+};
+
+/// The pixels between two coordinates: the first, those between, which are covered wholly, and the last.
+std::array<Stretch, 3> stretchesBetween(int low, int high)
 {
-    return std::min(high, (pixel + 1) * kFixedOne) - std::max(low, pixel * kFixedOne);
+    const int first = floorOfFixed(low);
+    const int last = floorOfFixed(high - 1);
+    if (first == last)
+        return {{{first, first + 1, high - low}, {}, {}}};
+    return {{{first, first + 1, (first + 1) * kFixedOne - low}, {first + 1, last, kFixedOne}, {last, last + 1, high - last * kFixedOne}}};
 }
 
 /// The opacity of a part of a pixel; the area is in 65,536ths. Cairo rounds down, and a whole pixel is 255.
@@ -79,6 +92,10 @@ std::uint32_t pixelPlus(std::uint32_t one, std::uint32_t other)
 
 void fillPixels(std::uint32_t* pixels, int count, std::uint32_t value)
 {
+    if (count == 1) {
+        *pixels = value;
+        return;
+    }
     const std::uint32_t byte = value & 255U;
     // White and black, which most backgrounds are, are filled a quarter quicker byte by byte.
     if (value == byte * 0x01010101U)
@@ -87,44 +104,28 @@ void fillPixels(std::uint32_t* pixels, int count, std::uint32_t value)
         std::fill_n(pixels, count, value);
 }
 
-/// Pixels in opaque colour of some opacity.
-class Blend {
-public:
-    Blend(std::uint32_t color, std::uint32_t opacity)
-        : m_color(color)
-        , m_opacity(opacity)
-        , m_added(pixelTimes(color, opacity, kHalvesDown))
-        , m_known(0)
-        , m_blended(m_added)
-    {
-    }
-
-    void apply(std::uint32_t* pixels, int count)
-    {
-        if (m_opacity == kOpaque) {
-            fillPixels(pixels, count, m_color);
-            return;
+/// Lays an opaque colour over the pixels of a range with some opacity. `pixels` is the range's first row, counted from the left edge of the image.
+void blendRange(unsigned char* pixels, std::ptrdiff_t stride, const PixelRange& range, std::uint32_t color, std::uint32_t opacity)
+{
+    const std::uint32_t added = pixelTimes(color, opacity, kHalvesDown);
+    // Most neighbours on a line are alike: what a pixel becomes is worked out where it differs from the one before.
+    std::uint32_t known = 0;
+    std::uint32_t blended = added;
+    for (int y = range.top; y < range.bottom; ++y, pixels += stride) {
+        auto* row = reinterpret_cast<std::uint32_t*>(pixels);
+        if (opacity == kOpaque) {
+            fillPixels(row + range.left, range.right - range.left, color);
+            continue;
         }
-        if (m_opacity == 0)
-            return;
-        for (int i = 0; i < count; ++i) {
-            // Most neighbours on a line are alike.
-            if (pixels[i] != m_known) {
-                m_known = pixels[i];
-                m_blended = pixelPlus(m_added, pixelTimes(m_known, kOpaque - m_opacity, kHalvesDown));
+        for (int x = range.left; x < range.right; ++x) {
+            if (row[x] != known) {
+                known = row[x];
+                blended = pixelPlus(added, pixelTimes(known, kOpaque - opacity, kHalvesDown));
             }
-            pixels[i] = m_blended;
+            row[x] = blended;
         }
     }
-
-private:
-    std::uint32_t m_color;
-    std::uint32_t m_opacity;
-    std::uint32_t m_added;
-    /// A pixel met before and what became of it.
-    std::uint32_t m_known;
-    std::uint32_t m_blended;
-};
+}
 
 FixedBox limitedTo(const FixedBox& box, const PixelRange& clip)
 {
@@ -183,25 +184,14 @@ void ImagePixels::fillBox(const FixedBox& box, const Color& color, const PixelRa
     const FixedBox visible = limitedTo(box, intersectionRange(clip, bounds()));
     if (visible.left >= visible.right || visible.top >= visible.bottom)
         return;
-    const PixelRange range = visible.pixels();
     const std::uint32_t pixel = pixelOfColor(color);
-    const int leftPart = overlap(visible.left, visible.right, range.left);
-    const int rightPart = range.right - range.left > 1 ? overlap(visible.left, visible.right, range.right - 1) : 0;
-    for (int y = range.top; y < range.bottom;) {
-        const int height = overlap(visible.top, visible.bottom, y);
-        Blend left(pixel, opacityOfArea(leftPart * height));
-        Blend middle(pixel, opacityOfArea(kFixedOne * height));
-        Blend right(pixel, opacityOfArea(rightPart * height));
-        // Rows that are covered alike are blended alike.
-        do {
-            std::uint32_t* pixels = row(y);
-            left.apply(pixels + range.left, 1);
-            if (range.right - range.left > 2)
-                middle.apply(pixels + range.left + 1, range.right - range.left - 2);
-            if (rightPart > 0)
-                right.apply(pixels + range.right - 1, 1);
-            ++y;
-        } while (y < range.bottom && overlap(visible.top, visible.bottom, y) == height);
+    const auto columns = stretchesBetween(visible.left, visible.right);
+    for (const Stretch& rows : stretchesBetween(visible.top, visible.bottom)) {
+        for (const Stretch& part : columns) {
+            const std::uint32_t opacity = opacityOfArea(part.covered * rows.covered);
+            if (opacity > 0)
+                blendRange(row(rows.begin), m_stride, {part.begin, rows.begin, part.end, rows.end}, pixel, opacity);
+        }
     }
 }
 
@@ -211,7 +201,7 @@ void ImagePixels::drawMask(const CoverageMask& mask, const Color& color, const P
     const std::uint32_t pixel = pixelOfColor(color);
     for (int y = visible.top; y < visible.bottom; ++y) {
         const std::uint8_t* coverage = mask.coverage + (y - mask.range.top) * mask.stride - mask.range.left;
-        std::uint32_t* pixels = row(y);
+        auto* pixels = reinterpret_cast<std::uint32_t*>(row(y));
         for (int x = visible.left; x < visible.right; ++x) {
             if (coverage[x] == 0)
                 continue;
@@ -221,9 +211,9 @@ void ImagePixels::drawMask(const CoverageMask& mask, const Color& color, const P
     }
 }
 
-std::uint32_t* ImagePixels::row(int y) const
+unsigned char* ImagePixels::row(int y) const
 {
-    return reinterpret_cast<std::uint32_t*>(m_data + y * m_stride);
+    return m_data + y * m_stride;
 }
 
 PixelRange ImagePixels::bounds() const

@@ -68,7 +68,7 @@ public:
     void drawMask(const CoverageMask& mask, const Color& color, const PixelRange& clip);
 
 private:
-    [[nodiscard]] std::uint32_t* row(int y) const;
+    [[nodiscard]] unsigned char* row(int y) const;
     /// Empty on a finished surface.
     [[nodiscard]] PixelRange bounds() const;
 

@@ -139,8 +139,9 @@ private:
 PangoTextSystem::Engine::Engine()
     : m_map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT))
 {
-    pango_cairo_font_map_set_resolution(PANGO_CAIRO_FONT_MAP(m_map.get()), 72.0);
     m_context.reset(pango_font_map_create_context(m_map.get()));
+    // The map's own resolution would be the same, but setting it waits until all fonts are listed.
+    pango_cairo_context_set_resolution(m_context.get(), 72.0);
     const std::unique_ptr<cairo_font_options_t, decltype(&cairo_font_options_destroy)> options(cairo_font_options_create(), &cairo_font_options_destroy);
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
     cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
@@ -236,6 +237,16 @@ double PangoTextSystem::ascender(const Font& font) const
         return 0.0;
     const std::scoped_lock lock(m_engine->mutex);
     return m_engine->faceFor(font.name).metrics.ascender * font.size;
+}
+
+double PangoTextSystem::lineHeight(const Font& font) const
+{
+    if (!isUsableSize(font.size))
+        return 0.0;
+    if (const auto pinned = pinnedMetricsOf(validUtf8(font.name)))
+        return pinned->lineHeight() * font.size;
+    const std::scoped_lock lock(m_engine->mutex);
+    return m_engine->faceFor(font.name).metrics.lineHeight() * font.size;
 }
 
 void PangoTextSystem::withLayout(const AttributedString& text, const std::function<void(const TextLayout&)>& use) const
