@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 namespace TOLVGraphing::cairo {
@@ -139,6 +140,11 @@ struct ClipListDeleter {
 };
 
 using ClipListPointer = std::unique_ptr<cairo_rectangle_list_t, ClipListDeleter>;
+
+bool isDrawableBox(const FixedBox& box, const Color& color)
+{
+    return color.alphaComponent() >= 1.0 || box.isWholePixels();
+}
 
 /// The masks of all contexts. They are used while a layout is lent out, by one thread at a time therefore.
 GlyphMasks& sharedGlyphMasks()
@@ -301,7 +307,7 @@ void CairoContext::drawText(const AttributedString& text, Point origin)
     const Color color = text.attributes().foregroundColorOrDefault();
     if (!origin.valid() || text.string().empty() || !selectColor(color))
         return;
-    text::PangoTextSystem::shared()->withLayout(text, [&](const text::TextLayout& layout) {
+    const auto drawLayout = [&](const text::TextLayout& layout) {
         if (!layout.layout || !hasDrawableEm(text.attributes().fontOrDefault().size))
             return;
         // Glyphs may stick out of the line box; a line height on every side is more than any face needs.
@@ -310,7 +316,9 @@ void CairoContext::drawText(const AttributedString& text, Point origin)
         const bool isSafe = box.x() >= -kSafeReach && box.maxX() <= kSafeReach && box.y() >= -kSafeReach && box.maxY() <= kSafeReach;
         if (isSafe && intersectsRect(box, visibleWindow(0.0)))
             drawLines(layout, origin, color);
-    });
+    };
+    // By reference, for which no memory is needed.
+    text::PangoTextSystem::shared()->withLayout(text, std::cref(drawLayout));
 }
 
 std::string CairoContext::error() const
@@ -388,20 +396,20 @@ std::optional<PixelRange> CairoContext::clipWithin(const Path& path) const
     return box && box->isWholePixels() ? std::optional(intersectionRange(*m_state.clip, box->pixels())) : std::nullopt;
 }
 
-bool CairoContext::canDrawBoxes(const Color& color) const
+bool CairoContext::canDrawBoxes() const
 {
-    return m_state.clip && color.alphaComponent() >= 1.0 && cairo_get_antialias(m_target) != CAIRO_ANTIALIAS_NONE && cairo_get_operator(m_target) == CAIRO_OPERATOR_OVER;
+    return m_state.clip && cairo_get_antialias(m_target) != CAIRO_ANTIALIAS_NONE && cairo_get_operator(m_target) == CAIRO_OPERATOR_OVER;
 }
 
 bool CairoContext::fillAsBox(const Path& path)
 {
-    if (!canDrawBoxes(m_state.fillColor))
+    if (!canDrawBoxes())
         return false;
     const paint::PathReach reach = paint::reachOfPath(path, m_state.transform);
     if (!reach.isFinite || !reach.liesWithin(kSafeWindow))
         return false;
     const auto box = boxOfPath(path, m_state.transform);
-    if (!box)
+    if (!box || !isDrawableBox(*box, m_state.fillColor))
         return false;
     ImagePixels(cairo_get_group_target(m_target)).fillBox(*box, m_state.fillColor, *m_state.clip);
     return true;
@@ -409,11 +417,11 @@ bool CairoContext::fillAsBox(const Path& path)
 
 bool CairoContext::strokeAsBoxes(const Path& path)
 {
-    if (!canDrawBoxes(m_state.strokeColor) || !m_state.dash.lengths.empty() || cairo_get_line_cap(m_target) != CAIRO_LINE_CAP_BUTT
+    if (!canDrawBoxes() || !m_state.dash.lengths.empty() || cairo_get_line_cap(m_target) != CAIRO_LINE_CAP_BUTT
         || cairo_get_line_join(m_target) != CAIRO_LINE_JOIN_MITER || m_state.miterLimit < kMiterOfRightAngle)
         return false;
     const std::vector<FixedBox> boxes = boxesOfStroke(path, m_state.transform, paintedLineWidth());
-    if (boxes.empty())
+    if (boxes.empty() || !std::ranges::all_of(boxes, [&](const FixedBox& box) { return isDrawableBox(box, m_state.strokeColor); }))
         return false;
     ImagePixels pixels(cairo_get_group_target(m_target));
     for (const FixedBox& box : boxes)

@@ -39,7 +39,7 @@ void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerP
 /// - a path that reaches farther than a million device units is cut to a window around the clip, the rest is exact;
 /// - a dashed line out of sight is cut off as well, because Cairo would walk along all its dashes.
 ///
-/// On pixels upright boxes in opaque colours (backgrounds, frames, grid lines) and small text are drawn without Cairo, with the same result to the byte, where the clip is known to end at whole pixels:
+/// On pixels upright boxes (backgrounds, frames, grid lines; those in translucent colours where they cover whole pixels) and small text are drawn without Cairo, with the same result to the byte, where the clip is known to end at whole pixels:
 /// the clip that the context finds and every one that is set through it. A line with many corners that goes in one direction of x, as the curve of a graph does, is painted from its exact coverage (see PolylineStrokes.h) many times faster than by Cairo.
 ///
 /// Text is always upright in the coordinates in force. On pixels its glyphs stand within an eighth of a pixel of their exact places (see GlyphMasks), large text exactly;
@@ -98,8 +98,8 @@ private:
     [[nodiscard]] std::optional<PixelRange> foundClip() const;
     /// The part of the clip in force that the path leaves.
     [[nodiscard]] std::optional<PixelRange> clipWithin(const Path& path) const;
-    /// True when a box in the colour needs no Cairo.
-    [[nodiscard]] bool canDrawBoxes(const Color& color) const;
+    /// True when boxes of whole pixels need no Cairo.
+    [[nodiscard]] bool canDrawBoxes() const;
     bool fillAsBox(const Path& path);
     /// The path has to reach no farther than Cairo's numbers.
     bool strokeAsBoxes(const Path& path);

@@ -104,23 +104,43 @@ void fillPixels(std::uint32_t* pixels, int count, std::uint32_t value)
         std::fill_n(pixels, count, value);
 }
 
-/// Lays an opaque colour over the pixels of a range with some opacity. `pixels` is the range's first row, counted from the left edge of the image.
-void blendRange(unsigned char* pixels, std::ptrdiff_t stride, const PixelRange& range, std::uint32_t color, std::uint32_t opacity)
+/// What becomes of a pixel: a part of it is kept, in 255ths, and a premultiplied colour added.
+struct Blend {
+    std::uint32_t added = 0;
+    std::uint32_t kept = 0;
+    std::uint32_t half = kHalvesDown;
+
+    [[nodiscard]] std::uint32_t of(std::uint32_t pixel) const { return pixelPlus(added, pixelTimes(pixel, kept, half)); }
+};
+
+/// An opaque colour on pixels that are covered in part.
+Blend partBlend(std::uint32_t color, std::uint32_t opacity)
 {
-    const std::uint32_t added = pixelTimes(color, opacity, kHalvesDown);
+    return {pixelTimes(color, opacity, kHalvesDown), kOpaque - opacity, kHalvesDown};
+}
+
+/// Any colour on whole pixels.
+Blend wholeBlend(std::uint32_t color)
+{
+    return {color, kOpaque - (color >> 24U), kHalvesUp};
+}
+
+/// `pixels` is the range's first row, counted from the left edge of the image.
+void blendRange(unsigned char* pixels, std::ptrdiff_t stride, const PixelRange& range, const Blend& blend)
+{
     // Most neighbours on a line are alike: what a pixel becomes is worked out where it differs from the one before.
     std::uint32_t known = 0;
-    std::uint32_t blended = added;
+    std::uint32_t blended = blend.of(known);
     for (int y = range.top; y < range.bottom; ++y, pixels += stride) {
         auto* row = reinterpret_cast<std::uint32_t*>(pixels);
-        if (opacity == kOpaque) {
-            fillPixels(row + range.left, range.right - range.left, color);
+        if (blend.kept == 0) {
+            fillPixels(row + range.left, range.right - range.left, blend.added);
             continue;
         }
         for (int x = range.left; x < range.right; ++x) {
             if (row[x] != known) {
                 known = row[x];
-                blended = pixelPlus(added, pixelTimes(known, kOpaque - opacity, kHalvesDown));
+                blended = blend.of(known);
             }
             row[x] = blended;
         }
@@ -185,12 +205,17 @@ void ImagePixels::fillBox(const FixedBox& box, const Color& color, const PixelRa
     if (visible.left >= visible.right || visible.top >= visible.bottom)
         return;
     const std::uint32_t pixel = pixelOfColor(color);
+    if (visible.isWholePixels()) {
+        const PixelRange range = visible.pixels();
+        blendRange(row(range.top), m_stride, range, wholeBlend(pixel));
+        return;
+    }
     const auto columns = stretchesBetween(visible.left, visible.right);
     for (const Stretch& rows : stretchesBetween(visible.top, visible.bottom)) {
         for (const Stretch& part : columns) {
             const std::uint32_t opacity = opacityOfArea(part.covered * rows.covered);
             if (opacity > 0)
-                blendRange(row(rows.begin), m_stride, {part.begin, rows.begin, part.end, rows.end}, pixel, opacity);
+                blendRange(row(rows.begin), m_stride, {part.begin, rows.begin, part.end, rows.end}, partBlend(pixel, opacity));
         }
     }
 }

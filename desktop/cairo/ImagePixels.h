@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-// What a graph draws again and again on pixels, background, grid lines and labels, without Cairo: upright boxes in opaque colours and masks. Cairo takes some 60 instructions for each pixel that a thin
+// What a graph draws again and again on pixels, background, grid lines and labels, without Cairo: upright boxes and masks. Cairo takes some 60 instructions for each pixel that a thin
 // line covers in part, and some 10,000 for the smallest mask. Every byte comes out as Cairo's.
 
 namespace TOLVGraphing::cairo {
@@ -62,7 +62,7 @@ public:
     ImagePixels(const ImagePixels&) = delete;
     ImagePixels& operator=(const ImagePixels&) = delete;
 
-    /// Fills a box as far as it lies in the clip. The colour has to be opaque. Where boxes share pixels that they cover in part, Cairo would add up their coverage: fill such ones with Cairo.
+    /// Fills a box as far as it lies in the clip. The colour may be translucent where the box is of whole pixels. Where boxes share pixels that they cover in part, Cairo would add up their coverage: fill such ones with Cairo.
     void fillBox(const FixedBox& box, const Color& color, const PixelRange& clip);
     /// Lays the colour over the pixels through the mask, as far as it lies in the clip.
     void drawMask(const CoverageMask& mask, const Color& color, const PixelRange& clip);

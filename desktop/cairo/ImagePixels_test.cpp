@@ -67,11 +67,12 @@ TEST(ImagePixels, fillBoxesToTheByteAsCairoDoes)
     Generated generated(11);
     for (unsigned seed = 0; seed < 400; ++seed) {
         const cairo_format_t format = kFormats[seed % 2];
-        const Color color = seed % 7 == 0 ? Color::whiteColor() : generatedColor(generated, 1.0);
+        const bool isOnWholePixels = seed % 3 == 0;
+        const Color color = seed % 7 == 0 ? Color::whiteColor() : generatedColor(generated, isOnWholePixels ? generated.number(0.0, 1.5) : 1.0).clamped();
         const double left = generated.number(-3.0, kWidth);
         const double top = generated.number(-3.0, kHeight);
         // Thin ones, wide ones, and ones of whole pixels.
-        const double unit = seed % 3 == 0 ? 1.0 : seed % 3 == 1 ? 0.5 : 1.0 / 256.0;
+        const double unit = isOnWholePixels ? 1.0 : seed % 3 == 1 ? 0.5 : 1.0 / 256.0;
         const auto onGrid = [&](double length) { return std::floor(length / unit) * unit; };
         const double x = onGrid(left);
         const double y = onGrid(top);

@@ -192,7 +192,7 @@ TextLayout PangoTextSystem::Engine::makeLayout(const std::string& text, const Fo
 
 const TextLayout& PangoTextSystem::Engine::layoutFor(const AttributedString& text)
 {
-    const Font font = text.attributes().fontOrDefault();
+    const Font& font = text.attributes().fontOrDefault();
     if (text.string().size() > kLongestRememberedText || !isUsableSize(font.size)) {
         m_longLayout = makeLayout(text.string(), font);
         return m_longLayout;
