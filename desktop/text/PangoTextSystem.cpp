@@ -6,6 +6,7 @@
 
 #include <hb.h>
 #include <pango/pangocairo.h>
+#include <pango/pangofc-fontmap.h>
 
 #include <algorithm>
 #include <cmath>
@@ -156,6 +157,8 @@ const Face& PangoTextSystem::Engine::faceFor(const std::string& name)
         return known->second;
     if (m_faces.size() >= kRememberedFaces)
         m_faces.clear();
+    // Pango reads fontconfig's list in a thread of its own. Asking fontconfig before that has ended would read it a second time.
+    pango_fc_font_map_get_config(PANGO_FC_FONT_MAP(m_map.get()));
     const ResolvedFont resolved = m_resolver.resolve(validUtf8(name));
     Face face{descriptionOf(resolved.face), {}};
     face.metrics = resolved.pinnedMetrics ? *resolved.pinnedMetrics : ownMetrics(m_map.get(), m_context.get(), face.description.get());
