@@ -23,11 +23,16 @@ thread_local std::size_t allocationCount = 0;
 
 } // namespace
 
-// The whole program's, which the array forms and those without exceptions call in turn.
-void* operator new(std::size_t size)
+// The whole program's. Those of arrays and of types with an alignment of their own stay as they are.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
     ++allocationCount;
-    if (void* memory = std::malloc(size > 0 ? size : 1))
+    return std::malloc(size > 0 ? size : 1);
+}
+
+void* operator new(std::size_t size)
+{
+    if (void* memory = ::operator new(size, std::nothrow))
         return memory;
     throw std::bad_alloc();
 }
