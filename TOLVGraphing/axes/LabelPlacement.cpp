@@ -22,6 +22,7 @@ std::shared_ptr<TOLVLabel> firstOverlappedLabel(
 std::vector<std::shared_ptr<TOLVLabel>> keptLabels(const LabelPlacements& placements)
 {
     std::vector<std::shared_ptr<TOLVLabel>> labels;
+    labels.reserve(placements.size());
     for (const LabelPlacement& placement : placements) {
         if (placement.fate == LabelFate::Kept)
             labels.push_back(placement.label);

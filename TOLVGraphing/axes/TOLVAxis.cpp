@@ -212,6 +212,7 @@ void TOLVAxis::drawLinesForValues(const Values& values, const Rect& inRect, cons
     const bool vertical = isVertical();
     const GraphicsStateSaver saver(*context);
     Path lines;
+    lines.reserve(2 * values.size());
     if (withStyle) {
         lines.setLineWidth(withStyle->thickness());
         if (withStyle->color())
@@ -433,6 +434,7 @@ LabelPlacements TOLVAxis::placements(const Values& forValues, const Rect& inStri
 {
     const bool vertical = isVertical();
     LabelPlacements result;
+    result.reserve(forValues.size());
     for (const double value : forValues) {
         LabelPlacement placement;
         placement.value = value;

@@ -12,6 +12,7 @@ namespace {
 constexpr float kMinimumLineDistance = 4.0F;
 /// More values than any drawing can show; steps set from outside reach it.
 constexpr std::size_t kMaximumValueCount = 1'000'000;
+constexpr std::size_t kUsualValueCount = 32;
 
 const ArchiveClassRegistration registration("TOLVLinearAxis", &TOLVLinearAxis::initWithCoder);
 
@@ -20,6 +21,7 @@ const ArchiveClassRegistration registration("TOLVLinearAxis", &TOLVLinearAxis::i
 TOLVAxis::Values multiplesOfStep(double step, double min, double max)
 {
     TOLVAxis::Values values;
+    values.reserve(kUsualValueCount);
     const auto first = static_cast<double>(std::rint(static_cast<float>(min / step)));
     auto v = static_cast<float>(step * first);
     // The multiple nearest to the lower end may lie below the smallest float; the next one does not.

@@ -4,6 +4,7 @@
 #include "../axes/TOLVLinearAxis.h"
 #include "../axes/TOLVLogarithmicAxis.h"
 #include "../drawing/CurveGraphDrawing.h"
+#include "../platform/text/TextSystem.h"
 
 #include <typeinfo>
 #include <utility>
@@ -20,7 +21,7 @@ const ArchiveClassRegistration lineAxisRegistration("TOLVLineAxis", &TOLVLineAxi
 /// The line height of a text in the attributes.
 double fontHeight(const SharedTextAttributes& attributes)
 {
-    return AttributedString("Tj", attributes).size().height;
+    return textSystem()->lineHeight(attributes ? attributes->fontOrDefault() : Font());
 }
 
 std::shared_ptr<TOLVLineStyle> copied(const std::shared_ptr<const TOLVLineStyle>& style)

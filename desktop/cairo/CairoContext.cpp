@@ -6,6 +6,7 @@
 #include "../text/TextLayout.h"
 #include "GlyphMasks.h"
 #include "PolylineStrokes.h"
+#include "UprightBoxes.h"
 #include "TOLVGraphing/platform/text/AttributedString.h"
 
 #include <cairo.h>
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 namespace TOLVGraphing::cairo {
@@ -35,6 +37,9 @@ constexpr double kLargestArea = 1.0e24;
 /// the process, into an error state.
 constexpr double kSmallestEm = 0.02;
 constexpr double kLargestEm = 1.0e4;
+
+/// Right angles are mitered from this limit on, with some room.
+constexpr double kMiterOfRightAngle = 1.5;
 
 const Rect kSafeWindow{-kSafeReach, -kSafeReach, 2.0 * kSafeReach, 2.0 * kSafeReach};
 
@@ -130,6 +135,17 @@ bool hasPlainPixels(cairo_surface_t* surface)
     return cairo_surface_get_type(surface) == CAIRO_SURFACE_TYPE_IMAGE && xScale == 1.0 && yScale == 1.0 && xOffset == 0.0 && yOffset == 0.0;
 }
 
+struct ClipListDeleter {
+    void operator()(cairo_rectangle_list_t* list) const { cairo_rectangle_list_destroy(list); }
+};
+
+using ClipListPointer = std::unique_ptr<cairo_rectangle_list_t, ClipListDeleter>;
+
+bool isDrawableBox(const FixedBox& box, const Color& color)
+{
+    return color.alphaComponent() >= 1.0 || box.isWholePixels();
+}
+
 /// The masks of all contexts. They are used while a layout is lent out, by one thread at a time therefore.
 GlyphMasks& sharedGlyphMasks()
 {
@@ -159,6 +175,7 @@ CairoContext::CairoContext(cairo_t* target)
     cairo_set_miter_limit(m_target, 10.0);
     cairo_set_operator(m_target, CAIRO_OPERATOR_OVER);
     m_state.transform = transformOf(m_target);
+    m_state.clip = foundClip();
 }
 
 CairoContext::~CairoContext()
@@ -202,6 +219,7 @@ void CairoContext::clipToPath(const Path& path, FillRule rule)
     cairo_set_fill_rule(m_target, rule == FillRule::EvenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
     layFilledPath(path);
     cairo_clip(m_target);
+    m_state.clip = clipWithin(path);
 }
 
 void CairoContext::setFillColor(const std::optional<Color>& color)
@@ -247,6 +265,8 @@ void CairoContext::drawFilledPath(const Path& path, FillRule rule)
 {
     if (path.isEmpty() || !selectColor(m_state.fillColor))
         return;
+    if (fillAsBox(path))
+        return;
     cairo_set_fill_rule(m_target, rule == FillRule::EvenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
     layFilledPath(path);
     cairo_fill(m_target);
@@ -271,6 +291,8 @@ void CairoContext::drawStrokedPath(const Path& path)
         strokeInPieces(path, window);
         return;
     }
+    if (strokeAsBoxes(path))
+        return;
     if (m_hasPlainPixels) {
         const std::optional<std::vector<paint::StrokeRun>> lines = longPolylines(path, m_state.transform);
         if (lines && strokeAsMask(*lines))
@@ -285,7 +307,7 @@ void CairoContext::drawText(const AttributedString& text, Point origin)
     const Color color = text.attributes().foregroundColorOrDefault();
     if (!origin.valid() || text.string().empty() || !selectColor(color))
         return;
-    text::PangoTextSystem::shared()->withLayout(text, [&](const text::TextLayout& layout) {
+    const auto drawLayout = [&](const text::TextLayout& layout) {
         if (!layout.layout || !hasDrawableEm(text.attributes().fontOrDefault().size))
             return;
         // Glyphs may stick out of the line box; a line height on every side is more than any face needs.
@@ -293,8 +315,10 @@ void CairoContext::drawText(const AttributedString& text, Point origin)
         const Rect box = m_state.transform.apply(insetRect({origin, layout.size}, -reach, -reach));
         const bool isSafe = box.x() >= -kSafeReach && box.maxX() <= kSafeReach && box.y() >= -kSafeReach && box.maxY() <= kSafeReach;
         if (isSafe && intersectsRect(box, visibleWindow(0.0)))
-            drawLines(layout, origin);
-    });
+            drawLines(layout, origin, color);
+    };
+    // By reference, for which no memory is needed.
+    text::PangoTextSystem::shared()->withLayout(text, std::cref(drawLayout));
 }
 
 std::string CairoContext::error() const
@@ -345,6 +369,64 @@ double CairoContext::strokeReach() const
 {
     const double reach = paintedLineWidth() * 0.5 * std::max(m_state.miterLimit, 1.5) * largestScale(m_state.transform);
     return std::min(reach, kSafeReach);
+}
+
+std::optional<PixelRange> CairoContext::foundClip() const
+{
+    if (!m_hasPlainPixels || !ImagePixels::canChange(cairo_get_group_target(m_target)))
+        return std::nullopt;
+    // In device units, as in visibleWindow.
+    cairo_matrix_t matrix;
+    cairo_get_matrix(m_target, &matrix);
+    cairo_identity_matrix(m_target);
+    const ClipListPointer list(cairo_copy_clip_rectangle_list(m_target));
+    cairo_set_matrix(m_target, &matrix);
+    if (list->status != CAIRO_STATUS_SUCCESS || list->num_rectangles != 1)
+        return std::nullopt;
+    const cairo_rectangle_t& box = list->rectangles[0];
+    return PixelRange{static_cast<int>(box.x), static_cast<int>(box.y), static_cast<int>(box.x + box.width), static_cast<int>(box.y + box.height)};
+}
+
+std::optional<PixelRange> CairoContext::clipWithin(const Path& path) const
+{
+    const paint::PathReach reach = paint::reachOfPath(path, m_state.transform);
+    if (!m_state.clip || !reach.isFinite || !reach.liesWithin(kSafeWindow))
+        return std::nullopt;
+    const auto box = boxOfPath(path, m_state.transform);
+    return box && box->isWholePixels() ? std::optional(intersectionRange(*m_state.clip, box->pixels())) : std::nullopt;
+}
+
+bool CairoContext::canDrawBoxes() const
+{
+    return m_state.clip && cairo_get_antialias(m_target) != CAIRO_ANTIALIAS_NONE && cairo_get_operator(m_target) == CAIRO_OPERATOR_OVER;
+}
+
+bool CairoContext::fillAsBox(const Path& path)
+{
+    if (!canDrawBoxes())
+        return false;
+    const paint::PathReach reach = paint::reachOfPath(path, m_state.transform);
+    if (!reach.isFinite || !reach.liesWithin(kSafeWindow))
+        return false;
+    const auto box = boxOfPath(path, m_state.transform);
+    if (!box || !isDrawableBox(*box, m_state.fillColor))
+        return false;
+    ImagePixels(cairo_get_group_target(m_target)).fillBox(*box, m_state.fillColor, *m_state.clip);
+    return true;
+}
+
+bool CairoContext::strokeAsBoxes(const Path& path)
+{
+    if (!canDrawBoxes() || !m_state.dash.lengths.empty() || cairo_get_line_cap(m_target) != CAIRO_LINE_CAP_BUTT
+        || cairo_get_line_join(m_target) != CAIRO_LINE_JOIN_MITER || m_state.miterLimit < kMiterOfRightAngle)
+        return false;
+    const std::vector<FixedBox> boxes = boxesOfStroke(path, m_state.transform, paintedLineWidth());
+    if (boxes.empty() || !std::ranges::all_of(boxes, [&](const FixedBox& box) { return isDrawableBox(box, m_state.strokeColor); }))
+        return false;
+    ImagePixels pixels(cairo_get_group_target(m_target));
+    for (const FixedBox& box : boxes)
+        pixels.fillBox(box, m_state.strokeColor, *m_state.clip);
+    return true;
 }
 
 void CairoContext::layFilledPath(const Path& path)
@@ -398,13 +480,25 @@ bool CairoContext::strokeAsMask(std::span<const paint::StrokeRun> lines)
     return scale && strokePolylines(m_target, lines, paintedLineWidth(), m_state.dash, *scale, visibleWindow(0.0));
 }
 
-void CairoContext::drawLines(const text::TextLayout& layout, Point origin)
+bool CairoContext::drawLineFromMasks(PangoLayoutLine* line, const AffineTransform& lineToDevice, const Color& color)
+{
+    if (!m_hasPlainPixels)
+        return false;
+    if (!m_state.clip)
+        return sharedGlyphMasks().drawLine(m_target, line, lineToDevice);
+    const auto mask = sharedGlyphMasks().maskOfLine(line, lineToDevice);
+    if (mask && !mask->range.isEmpty())
+        ImagePixels(cairo_get_group_target(m_target)).drawMask(*mask, color, *m_state.clip);
+    return mask.has_value();
+}
+
+void CairoContext::drawLines(const text::TextLayout& layout, Point origin, const Color& color)
 {
     for (std::size_t i = 0; i < layout.lines.size(); ++i) {
         PangoLayoutLine* line = layout.lines[i].shaped;
         AffineTransform lineToDevice = m_state.transform;
         lineToDevice.concatenate({layout.scale, 0.0, 0.0, -layout.scale, origin.x, origin.y + layout.baseline(i)});
-        if (m_hasPlainPixels && sharedGlyphMasks().drawLine(m_target, line, lineToDevice))
+        if (drawLineFromMasks(line, lineToDevice, color))
             continue;
         cairo_save(m_target);
         const cairo_matrix_t matrix = matrixOf(lineToDevice);

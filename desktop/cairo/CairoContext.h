@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ImagePixels.h"
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
 
 #include <memory>
@@ -8,7 +9,7 @@
 #include <string>
 #include <vector>
 
-typedef struct _cairo cairo_t;
+typedef struct _PangoLayoutLine PangoLayoutLine;
 
 namespace TOLVGraphing::text {
 struct TextLayout;
@@ -38,7 +39,8 @@ void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerP
 /// - a path that reaches farther than a million device units is cut to a window around the clip, the rest is exact;
 /// - a dashed line out of sight is cut off as well, because Cairo would walk along all its dashes.
 ///
-/// On pixels a line with many corners that goes in one direction of x, as the curve of a graph does, is painted from its exact coverage (see PolylineStrokes.h) many times faster than by Cairo.
+/// On pixels upright boxes (backgrounds, frames, grid lines; those in translucent colours where they cover whole pixels) and small text are drawn without Cairo, with the same result to the byte, where the clip is known to end at whole pixels:
+/// the clip that the context finds and every one that is set through it. A line with many corners that goes in one direction of x, as the curve of a graph does, is painted from its exact coverage (see PolylineStrokes.h) many times faster than by Cairo.
 ///
 /// Text is always upright in the coordinates in force. On pixels its glyphs stand within an eighth of a pixel of their exact places (see GlyphMasks), large text exactly;
 /// elsewhere it stays text with embedded fonts.
@@ -77,6 +79,8 @@ private:
         double miterLimit = 10.0;
         LineDash dash;
         AffineTransform transform;
+        /// The clip, where it is a box of whole pixels of an image.
+        std::optional<PixelRange> clip;
         /// The transform has an inverse.
         bool isUsable = true;
     };
@@ -90,12 +94,23 @@ private:
     [[nodiscard]] double paintedLineWidth() const;
     /// How far a stroke may stick out from its path, in device units.
     [[nodiscard]] double strokeReach() const;
+    /// The clip of an image that the context finds; nothing when it is no box of whole pixels.
+    [[nodiscard]] std::optional<PixelRange> foundClip() const;
+    /// The part of the clip in force that the path leaves.
+    [[nodiscard]] std::optional<PixelRange> clipWithin(const Path& path) const;
+    /// True when boxes of whole pixels need no Cairo.
+    [[nodiscard]] bool canDrawBoxes() const;
+    bool fillAsBox(const Path& path);
+    /// The path has to reach no farther than Cairo's numbers.
+    bool strokeAsBoxes(const Path& path);
     /// Makes the path the target's own for a fill or a clip.
     void layFilledPath(const Path& path);
     void strokeInPieces(const Path& path, const Rect& window);
     /// Paints lines, in device units, from their own coverage; false when Cairo has to stroke them.
     bool strokeAsMask(std::span<const paint::StrokeRun> lines);
-    void drawLines(const text::TextLayout& layout, Point origin);
+    void drawLines(const text::TextLayout& layout, Point origin, const Color& color);
+    /// True when the line's glyphs are painted from masks.
+    bool drawLineFromMasks(PangoLayoutLine* line, const AffineTransform& lineToDevice, const Color& color);
 
     cairo_t* m_target;
     bool m_isVector = false;

@@ -73,41 +73,55 @@ std::size_t GlyphMasks::KeyHash::operator()(const Key& key) const
     return hash ^ (hash >> 29U);
 }
 
-bool GlyphMasks::drawLine(cairo_t* target, PangoLayoutLine* line, const AffineTransform& toPixels)
+std::optional<CoverageMask> GlyphMasks::maskOfLine(PangoLayoutLine* line, const AffineTransform& toPixels)
 {
     forgetIfFull();
     if (!place(line, toPixels))
-        return false;
+        return std::nullopt;
     if (m_placed.empty())
-        return true;
-    int left = std::numeric_limits<int>::max();
-    int top = left;
-    int right = std::numeric_limits<int>::min();
-    int bottom = right;
-    for (const PlacedMask& placed : m_placed) {
-        left = std::min(left, placed.x + placed.mask->left);
-        top = std::min(top, placed.y + placed.mask->top);
-        right = std::max(right, placed.x + placed.mask->left + placed.mask->width);
-        bottom = std::max(bottom, placed.y + placed.mask->top + placed.mask->height);
-    }
-    if (right - left > kLargestLineWidth || bottom - top > kLargestLineHeight)
-        return false;
-    const SurfacePointer coverage(cairo_image_surface_create(CAIRO_FORMAT_A8, right - left, bottom - top));
-    std::uint8_t* pixels = cairo_image_surface_get_data(coverage.get());
-    if (!pixels)
-        return false;
-    const auto stride = static_cast<std::ptrdiff_t>(cairo_image_surface_get_stride(coverage.get()));
+        return CoverageMask();
+    const PixelRange range = placedRange();
+    const int width = range.right - range.left;
+    const int height = range.bottom - range.top;
+    if (width > kLargestLineWidth || height > kLargestLineHeight)
+        return std::nullopt;
+    const std::ptrdiff_t stride = cairo_format_stride_for_width(CAIRO_FORMAT_A8, width);
+    m_coverage.assign(static_cast<std::size_t>(stride) * static_cast<std::size_t>(height), 0);
     for (const PlacedMask& placed : m_placed) {
         const Mask& mask = *placed.mask;
-        std::uint8_t* corner = pixels + (placed.y + mask.top - top) * stride + (placed.x + mask.left - left);
+        std::uint8_t* corner = m_coverage.data() + (placed.y + mask.top - range.top) * stride + (placed.x + mask.left - range.left);
         addCoverage(mask.coverage.data(), mask.width, mask.height, corner, stride);
     }
-    cairo_surface_mark_dirty(coverage.get());
+    return CoverageMask{range, m_coverage.data(), stride};
+}
+
+bool GlyphMasks::drawLine(cairo_t* target, PangoLayoutLine* line, const AffineTransform& toPixels)
+{
+    const auto mask = maskOfLine(line, toPixels);
+    if (!mask)
+        return false;
+    if (mask->range.isEmpty())
+        return true;
+    const PixelRange& range = mask->range;
+    const SurfacePointer coverage(
+        cairo_image_surface_create_for_data(m_coverage.data(), CAIRO_FORMAT_A8, range.right - range.left, range.bottom - range.top, static_cast<int>(mask->stride)));
     cairo_save(target);
     cairo_identity_matrix(target);
-    cairo_mask_surface(target, coverage.get(), left, top);
+    cairo_mask_surface(target, coverage.get(), range.left, range.top);
     cairo_restore(target);
     return true;
+}
+
+PixelRange GlyphMasks::placedRange() const
+{
+    PixelRange range{std::numeric_limits<int>::max(), std::numeric_limits<int>::max(), std::numeric_limits<int>::min(), std::numeric_limits<int>::min()};
+    for (const PlacedMask& placed : m_placed) {
+        range.left = std::min(range.left, placed.x + placed.mask->left);
+        range.top = std::min(range.top, placed.y + placed.mask->top);
+        range.right = std::max(range.right, placed.x + placed.mask->left + placed.mask->width);
+        range.bottom = std::max(range.bottom, placed.y + placed.mask->top + placed.mask->height);
+    }
+    return range;
 }
 
 bool GlyphMasks::place(PangoLayoutLine* line, const AffineTransform& toPixels)

@@ -2,10 +2,12 @@
 
 #include "../text/PangoPointers.h"
 #include "CairoPointers.h"
+#include "ImagePixels.h"
 #include "TOLVGraphing/platform/geometry/AffineTransform.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -18,8 +20,10 @@ namespace TOLVGraphing::cairo {
 /// One thread at a time may use an object.
 class GlyphMasks {
 public:
-    /// Paints the line with the target's source. `toPixels` maps the line's coordinates (y downwards from the baseline, in the units that it was shaped in) to whole pixels of the target's
-    /// surface. False, with nothing painted, when the line is too large or has glyphs that are no outlines of a font: it has to be filled then.
+    /// The line's coverage, valid until the next call; its range is empty when there is nothing to paint. `toPixels` maps the line's coordinates (y downwards from the baseline, in the units that it was
+    /// shaped in) to whole pixels. Nothing when the line is too large or has glyphs that are no outlines of a font: it has to be filled then.
+    [[nodiscard]] std::optional<CoverageMask> maskOfLine(PangoLayoutLine* line, const AffineTransform& toPixels);
+    /// Paints the line's coverage with the target's source; the pixels are those of the target's surface. False, with nothing painted, when there is no mask of the line.
     [[nodiscard]] bool drawLine(cairo_t* target, PangoLayoutLine* line, const AffineTransform& toPixels);
 
 private:
@@ -61,13 +65,17 @@ private:
     const Mask& maskFor(const Key& key);
     /// Collects the line's masks; false when one of its glyphs has none.
     bool place(PangoLayoutLine* line, const AffineTransform& toPixels);
+    /// The pixels of the line's masks.
+    [[nodiscard]] PixelRange placedRange() const;
     void forgetIfFull();
 
     std::unordered_map<Key, Mask, KeyHash> m_masks;
     /// Keeps the fonts of the keys, so that no other font gets their addresses.
     std::unordered_map<PangoFont*, text::PangoPointer<PangoFont>> m_fonts;
     std::size_t m_bytes = 0;
+    /// The glyphs of the last line and its coverage.
     std::vector<PlacedMask> m_placed;
+    std::vector<std::uint8_t> m_coverage;
 };
 
 } // namespace TOLVGraphing::cairo

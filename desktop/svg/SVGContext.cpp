@@ -220,7 +220,7 @@ void SVGContext::drawText(const AttributedString& text, Point origin)
     const Color color = text.attributes().foregroundColorOrDefault().clamped();
     if (!m_state.isUsable || !origin.valid() || color.alphaComponent() <= 0.0 || text.string().empty())
         return;
-    const Font font = text.attributes().fontOrDefault();
+    const Font& font = text.attributes().fontOrDefault();
     text::PangoTextSystem::shared()->withLayout(text, [&](const text::TextLayout& layout) {
         for (std::size_t i = 0; i < layout.lines.size(); ++i) {
             const text::TextLine& line = layout.lines[i];

@@ -12,7 +12,24 @@ constexpr FaceMetrics kHelveticaNeueMetrics{0.952, 0.213, 0.028};
 constexpr FaceMetrics kHelveticaMetrics{0.770, 0.230, 0.0};
 constexpr int kLightestBold = 600;
 
+std::string givenName(const std::string& name)
+{
+    return name.empty() ? "Helvetica" : name;
+}
+
+std::optional<FaceMetrics> metricsOf(NamedFamily family)
+{
+    if (family == NamedFamily::None)
+        return std::nullopt;
+    return family == NamedFamily::Helvetica ? kHelveticaMetrics : kHelveticaNeueMetrics;
+}
+
 } // namespace
+
+std::optional<FaceMetrics> pinnedMetricsOf(const std::string& name)
+{
+    return metricsOf(namedFamily(faceFromFontName(givenName(name)).family));
+}
 
 FontResolver::FontResolver(std::shared_ptr<const FontCatalog> catalog)
     : m_catalog(std::move(catalog))
@@ -21,12 +38,12 @@ FontResolver::FontResolver(std::shared_ptr<const FontCatalog> catalog)
 
 ResolvedFont FontResolver::resolve(const std::string& name) const
 {
-    const std::string given = name.empty() ? "Helvetica" : name;
+    const std::string given = givenName(name);
     const FontFace wanted = faceFromFontName(given);
     const NamedFamily family = namedFamily(wanted.family);
     if (family == NamedFamily::None)
         return {resolveOther(given, wanted), std::nullopt};
-    return {resolveNamed(given, wanted, family), family == NamedFamily::Helvetica ? kHelveticaMetrics : kHelveticaNeueMetrics};
+    return {resolveNamed(given, wanted, family), metricsOf(family)};
 }
 
 FontFace FontResolver::resolveNamed(const std::string& name, FontFace wanted, NamedFamily family) const

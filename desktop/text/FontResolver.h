@@ -30,6 +30,9 @@ struct ResolvedFont {
     friend bool operator==(const ResolvedFont&, const ResolvedFont&) = default;
 };
 
+/// The extents of the library's own faces, whatever is installed; nothing for other names. An empty name means Helvetica.
+[[nodiscard]] std::optional<FaceMetrics> pinnedMetricsOf(const std::string& name);
+
 /// Finds the face for a font's name, so that texts are equally wide and high on every machine.
 ///
 /// The library's own faces (HelveticaNeue, HelveticaNeue-Bold, HelveticaNeue-Light, Helvetica and further styles of both families) are the real fonts where they are

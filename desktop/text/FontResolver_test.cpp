@@ -54,6 +54,15 @@ TEST(FontResolver, namedFacesAreNimbusSansWithTheirOwnExtents)
     EXPECT_EQ(resolver.resolve(""), (ResolvedFont{{"Nimbus Sans", 400, false}, kPlain}));
 }
 
+TEST(FontResolver, pinnedExtentsNeedNoFonts)
+{
+    EXPECT_EQ(pinnedMetricsOf("HelveticaNeue-Light"), (FaceMetrics{0.952, 0.213, 0.028}));
+    EXPECT_EQ(pinnedMetricsOf("Helvetica Neue"), (FaceMetrics{0.952, 0.213, 0.028}));
+    EXPECT_EQ(pinnedMetricsOf("Helvetica-Bold"), (FaceMetrics{0.770, 0.230, 0.0}));
+    EXPECT_EQ(pinnedMetricsOf(""), (FaceMetrics{0.770, 0.230, 0.0}));
+    EXPECT_EQ(pinnedMetricsOf("DejaVu Sans"), std::nullopt);
+}
+
 TEST(FontResolver, aRealFontOfTheNameWins)
 {
     EXPECT_EQ(resolverFor({"Helvetica Neue", "Nimbus Sans"}).resolve("HelveticaNeue-Light"), (ResolvedFont{{"Helvetica Neue", 300, false}, kNeue}));

@@ -6,6 +6,7 @@
 
 #include <hb.h>
 #include <pango/pangocairo.h>
+#include <pango/pangofc-fontmap.h>
 
 #include <algorithm>
 #include <cmath>
@@ -139,8 +140,9 @@ private:
 PangoTextSystem::Engine::Engine()
     : m_map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT))
 {
-    pango_cairo_font_map_set_resolution(PANGO_CAIRO_FONT_MAP(m_map.get()), 72.0);
     m_context.reset(pango_font_map_create_context(m_map.get()));
+    // The map's own resolution would be the same, but setting it waits until all fonts are listed.
+    pango_cairo_context_set_resolution(m_context.get(), 72.0);
     const std::unique_ptr<cairo_font_options_t, decltype(&cairo_font_options_destroy)> options(cairo_font_options_create(), &cairo_font_options_destroy);
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
     cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
@@ -155,6 +157,8 @@ const Face& PangoTextSystem::Engine::faceFor(const std::string& name)
         return known->second;
     if (m_faces.size() >= kRememberedFaces)
         m_faces.clear();
+    // Pango reads fontconfig's list in a thread of its own. Asking fontconfig before that has ended would read it a second time.
+    pango_fc_font_map_get_config(PANGO_FC_FONT_MAP(m_map.get()));
     const ResolvedFont resolved = m_resolver.resolve(validUtf8(name));
     Face face{descriptionOf(resolved.face), {}};
     face.metrics = resolved.pinnedMetrics ? *resolved.pinnedMetrics : ownMetrics(m_map.get(), m_context.get(), face.description.get());
@@ -191,7 +195,7 @@ TextLayout PangoTextSystem::Engine::makeLayout(const std::string& text, const Fo
 
 const TextLayout& PangoTextSystem::Engine::layoutFor(const AttributedString& text)
 {
-    const Font font = text.attributes().fontOrDefault();
+    const Font& font = text.attributes().fontOrDefault();
     if (text.string().size() > kLongestRememberedText || !isUsableSize(font.size)) {
         m_longLayout = makeLayout(text.string(), font);
         return m_longLayout;
@@ -236,6 +240,16 @@ double PangoTextSystem::ascender(const Font& font) const
         return 0.0;
     const std::scoped_lock lock(m_engine->mutex);
     return m_engine->faceFor(font.name).metrics.ascender * font.size;
+}
+
+double PangoTextSystem::lineHeight(const Font& font) const
+{
+    if (!isUsableSize(font.size))
+        return 0.0;
+    if (const auto pinned = pinnedMetricsOf(validUtf8(font.name)))
+        return pinned->lineHeight() * font.size;
+    const std::scoped_lock lock(m_engine->mutex);
+    return m_engine->faceFor(font.name).metrics.lineHeight() * font.size;
 }
 
 void PangoTextSystem::withLayout(const AttributedString& text, const std::function<void(const TextLayout&)>& use) const

@@ -23,6 +23,8 @@ struct TextLayout;
 /// leading is below. A text has as many lines as newlines and one more. A font size that is not a finite number above zero gives the size zero, nothing is drawn then.
 /// A text is cut after 200,000 bytes.
 ///
+/// Making a text system only begins to read the list of fonts, in the background; the first text that is measured or drawn waits for it.
+///
 /// Recent layouts are remembered, a bounded number of them. Safe to use from several threads, which then take turns.
 class PangoTextSystem final : public TextSystem {
 public:
@@ -34,6 +36,8 @@ public:
 
     [[nodiscard]] Size size(const AttributedString& text) const override;
     [[nodiscard]] double ascender(const Font& font) const override;
+    /// Of the library's own faces it is known before any font is loaded.
+    [[nodiscard]] double lineHeight(const Font& font) const override;
 
     /// Calls the function with the text's layout, for a backend to draw it. The layout is valid during the call only and no other text is laid out meanwhile: the function must
     /// not ask for another one.

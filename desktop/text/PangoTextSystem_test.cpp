@@ -64,6 +64,10 @@ TEST(PangoTextSystem, heightsOfTheNamedFacesArePinned)
     EXPECT_DOUBLE_EQ(sizeOf("Tj\nx\n", "HelveticaNeue-Light", 11.0).height, 1.193 * 11.0 * 3.0);
     EXPECT_DOUBLE_EQ(sizeOf("Tj", "Helvetica", 10.0).height, 10.0);
     EXPECT_DOUBLE_EQ(sizeOf("∞ 漢字", "Helvetica", 10.0).height, 10.0);
+    for (const char* font : {"HelveticaNeue", "HelveticaNeue-Light", "Helvetica", "", "DejaVu Sans", "No Such Font", "Helvetica\xFF"}) {
+        for (const double size : {12.0, 0.5, 2000.0, 0.0, -1.0, std::numeric_limits<double>::quiet_NaN()})
+            EXPECT_EQ(PangoTextSystem::shared()->lineHeight({font, size}), sizeOf("Tj", font, size).height) << font << " " << size;
+    }
     EXPECT_DOUBLE_EQ(PangoTextSystem::shared()->ascender({"HelveticaNeue", 11.0}), 0.952 * 11.0);
     EXPECT_DOUBLE_EQ(PangoTextSystem::shared()->ascender({"Helvetica", 12.0}), 0.770 * 12.0);
 }

@@ -109,7 +109,7 @@ void RecordingContext::drawStrokedPath(const Path& path)
 
 void RecordingContext::drawText(const AttributedString& text, Point origin)
 {
-    const Font font = text.attributes().fontOrDefault();
+    const Font& font = text.attributes().fontOrDefault();
     m_calls.push_back("text \"" + text.string() + "\" " + font.name + " " + shortestText(font.size) + " "
         + toString(text.attributes().foregroundColorOrDefault()) + " at " + toString(origin));
 }

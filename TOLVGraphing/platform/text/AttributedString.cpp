@@ -11,14 +11,27 @@ namespace TOLVGraphing {
 
 AttributedString::AttributedString(std::string string, TextAttributes attributes)
     : m_string(std::move(string))
+    , m_attributes(attributes == TextAttributes() ? nullptr : std::make_shared<const TextAttributes>(std::move(attributes)))
+{
+}
+
+AttributedString::AttributedString(std::string string, SharedTextAttributes attributes)
+    : m_string(std::move(string))
     , m_attributes(std::move(attributes))
 {
 }
 
-AttributedString::AttributedString(std::string string, const SharedTextAttributes& attributes)
-    : m_string(std::move(string))
-    , m_attributes(attributes ? *attributes : TextAttributes{})
+const TextAttributes& AttributedString::attributes() const
 {
+    static const TextAttributes plain;
+    return m_attributes ? *m_attributes : plain;
+}
+
+void AttributedString::setForegroundColor(const std::optional<Color>& color)
+{
+    TextAttributes changed = attributes();
+    changed.foregroundColor = color;
+    m_attributes = std::make_shared<const TextAttributes>(std::move(changed));
 }
 
 Size AttributedString::size() const

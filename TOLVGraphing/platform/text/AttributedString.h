@@ -13,13 +13,13 @@ class AttributedString {
 public:
     AttributedString() = default;
     explicit AttributedString(std::string string, TextAttributes attributes = {});
-    /// With absent attributes (null) the text is plain.
-    AttributedString(std::string string, const SharedTextAttributes& attributes);
+    /// Shared, which makes copies cheap. With absent attributes (null) the text is plain.
+    AttributedString(std::string string, SharedTextAttributes attributes);
 
     [[nodiscard]] const std::string& string() const { return m_string; }
-    [[nodiscard]] const TextAttributes& attributes() const { return m_attributes; }
+    [[nodiscard]] const TextAttributes& attributes() const;
     /// Sets the text's colour over its whole length.
-    void setForegroundColor(const std::optional<Color>& color) { m_attributes.foregroundColor = color; }
+    void setForegroundColor(const std::optional<Color>& color);
 
     /// The typographic width of the longest line and the height of all lines, in points, as the installed text system measures them.
     [[nodiscard]] Size size() const;
@@ -28,11 +28,12 @@ public:
     /// Draws into the current context with the upper-left corner of the text in that of the rectangle. Nothing is wrapped or cut off.
     void drawInRect(const Rect& rect) const;
 
-    friend bool operator==(const AttributedString&, const AttributedString&) = default;
+    friend bool operator==(const AttributedString& one, const AttributedString& other) { return one.m_string == other.m_string && one.attributes() == other.attributes(); }
 
 private:
     std::string m_string;
-    TextAttributes m_attributes;
+    /// Null for a plain text.
+    SharedTextAttributes m_attributes;
 };
 
 } // namespace TOLVGraphing

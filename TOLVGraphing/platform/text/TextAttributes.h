@@ -13,7 +13,11 @@ struct TextAttributes {
     std::optional<Font> font;
     std::optional<Color> foregroundColor;
 
-    [[nodiscard]] Font fontOrDefault() const { return font.value_or(Font{}); }
+    [[nodiscard]] const Font& fontOrDefault() const
+    {
+        static const Font plain;
+        return font ? *font : plain;
+    }
     [[nodiscard]] Color foregroundColorOrDefault() const { return foregroundColor.value_or(Color::blackColor()); }
 
     friend bool operator==(const TextAttributes&, const TextAttributes&) = default;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <optional>
 #include <utility>
 
 namespace TOLVGraphing {
@@ -22,6 +23,11 @@ Installed& installed()
 } // namespace
 
 TextSystem::~TextSystem() = default;
+
+double TextSystem::lineHeight(const Font& font) const
+{
+    return size(AttributedString("Tj", TextAttributes{font, std::nullopt})).height;
+}
 
 Size FixedTextSystem::size(const AttributedString& text) const
 {

@@ -17,6 +17,8 @@ public:
     [[nodiscard]] virtual Size size(const AttributedString& text) const = 0;
     /// Baseline to top of the face.
     [[nodiscard]] virtual double ascender(const Font& font) const = 0;
+    /// The height of a text of one line. It is that of "Tj" unless a text system knows it without looking at letters.
+    [[nodiscard]] virtual double lineHeight(const Font& font) const;
 };
 
 /// A text system whose characters are all equally wide: 0.6 em a character (a code point), lines 1.2 em high, ascender 0.8 em.

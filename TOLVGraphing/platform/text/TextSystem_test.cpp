@@ -36,6 +36,12 @@ TEST(FixedTextSystem, CharactersAreEquallyWide)
     EXPECT_EQ(FixedTextSystem().ascender(Font{"Helvetica", 10.0}), 8.0);
 }
 
+TEST(TextSystem, LinesAreAsHighAsATextOfOneLine)
+{
+    EXPECT_EQ(FixedTextSystem().lineHeight(Font{"Helvetica", 10.0}), 12.0);
+    EXPECT_EQ(ConstantTextSystem(3.0).lineHeight(Font()), 3.0);
+}
+
 TEST(TextSystem, ScopesInstallAndRestore)
 {
     const auto before = textSystem();
