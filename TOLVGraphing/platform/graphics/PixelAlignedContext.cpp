@@ -287,6 +287,7 @@ void PixelAlignedContext::clipToPath(const Path& path, FillRule rule)
 {
     const auto aligned = alignedRect(path, m_state.toPixels, pixelsAround);
     target().clipToPath(aligned ? *aligned : path, rule);
+    m_state.isClippedToWholePixels = m_state.isClippedToWholePixels && aligned;
 }
 
 void PixelAlignedContext::setLineWidth(double width)
@@ -341,6 +342,27 @@ void PixelAlignedContext::drawStrokedPath(const Path& path)
         target().setStrokeColor(color.colorWithAlphaComponent(color.alphaComponent() * width));
     }
     target().drawStrokedPath(aligned);
+}
+
+std::optional<Rect> PixelAlignedContext::wholePixelsOfFill(const Rect& rect) const
+{
+    if (!m_state.isClippedToWholePixels || !keepsDirections(m_state.toPixels))
+        return std::nullopt;
+    const Point corner = m_state.toPixels.apply(rect.origin);
+    const Point opposite = m_state.toPixels.apply(Point{rect.maxX(), rect.maxY()});
+    if (!isOnGrid(corner) || !isOnGrid(opposite) || corner.x == opposite.x || corner.y == opposite.y)
+        return std::nullopt;
+    const Span x = nearestPixels({std::min(corner.x, opposite.x), std::max(corner.x, opposite.x)});
+    const Span y = nearestPixels({std::min(corner.y, opposite.y), std::max(corner.y, opposite.y)});
+    return Rect(x.low, y.low, x.high - x.low, y.high - y.low);
+}
+
+Rect PixelAlignedContext::fillOfWholePixels(const Rect& pixels) const
+{
+    const AffineTransform& toPixels = m_state.toPixels;
+    const Point corner{(pixels.x() - toPixels.tx) / toPixels.a, (pixels.y() - toPixels.ty) / toPixels.d};
+    const Point opposite{(pixels.maxX() - toPixels.tx) / toPixels.a, (pixels.maxY() - toPixels.ty) / toPixels.d};
+    return {corner, {opposite.x - corner.x, opposite.y - corner.y}};
 }
 
 } // namespace TOLVGraphing
