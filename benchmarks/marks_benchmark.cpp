@@ -23,6 +23,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 using namespace TOLVGraphing;
@@ -32,7 +33,7 @@ namespace {
 
 constexpr int kWidth = 1600;
 constexpr int kHeight = 900;
-constexpr int kSteps = 1;
+constexpr int kSteps = 5;
 const Rect kRect{0.0, 0.0, kWidth, kHeight};
 
 std::shared_ptr<TOLVGraph> graphOf(bool isWave, std::size_t count)
@@ -119,8 +120,11 @@ BENCHMARK(bars)->ArgNames({"wave", "samples"})->Args({0, 1'000'000})->Args({1, 1
 void lineOfCategories(benchmark::State& state)
 {
     installDesktopTextSystem();
-    const auto graph = graphOf(false, static_cast<std::size_t>(state.range(0)));
-    graph->setHorizontalAxis(std::make_shared<TOLVLineAxis>());
+    const auto count = static_cast<std::size_t>(state.range(0));
+    const auto graph = graphOf(false, count);
+    const auto categories = std::make_shared<TOLVLineAxis>();
+    categories->setDataPointCount(count);
+    graph->setHorizontalAxis(categories);
     LineGraphDrawing drawing;
     std::vector<double> seconds;
     for (auto _ : state)

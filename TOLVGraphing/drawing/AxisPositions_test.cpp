@@ -22,6 +22,13 @@ namespace {
 /// Positions of its own, whatever its mapping.
 class ShiftedAxis final : public TOLVLogarithmicAxis {
 public:
+    using TOLVLogarithmicAxis::TOLVLogarithmicAxis;
+    [[nodiscard]] std::shared_ptr<TOLVAxis> copy() const override
+    {
+        auto axis = std::make_shared<ShiftedAxis>(graph());
+        copyPropertiesInto(*axis);
+        return axis;
+    }
     [[nodiscard]] float pointForValue(float value, const Rect& inRect) const override { return TOLVLogarithmicAxis::pointForValue(value, inRect) + 1000.0F; }
 };
 

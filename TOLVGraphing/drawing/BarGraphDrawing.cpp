@@ -74,12 +74,16 @@ std::vector<BarSeries> barSeriesOf(const std::vector<VisibleSeries>& visible)
     return result;
 }
 
-std::size_t barCount(const std::vector<BarSeries>& series)
+/// The number of bars that may wait for one another: none where a translucent colour takes turns with others.
+std::size_t waitingBarCount(const std::vector<BarSeries>& series)
 {
     std::size_t count = 0;
-    for (const BarSeries& each : series)
+    bool isAnyTranslucent = false;
+    for (const BarSeries& each : series) {
         count += each.values.size();
-    return count;
+        isAnyTranslucent = isAnyTranslucent || (each.color && each.color->alphaComponent() < 1.0);
+    }
+    return isAnyTranslucent && series.size() > 1 ? 0 : count;
 }
 
 /// The bars of the series that have a sample at this position, side by side.
@@ -140,7 +144,7 @@ void BarGraphDrawing::drawGraph(const std::shared_ptr<TOLVGraph>& graph, const R
         // Every series with samples has a bar in the first group, so that no other has more.
         const BarPlaces places((slotWidth - 2.0 * pad) / static_cast<double>(series.size()));
         const AxisPositions vertical(graph->verticalAxis().get(), dataRect);
-        PixelFills fills(isolated, dataRect, barCount(series));
+        PixelFills fills(isolated, dataRect, waitingBarCount(series));
         for (std::size_t k = 0; k < groupCount; ++k) {
             const Rect slot(area.x() + static_cast<double>(k) * slotWidth, area.y(), slotWidth, area.height());
             fillGroup(k, series, insetRect(slot, pad, 0.0), places, vertical, isolated, fills);

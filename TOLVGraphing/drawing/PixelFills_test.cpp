@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -87,12 +88,59 @@ TEST_F(PixelFillsTest, ATranslucentFillComesAfterWhatWasBeforeIt)
     const Color translucent(0.0, 0.0, 1.0, 0.5);
     fill(fills, {2.0, 0.0, 1.0, 4.0}, kRed);
     fill(fills, {2.0, 0.0, 1.0, 3.0}, translucent);
-    fill(fills, {2.0, 0.0, 1.0, 2.0}, translucent);
     fill(fills, {2.0, 0.0, 1.0, 1.0}, kGreen);
     fills.flush();
     fills.flush();
-    EXPECT_EQ(painted(), (Lines{"save", "fillColor (1, 0, 0, 1)", fillOf({2.0, 0.0, 1.0, 4.0}), "restore", fillOf({2.0, 0.0, 1.0, 3.0}), fillOf({2.0, 0.0, 1.0, 2.0}), "save",
+    EXPECT_EQ(painted(), (Lines{"save", "fillColor (1, 0, 0, 1)", fillOf({2.0, 0.0, 1.0, 4.0}), "restore", "save", "fillColor (0, 0, 1, 0.5)", fillOf({2.0, 0.0, 1.0, 3.0}), "restore", "save",
                              "fillColor (0, 1, 0, 1)", fillOf({2.0, 0.0, 1.0, 1.0}), "restore"}));
+}
+
+TEST_F(PixelFillsTest, APixelGetsAsManyTranslucentFillsAsCoverIt)
+{
+    PixelFills fills(context, kArea, kMany);
+    const Color translucent(0.0, 0.0, 1.0, 0.5);
+    fill(fills, {2.0, 0.0, 1.0, 3.0}, translucent);
+    fill(fills, {2.0, 0.0, 3.0, 5.0}, translucent);
+    fill(fills, {2.0, 4.0, 1.0, 2.0}, translucent);
+    fills.flush();
+    EXPECT_EQ(painted(), (Lines{"save", "fillColor (0, 0, 1, 0.5)", fillOf({2.0, 0.0, 1.0, 6.0}), fillOf({2.0, 0.0, 1.0, 3.0}), fillOf({2.0, 4.0, 1.0, 1.0}), fillOf({3.0, 0.0, 2.0, 5.0}), "restore"}));
+}
+
+TEST_F(PixelFillsTest, TranslucentFillsEndWhereTheyChangeNothing)
+{
+    PixelFills fills(context, kArea, kMany);
+    const Color translucent(0.0, 0.0, 1.0, 0.5);
+    for (int i = 0; i < 1000; ++i)
+        fill(fills, {2.0, 0.0, 1.0, 3.0}, translucent);
+    fills.flush();
+    // Without the lines around and of the colour.
+    EXPECT_EQ(painted().size() - 3, std::size_t{PixelFills::mostBlends(0.5)});
+}
+
+/// A component after a translucent fill. The rounding adds to each product before a division by 255.
+int filled(int pixel, int part, int alpha, int rounding)
+{
+    return part + ((255 - alpha) * pixel + rounding) / 255;
+}
+
+TEST_F(PixelFillsTest, KnowsWhenATranslucentFillChangesNothing)
+{
+    for (int alpha = 1; alpha < 255; ++alpha) {
+        const int enough = PixelFills::mostBlends(alpha / 255.0);
+        for (const int rounding : {0, 127, 254}) {
+            for (int part = 0; part <= alpha; ++part) {
+                for (int start : {0, 128, 255}) {
+                    int pixel = start;
+                    for (int i = 0; i < enough; ++i)
+                        pixel = std::min(filled(pixel, part, alpha, rounding), 255);
+                    ASSERT_EQ(std::min(filled(pixel, part, alpha, rounding), 255), pixel) << alpha << " " << part << " " << start << " " << rounding;
+                }
+            }
+        }
+    }
+    EXPECT_EQ(PixelFills::mostBlends(0.0), 255);
+    EXPECT_EQ(PixelFills::mostBlends(1e-9), 255);
+    EXPECT_LE(PixelFills::mostBlends(0.5), 23);
 }
 
 TEST_F(PixelFillsTest, EqualRunsOfNeighbouringColumnsAreOneRectangle)

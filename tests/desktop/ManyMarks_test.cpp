@@ -247,6 +247,7 @@ std::vector<Scene> scenes()
         noiseScene("many", 6000, {kBlue}),
         noiseScene("series over one another", 3000, {kBlue, kRust, Color::blackColor()}),
         noiseScene("translucent", 3000, {Color(0.0, 0.45, 0.7, 0.3)}),
+        noiseScene("hardly visible", 3000, {Color(1.0, 0.45, 0.0, 0.003)}),
         noiseScene("opaque and translucent", 3000, {kBlue, Color(0.83, 0.37, 0.0, 0.5), kRust}),
         waveScene(),
         tiesScene(),
@@ -255,6 +256,15 @@ std::vector<Scene> scenes()
         logarithmicScene(),
         zoomedScene(),
         fractionalScene(),
+    };
+}
+
+/// So many samples that translucent marks are counted.
+std::vector<Scene> denseScenes()
+{
+    return {
+        noiseScene("dense and translucent", 40000, {Color(0.0, 0.45, 0.7, 0.6)}),
+        noiseScene("dense, opaque and translucent", 25000, {kBlue, Color(0.83, 0.37, 0.0, 0.5), Color(0.2, 0.0, 0.4, 0.7)}),
     };
 }
 
@@ -278,6 +288,7 @@ TEST(ManyMarks, ImpulsesHaveThePictureOfAllMarks)
     auto pictured = scenes();
     pictured.push_back(hostScene());
     expectEqualPictures(drawing, drawPlainImpulses, pictured);
+    expectEqualPictures(drawing, drawPlainImpulses, denseScenes());
 }
 
 TEST(ManyMarks, XMarksHaveThePictureOfAllMarks)
@@ -294,6 +305,7 @@ TEST(ManyMarks, DottedCurvesHaveThePictureOfAllMarks)
     auto pictured = scenes();
     pictured.push_back(hostScene());
     expectEqualPictures(drawing, drawPlainDottedCurve, pictured);
+    expectEqualPictures(drawing, drawPlainDottedCurve, denseScenes());
 }
 
 TEST(ManyMarks, BarsHaveThePictureOfAllMarks)
@@ -301,6 +313,7 @@ TEST(ManyMarks, BarsHaveThePictureOfAllMarks)
     BarGraphDrawing drawing;
     auto pictured = scenes();
     // Bars show the samples of the visible range only, which the plain drawing does not know.
+    pictured.push_back(denseScenes().front());
     std::erase_if(pictured, [](const Scene& scene) { return scene.name == "zoomed"; });
     for (const Scene& scene : pictured)
         scene.graph->zoomXToFixedMin(-10.0F, 1010.0F);
@@ -319,6 +332,14 @@ TEST(ManyMarks, ImpulsesAreOneForEachColumnAtMost)
     const Scene scene = noiseScene("", 6000, {kBlue});
     EXPECT_LE(shapesOf(drawing, 1.0, scene), 120U);
     EXPECT_LE(shapesOf(drawing, 2.0, scene), 120U);
+}
+
+TEST(ManyMarks, TranslucentImpulsesAreNoMoreForEachColumnThanChangeIt)
+{
+    TOLVVerticalLineGraphDrawing drawing;
+    const Scene scene = noiseScene("", 24000, {Color(0.0, 0.45, 0.7, 0.5)});
+    EXPECT_LE(shapesOf(drawing, 1.0, scene), 120U * 23U);
+    EXPECT_GE(shapesOf(drawing, 1.0, scene), 120U * 8U);
 }
 
 TEST(ManyMarks, DotsAndBarsAreFewerThanPixelColumns)
