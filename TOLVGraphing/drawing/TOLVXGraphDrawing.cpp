@@ -31,12 +31,12 @@ void addX(Path& path, Point center)
 
 class XMarks final : public SampleMarks {
 public:
-    XMarks(DrawingContext& context, const Rect& dataRect) : m_context(context), m_surroundings(insetRect(dataRect, -kSurroundings, -kSurroundings)) {}
+    XMarks(DrawingContext& context, const Rect& dataRect) : m_context(context), m_hasRoom(!dataRect.isEmpty()), m_surroundings(insetRect(dataRect, -kSurroundings, -kSurroundings)) {}
 
     void beginSeries(const Color&, std::size_t sampleCount) override
     {
         m_repeats.reset();
-        if (sampleCount < kManyMarks)
+        if (sampleCount < kManyMarks || !m_hasRoom)
             return;
         // Once for all marks, and restored with the clip.
         m_context.setLineWidth(kLineWidth);
@@ -75,6 +75,7 @@ private:
     }
 
     DrawingContext& m_context;
+    bool m_hasRoom;
     Rect m_surroundings;
     /// Nothing for a series of few marks.
     std::optional<MarkRepeats> m_repeats;

@@ -226,6 +226,14 @@ Scene fractionalScene()
     return scene;
 }
 
+/// Margins that meet: what is drawn then goes on to the other side.
+Scene noRoomScene()
+{
+    Scene scene = noiseScene("no room", 3000, {kBlue});
+    scene.graph->setMargin({6.0, 200.0, 10.0, 190.0});
+    return scene;
+}
+
 Scene hostScene()
 {
     Scene scene{"a host's own samples", emptyGraph()};
@@ -256,6 +264,7 @@ std::vector<Scene> scenes()
         logarithmicScene(),
         zoomedScene(),
         fractionalScene(),
+        noRoomScene(),
     };
 }
 
