@@ -7,7 +7,6 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <optional>
 
 namespace TOLVGraphing {
 

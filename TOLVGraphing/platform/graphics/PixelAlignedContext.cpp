@@ -346,10 +346,12 @@ void PixelAlignedContext::drawStrokedPath(const Path& path)
 
 std::optional<Rect> PixelAlignedContext::wholePixelsOfFill(const Rect& rect) const
 {
-    if (!m_state.isClippedToWholePixels || !keepsDirections(m_state.toPixels))
+    const AffineTransform& toPixels = m_state.toPixels;
+    if (!m_state.isClippedToWholePixels || !keepsDirections(toPixels))
         return std::nullopt;
-    const Point corner = m_state.toPixels.apply(rect.origin);
-    const Point opposite = m_state.toPixels.apply(Point{rect.maxX(), rect.maxY()});
+    // What the transform gives, whose other two numbers are 0: this is asked for millions of rectangles.
+    const Point corner{toPixels.a * rect.x() + toPixels.tx, toPixels.d * rect.y() + toPixels.ty};
+    const Point opposite{toPixels.a * rect.maxX() + toPixels.tx, toPixels.d * rect.maxY() + toPixels.ty};
     if (!isOnGrid(corner) || !isOnGrid(opposite) || corner.x == opposite.x || corner.y == opposite.y)
         return std::nullopt;
     const Span x = nearestPixels({std::min(corner.x, opposite.x), std::max(corner.x, opposite.x)});
