@@ -130,6 +130,25 @@ bool hasPlainPixels(cairo_surface_t* surface)
     return cairo_surface_get_type(surface) == CAIRO_SURFACE_TYPE_IMAGE && xScale == 1.0 && yScale == 1.0 && xOffset == 0.0 && yOffset == 0.0;
 }
 
+/// True when the clip cuts no pixel.
+bool hasWholePixelClip(cairo_t* target)
+{
+    cairo_matrix_t matrix;
+    cairo_get_matrix(target, &matrix);
+    cairo_identity_matrix(target);
+    // Cairo lists rectangles only of a clip that is made of whole pixels.
+    cairo_rectangle_list_t* rectangles = cairo_copy_clip_rectangle_list(target);
+    const bool isWhole = rectangles->status == CAIRO_STATUS_SUCCESS;
+    cairo_rectangle_list_destroy(rectangles);
+    cairo_set_matrix(target, &matrix);
+    return isWhole;
+}
+
+bool isOnPixelCorner(Point point)
+{
+    return std::abs(point.x) <= kSafeReach && std::abs(point.y) <= kSafeReach && point.x == std::floor(point.x) && point.y == std::floor(point.y);
+}
+
 /// The masks of all contexts. They are used while a layout is lent out, by one thread at a time therefore.
 GlyphMasks& sharedGlyphMasks()
 {
@@ -159,6 +178,7 @@ CairoContext::CairoContext(cairo_t* target)
     cairo_set_miter_limit(m_target, 10.0);
     cairo_set_operator(m_target, CAIRO_OPERATOR_OVER);
     m_state.transform = transformOf(m_target);
+    m_state.isClippedToWholePixels = m_hasPlainPixels && hasWholePixelClip(m_target);
 }
 
 CairoContext::~CairoContext()
@@ -202,6 +222,7 @@ void CairoContext::clipToPath(const Path& path, FillRule rule)
     cairo_set_fill_rule(m_target, rule == FillRule::EvenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
     layFilledPath(path);
     cairo_clip(m_target);
+    m_state.isClippedToWholePixels = m_state.isClippedToWholePixels && hasWholePixelClip(m_target);
 }
 
 void CairoContext::setFillColor(const std::optional<Color>& color)
@@ -295,6 +316,26 @@ void CairoContext::drawText(const AttributedString& text, Point origin)
         if (isSafe && intersectsRect(box, visibleWindow(0.0)))
             drawLines(layout, origin);
     });
+}
+
+std::optional<Rect> CairoContext::wholePixelsOfFill(const Rect& rect) const
+{
+    const AffineTransform& transform = m_state.transform;
+    if (!m_state.isClippedToWholePixels || !m_state.isUsable || transform.b != 0.0 || transform.c != 0.0)
+        return std::nullopt;
+    const Point corner = transform.apply(rect.origin);
+    const Point opposite = transform.apply(Point{rect.maxX(), rect.maxY()});
+    if (!isOnPixelCorner(corner) || !isOnPixelCorner(opposite) || corner.x == opposite.x || corner.y == opposite.y)
+        return std::nullopt;
+    return Rect(std::min(corner.x, opposite.x), std::min(corner.y, opposite.y), std::abs(opposite.x - corner.x), std::abs(opposite.y - corner.y));
+}
+
+Rect CairoContext::fillOfWholePixels(const Rect& pixels) const
+{
+    const AffineTransform& transform = m_state.transform;
+    const Point corner{(pixels.x() - transform.tx) / transform.a, (pixels.y() - transform.ty) / transform.d};
+    const Point opposite{(pixels.maxX() - transform.tx) / transform.a, (pixels.maxY() - transform.ty) / transform.d};
+    return {corner, {opposite.x - corner.x, opposite.y - corner.y}};
 }
 
 std::string CairoContext::error() const

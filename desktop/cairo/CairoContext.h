@@ -62,6 +62,9 @@ public:
     void drawFilledPath(const Path& path, FillRule rule) override;
     void drawStrokedPath(const Path& path) override;
     void drawText(const AttributedString& text, Point origin) override;
+    /// Known for images, of rectangles whose edges the transform puts on edges of pixels, while the clip consists of whole pixels.
+    [[nodiscard]] std::optional<Rect> wholePixelsOfFill(const Rect& rect) const override;
+    [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override;
 
     /// What went wrong in Cairo, in its words; empty while all is well.
     [[nodiscard]] std::string error() const;
@@ -79,6 +82,7 @@ private:
         AffineTransform transform;
         /// The transform has an inverse.
         bool isUsable = true;
+        bool isClippedToWholePixels = true;
     };
 
     /// Selects the colour for painting; false when there is nothing to paint.

@@ -43,7 +43,8 @@ const Rect kRect(0.0, 0.0, 140.0, 100.0);
 using Pixels = std::vector<std::uint32_t>;
 using Plain = void (*)(const TOLVGraph&, const Rect&);
 
-enum class Grid { Aligned, Dark, Unknown };
+/// Who puts rectangles on the grid: a context that aligns them, below one that changes colours or not, or nobody.
+enum class Grid { Aligned, Dark, Own };
 
 /// Counts what reaches the context.
 class CountingContext final : public ForwardingContext {
@@ -86,7 +87,7 @@ Picture drawn(double pixelsPerPoint, Grid grid, const std::function<void()>& dra
         CountingContext counting(pixels);
         PixelAlignedContext aligned(counting, pixelsPerPoint);
         DarkContext dark(aligned);
-        DrawingContext& context = grid == Grid::Unknown ? static_cast<DrawingContext&>(counting) : grid == Grid::Dark ? static_cast<DrawingContext&>(dark) : aligned;
+        DrawingContext& context = grid == Grid::Own ? static_cast<DrawingContext&>(counting) : grid == Grid::Dark ? static_cast<DrawingContext&>(dark) : aligned;
         const CurrentContextScope scope(context);
         drawing();
         picture.shapes = counting.count();
@@ -280,7 +281,7 @@ std::vector<Scene> denseScenes()
 /// Both pictures of each scene, on each grid.
 void expectEqualPictures(TOLVGraphDrawing& drawing, Plain drawPlain, const std::vector<Scene>& pictured)
 {
-    const std::pair<Grid, double> pixels[] = {{Grid::Aligned, 1.0}, {Grid::Aligned, 1.25}, {Grid::Aligned, 2.0}, {Grid::Aligned, 0.6}, {Grid::Dark, 1.25}, {Grid::Unknown, 1.0}, {Grid::Unknown, 1.25}};
+    const std::pair<Grid, double> pixels[] = {{Grid::Aligned, 1.0}, {Grid::Aligned, 1.25}, {Grid::Aligned, 2.0}, {Grid::Aligned, 0.6}, {Grid::Dark, 1.25}, {Grid::Own, 1.0}, {Grid::Own, 1.25}};
     for (const Scene& scene : pictured) {
         for (const auto& [grid, scale] : pixels) {
             const Picture ours = drawn(scale, grid, [&] { drawing.drawGraph(scene.graph, kRect); });
@@ -341,6 +342,15 @@ TEST(ManyMarks, ImpulsesAreOneForEachColumnAtMost)
     const Scene scene = noiseScene("", 6000, {kBlue});
     EXPECT_LE(shapesOf(drawing, 1.0, scene), 120U);
     EXPECT_LE(shapesOf(drawing, 2.0, scene), 120U);
+}
+
+TEST(ManyMarks, ImpulsesOnWholePixelsAreOneForEachColumnWithoutAlignmentToo)
+{
+    TOLVVerticalLineGraphDrawing drawing;
+    const Scene scene = noiseScene("", 6000, {kBlue});
+    EXPECT_LE(drawn(2.0, Grid::Own, [&] { drawing.drawGraph(scene.graph, kRect); }).shapes, 120U);
+    // Between pixels each of them counts.
+    EXPECT_GE(drawn(1.25, Grid::Own, [&] { drawing.drawGraph(scene.graph, kRect); }).shapes, 4000U);
 }
 
 TEST(ManyMarks, TranslucentImpulsesAreNoMoreForEachColumnThanChangeIt)
