@@ -3,9 +3,13 @@
 #include "../graph/TOLVGraph.h"
 #include "../platform/graphics/CurrentContext.h"
 #include "../platform/graphics/DrawingContext.h"
+#include "AxisPositions.h"
+#include "PixelFills.h"
 #include "VisibleSeries.h"
 
 #include <algorithm>
+#include <optional>
+#include <span>
 
 namespace TOLVGraphing {
 
@@ -31,18 +35,73 @@ std::size_t sampleCount(const TOLVGraphData& series)
     return std::min(series.X()->length(), series.Y()->length());
 }
 
-/// The bars of the series that have a sample at this position.
-BarGroup groupAt(std::size_t position, const std::vector<VisibleSeries>& visible, const std::shared_ptr<TOLVGraph>& graph, const Rect& rect)
-{
-    BarGroup group{{}, graph, rect};
-    for (const auto& [index, series] : visible) {
-        if (position >= sampleCount(*series))
-            continue;
-        // The last series that has a sample here decides.
-        group.x = series->X()->components()[position];
-        group.bars.push_back({series->Y()->components()[position], static_cast<std::int64_t>(index), series->lineStyle()});
+/// The places of bars in a slot, all in points.
+class BarPlaces {
+public:
+    explicit BarPlaces(double barWidth)
+        : m_barWidth(barWidth)
+        , m_gap(kGapPart * barWidth)
+    {
+        const double fullWidth = barWidth - 2.0 * m_gap;
+        m_width = fullWidth >= kThinnestBar ? fullWidth : kThinnestBar;
     }
-    return group;
+
+    [[nodiscard]] Rect barInSlot(const Rect& slot, std::size_t place, double top) const
+    {
+        return {slot.x() + static_cast<double>(place) * m_barWidth + m_gap, slot.y(), m_width, top - slot.y()};
+    }
+
+private:
+    double m_barWidth;
+    double m_gap;
+    double m_width = 0.0;
+};
+
+/// A visible series as its bars need it.
+struct BarSeries {
+    std::span<const float> values;
+    /// Nothing for bars that keep their places and are not drawn.
+    std::optional<Color> color;
+};
+
+std::vector<BarSeries> barSeriesOf(const std::vector<VisibleSeries>& visible)
+{
+    std::vector<BarSeries> result;
+    for (const auto& [index, series] : visible) {
+        if (const std::size_t count = sampleCount(*series))
+            result.push_back({{series->Y()->components(), count}, series->color()});
+    }
+    return result;
+}
+
+/// The number of bars that may wait for one another: none where a translucent colour takes turns with others.
+std::size_t waitingBarCount(const std::vector<BarSeries>& series)
+{
+    std::size_t count = 0;
+    bool isAnyTranslucent = false;
+    for (const BarSeries& each : series) {
+        count += each.values.size();
+        isAnyTranslucent = isAnyTranslucent || (each.color && each.color->alphaComponent() < 1.0);
+    }
+    return isAnyTranslucent && series.size() > 1 ? 0 : count;
+}
+
+/// The bars of the series that have a sample at this position, side by side.
+void fillGroup(std::size_t position, const std::vector<BarSeries>& series, const Rect& slot, const BarPlaces& places, const AxisPositions& vertical, DrawingContext& context, PixelFills& fills)
+{
+    std::size_t place = 0;
+    for (const BarSeries& each : series) {
+        if (position >= each.values.size())
+            continue;
+        const std::size_t ownPlace = place++;
+        if (!each.color)
+            continue;
+        const Rect bar = places.barInSlot(slot, ownPlace, static_cast<double>(vertical.pointForValue(each.values[position])));
+        if (!bar.valid())
+            continue;
+        context.setFillColor(each.color);
+        fills.fill(bar, *each.color);
+    }
 }
 
 } // namespace
@@ -51,16 +110,12 @@ void BarGroup::drawInRect(const Rect& slot, double withBarWidth, DrawingContext&
 {
     if (!graph)
         return;
-    const double gap = kGapPart * withBarWidth;
-    const double fullWidth = withBarWidth - 2.0 * gap;
-    const double width = fullWidth >= kThinnestBar ? fullWidth : kThinnestBar;
+    const BarPlaces places(withBarWidth);
     for (std::size_t j = 0; j < bars.size(); ++j) {
         const auto& style = bars[j].lineStyle;
         if (!style || !style->color())
             continue;
-        const auto top = static_cast<double>(graph->YForValue(bars[j].y, graphRect));
-        const double left = slot.x() + static_cast<double>(j) * withBarWidth + gap;
-        const Rect bar(left, slot.y(), width, top - slot.y());
+        const Rect bar = places.barInSlot(slot, j, static_cast<double>(graph->YForValue(bars[j].y, graphRect)));
         if (!bar.valid())
             continue;
         inContext.setFillColor(style->color());
@@ -83,17 +138,18 @@ void BarGraphDrawing::drawGraph(const std::shared_ptr<TOLVGraph>& graph, const R
         if (!ranges)
             return;
         const auto visible = visibleSeriesOfGraph(*graph, *ranges);
+        const auto series = barSeriesOf(visible);
         const std::size_t groupCount = longestOf(*ranges);
-        // Every series with samples has a bar in the first group, so that no other has more.
-        std::size_t mostBars = 0;
-        for (const auto& [index, series] : visible)
-            mostBars += sampleCount(*series) > 0 ? 1 : 0;
         const double slotWidth = area.width() / static_cast<double>(groupCount);
-        const double barWidth = (slotWidth - 2.0 * pad) / static_cast<double>(mostBars);
+        // Every series with samples has a bar in the first group, so that no other has more.
+        const BarPlaces places((slotWidth - 2.0 * pad) / static_cast<double>(series.size()));
+        const AxisPositions vertical(graph->verticalAxis().get(), dataRect);
+        PixelFills fills(isolated, dataRect, waitingBarCount(series));
         for (std::size_t k = 0; k < groupCount; ++k) {
             const Rect slot(area.x() + static_cast<double>(k) * slotWidth, area.y(), slotWidth, area.height());
-            groupAt(k, visible, graph, inRect).drawInRect(insetRect(slot, pad, 0.0), barWidth, isolated);
+            fillGroup(k, series, insetRect(slot, pad, 0.0), places, vertical, isolated, fills);
         }
+        fills.flush();
     });
 }
 

@@ -42,6 +42,8 @@ struct BarGroup {
 /// range between two samples of a series shows no bars. A group with fewer bars than the largest fills its places from the left.
 ///
 /// Bars stand on the lower edge of the data area, so a y range that starts at 0 shows their proportions.
+///
+/// Many bars are drawn at the cost of pixels where they cover whole pixels (see PixelFills), with the same picture; others, and those in vector files, one by one.
 class BarGraphDrawing final : public TOLVGraphDrawing {
 public:
     void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) override;

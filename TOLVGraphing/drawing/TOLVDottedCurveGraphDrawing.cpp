@@ -5,8 +5,11 @@
 #include "../platform/graphics/CurrentContext.h"
 #include "../platform/graphics/DrawingContext.h"
 #include "../platform/graphics/GraphicsStateSaver.h"
+#include "AxisPositions.h"
+#include "PixelFills.h"
 
 #include <cmath>
+#include <span>
 
 namespace TOLVGraphing {
 
@@ -14,32 +17,41 @@ namespace {
 
 constexpr double kDotSize = 5.0;
 
-void drawDot(DrawingContext& context, Point center)
+Rect rectOfDot(Point center)
 {
-    if (center.valid())
-        context.fillRect(integralRect(offsetRect({center.x, center.y, kDotSize, kDotSize}, -0.5 * kDotSize, -0.5 * kDotSize)));
+    return integralRect(offsetRect({center.x, center.y, kDotSize, kDotSize}, -0.5 * kDotSize, -0.5 * kDotSize));
 }
 
-void drawSeries(DrawingContext& context, const TOLVGraph& graph, const TOLVGraphData& series, const Rect& dataRect, const Rect& rect)
+/// Draws the dots and collects the line through them.
+void drawDots(DrawingContext& context, const AxisPositions& vertical, std::span<const float> values, const Rect& dataRect, const Color& color, TOLVCurve& curve)
+{
+    PixelFills fills(context, dataRect, values.size());
+    const auto step = static_cast<float>(dataRect.width() / static_cast<double>(values.size()));
+    // Only the first two edges are rounded to whole points.
+    float previous = std::rint(static_cast<float>(dataRect.x()));
+    float current = std::rint(static_cast<float>(dataRect.x() + static_cast<double>(step)));
+    for (const float value : values) {
+        const float x = (previous + current) * 0.5F;
+        const float y = vertical.pointForValue(value);
+        const Point center{static_cast<double>(x), static_cast<double>(y)};
+        curve.addPoint(center);
+        if (center.valid())
+            fills.fill(rectOfDot(center), color);
+        previous = current;
+        current = current + step;
+    }
+    fills.flush();
+}
+
+void drawSeries(DrawingContext& context, const TOLVGraph& graph, const TOLVGraphData& series, const Rect& dataRect)
 {
     const std::size_t count = series.Y() ? series.Y()->length() : 0;
-    const float* values = count ? series.Y()->components() : nullptr;
+    const Color color = series.color().value_or(Color::blackColor());
     TOLVCurve curve;
-    series.color().value_or(Color::blackColor()).set();
+    color.set();
     if (count > 0) {
-        const auto step = static_cast<float>(dataRect.width() / static_cast<double>(count));
-        // Only the first two edges are rounded to whole points.
-        float previous = std::rint(static_cast<float>(dataRect.x()));
-        float current = std::rint(static_cast<float>(dataRect.x() + static_cast<double>(step)));
-        for (std::size_t i = 0; i < count; ++i) {
-            const float x = (previous + current) * 0.5F;
-            const float y = graph.YForValue(values[i], rect);
-            const Point center{static_cast<double>(x), static_cast<double>(y)};
-            curve.addPoint(center);
-            drawDot(context, center);
-            previous = current;
-            current = current + step;
-        }
+        curve.reserve(count);
+        drawDots(context, AxisPositions(graph.verticalAxis().get(), dataRect), {series.Y()->components(), count}, dataRect, color, curve);
     }
     curve.stroke();
 }
@@ -55,7 +67,7 @@ void TOLVDottedCurveGraphDrawing::drawGraph(const std::shared_ptr<TOLVGraph>& gr
     const GraphicsStateSaver saver(*context);
     Path::pathWithRect(dataRect).addClip();
     for (const auto& series : graph->graphData())
-        drawSeries(*context, *graph, *series, dataRect, inRect);
+        drawSeries(*context, *graph, *series, dataRect);
 }
 
 } // namespace TOLVGraphing

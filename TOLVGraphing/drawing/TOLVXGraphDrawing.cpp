@@ -2,8 +2,12 @@
 
 #include "../graph/TOLVGraph.h"
 #include "../platform/graphics/CurrentContext.h"
+#include "../platform/graphics/DrawingContext.h"
 #include "../platform/graphics/Path.h"
+#include "MarkRepeats.h"
 #include "SampleMarks.h"
+
+#include <optional>
 
 namespace TOLVGraphing {
 
@@ -11,25 +15,82 @@ namespace {
 
 /// How far the arms reach from the sample's position along both axes, in points.
 constexpr double kArm = 4.0;
+constexpr double kLineWidth = 1.0;
+/// So many marks take longer than counting them.
+constexpr std::size_t kManyMarks = 2048;
+/// Marks farther than this from the data area, in points, touch no pixel of it while pixels are not many points wide.
+constexpr double kSurroundings = 100.0;
 
-void drawX(Point center)
+void addX(Path& path, Point center)
 {
-    Path path;
-    path.setLineWidth(1.0);
     path.moveToX(center.x - kArm, center.y - kArm);
     path.addLineToX(center.x + kArm, center.y + kArm);
     path.moveToX(center.x - kArm, center.y + kArm);
     path.addLineToX(center.x + kArm, center.y - kArm);
-    path.stroke();
 }
+
+class XMarks final : public SampleMarks {
+public:
+    XMarks(DrawingContext& context, const Rect& dataRect) : m_context(context), m_hasRoom(!dataRect.isEmpty()), m_surroundings(insetRect(dataRect, -kSurroundings, -kSurroundings)) {}
+
+    void beginSeries(const Color&, std::size_t sampleCount) override
+    {
+        m_repeats.reset();
+        if (sampleCount < kManyMarks || !m_hasRoom)
+            return;
+        // Once for all marks, and restored with the clip.
+        m_context.setLineWidth(kLineWidth);
+        m_repeats.emplace(m_surroundings);
+    }
+
+    void drawMark(Point position) override
+    {
+        if (!m_repeats)
+            drawByItself(position);
+        else if (isNear(position) && m_repeats->paints(position))
+            drawOneOfMany(position);
+    }
+
+    void endSeries() override {}
+
+private:
+    void drawByItself(Point position)
+    {
+        Path path;
+        path.setLineWidth(kLineWidth);
+        addX(path, position);
+        path.stroke();
+    }
+
+    void drawOneOfMany(Point position)
+    {
+        m_path.removeAllPoints();
+        addX(m_path, position);
+        m_context.drawStrokedPath(m_path);
+    }
+
+    [[nodiscard]] bool isNear(Point position) const
+    {
+        return position.x >= m_surroundings.x() && position.x <= m_surroundings.maxX() && position.y >= m_surroundings.y() && position.y <= m_surroundings.maxY();
+    }
+
+    DrawingContext& m_context;
+    bool m_hasRoom;
+    Rect m_surroundings;
+    /// Nothing for a series of few marks.
+    std::optional<MarkRepeats> m_repeats;
+    Path m_path;
+};
 
 } // namespace
 
 void TOLVXGraphDrawing::drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect)
 {
     DrawingContext* context = currentContext();
-    if (graph && context)
-        drawSampleMarks(*context, *graph, inRect, drawX);
+    if (!graph || !context)
+        return;
+    XMarks marks(*context, graph->dataRectInRect(inRect));
+    drawSampleMarks(*context, *graph, inRect, marks);
 }
 
 } // namespace TOLVGraphing

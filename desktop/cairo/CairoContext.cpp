@@ -146,6 +146,11 @@ bool isDrawableBox(const FixedBox& box, const Color& color)
     return color.alphaComponent() >= 1.0 || box.isWholePixels();
 }
 
+bool isOnPixelCorner(Point point)
+{
+    return std::abs(point.x) <= kSafeReach && std::abs(point.y) <= kSafeReach && point.x == std::floor(point.x) && point.y == std::floor(point.y);
+}
+
 /// The masks of all contexts. They are used while a layout is lent out, by one thread at a time therefore.
 GlyphMasks& sharedGlyphMasks()
 {
@@ -319,6 +324,26 @@ void CairoContext::drawText(const AttributedString& text, Point origin)
     };
     // By reference, for which no memory is needed.
     text::PangoTextSystem::shared()->withLayout(text, std::cref(drawLayout));
+}
+
+std::optional<Rect> CairoContext::wholePixelsOfFill(const Rect& rect) const
+{
+    const AffineTransform& transform = m_state.transform;
+    if (!m_state.clip || !m_state.isUsable || transform.b != 0.0 || transform.c != 0.0)
+        return std::nullopt;
+    const Point corner = transform.apply(rect.origin);
+    const Point opposite = transform.apply(Point{rect.maxX(), rect.maxY()});
+    if (!isOnPixelCorner(corner) || !isOnPixelCorner(opposite) || corner.x == opposite.x || corner.y == opposite.y)
+        return std::nullopt;
+    return Rect(std::min(corner.x, opposite.x), std::min(corner.y, opposite.y), std::abs(opposite.x - corner.x), std::abs(opposite.y - corner.y));
+}
+
+Rect CairoContext::fillOfWholePixels(const Rect& pixels) const
+{
+    const AffineTransform& transform = m_state.transform;
+    const Point corner{(pixels.x() - transform.tx) / transform.a, (pixels.y() - transform.ty) / transform.d};
+    const Point opposite{(pixels.maxX() - transform.tx) / transform.a, (pixels.maxY() - transform.ty) / transform.d};
+    return {corner, {opposite.x - corner.x, opposite.y - corner.y}};
 }
 
 std::string CairoContext::error() const

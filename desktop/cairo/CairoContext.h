@@ -64,6 +64,9 @@ public:
     void drawFilledPath(const Path& path, FillRule rule) override;
     void drawStrokedPath(const Path& path) override;
     void drawText(const AttributedString& text, Point origin) override;
+    /// Known for images, of rectangles whose edges the transform puts on edges of pixels, while the clip consists of whole pixels.
+    [[nodiscard]] std::optional<Rect> wholePixelsOfFill(const Rect& rect) const override;
+    [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override;
 
     /// What went wrong in Cairo, in its words; empty while all is well.
     [[nodiscard]] std::string error() const;

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <limits>
 
 using namespace TOLVGraphing;
@@ -339,6 +340,43 @@ TEST(CairoContext, transformsWithoutInverseDrawNothingUntilRestored)
         EXPECT_EQ(canvas.paintedCount(), 25) << toString(transform);
         EXPECT_EQ(canvas.context().error(), "");
     }
+}
+
+TEST(CairoContext, knowsThePixelsOfFillsThatCutNone)
+{
+    Canvas canvas(20, 10, 1.25);
+    const CairoContext& context = canvas.context();
+    // Rows count downwards from the top.
+    EXPECT_EQ(context.wholePixelsOfFill({4.0, 0.0, 8.0, 4.0}), Rect(5.0, 5.0, 10.0, 5.0));
+    EXPECT_EQ(context.fillOfWholePixels({5.0, 5.0, 10.0, 5.0}), Rect(4.0, 4.0, 8.0, -4.0));
+    EXPECT_EQ(context.wholePixelsOfFill({4.0, 4.0, 8.0, -4.0}), Rect(5.0, 5.0, 10.0, 5.0));
+    for (const Rect& rect : {Rect(), Rect(4.0, 0.0, 0.0, 4.0), Rect(4.0, 0.0, 1.0, 4.0), Rect(4.0, 0.5, 8.0, 4.0), Rect(kNaN, 0.0, 8.0, 4.0), Rect(0.0, 0.0, 8e6, 4.0)})
+        EXPECT_EQ(context.wholePixelsOfFill(rect), std::nullopt) << toString(rect);
+}
+
+TEST(CairoContext, knowsNoWholePixelsWhereTheClipOrTheTransformCutsThem)
+{
+    Canvas canvas;
+    CairoContext& context = canvas.context();
+    const Rect rect(2.0, 2.0, 4.0, 4.0);
+    const auto isKnownAfter = [&](const std::function<void()>& change) {
+        const GraphicsStateSaver saver(context);
+        change();
+        return context.wholePixelsOfFill(rect).has_value();
+    };
+    EXPECT_TRUE(isKnownAfter([&] { context.clipToPath(Path::pathWithRect({1.0, 1.0, 8.0, 8.0}), FillRule::NonZero); }));
+    EXPECT_FALSE(isKnownAfter([&] { context.clipToPath(Path::pathWithRect({1.5, 1.0, 8.0, 8.0}), FillRule::NonZero); }));
+    EXPECT_FALSE(isKnownAfter([&] { context.clipToPath(Path::pathWithOvalInRect({1.0, 1.0, 8.0, 8.0}), FillRule::NonZero); }));
+    EXPECT_FALSE(isKnownAfter([&] { context.concatenateTransform({1.0, 0.0, 0.0, 1.0, 0.5, 0.0}); }));
+    EXPECT_FALSE(isKnownAfter([&] { context.concatenateTransform({0.0, 1.0, -1.0, 0.0, 0.0, 0.0}); }));
+    EXPECT_TRUE(isKnownAfter([] {}));
+}
+
+TEST(CairoContext, knowsNoWholePixelsOfVectors)
+{
+    const SurfacePointer surface(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, nullptr));
+    const ContextPointer target(cairo_create(surface.get()));
+    EXPECT_EQ(CairoContext(target.get()).wholePixelsOfFill({2.0, 2.0, 4.0, 4.0}), std::nullopt);
 }
 
 TEST(CairoContext, textStandsOnItsBaselineAndUpright)

@@ -8,6 +8,16 @@ namespace TOLVGraphing {
 
 DrawingContext::~DrawingContext() = default;
 
+std::optional<Rect> DrawingContext::wholePixelsOfFill(const Rect&) const
+{
+    return std::nullopt;
+}
+
+Rect DrawingContext::fillOfWholePixels(const Rect& pixels) const
+{
+    return pixels;
+}
+
 void DrawingContext::inIsolatedContext(const std::function<void(DrawingContext&)>& drawing)
 {
     const GraphicsStateSaver saver(*this);

@@ -58,6 +58,14 @@ public:
     /// Draws the text with its own attributes; `origin` is the lower-left corner of its line box. The clip and the transform hold, the fill colour does not.
     virtual void drawText(const AttributedString& text, Point origin) = 0;
 
+    // Pixels.
+
+    /// The pixels that a fill of the upright rectangle covers, where it is known that it covers each of them wholly: the edges of the fill and of the clip in force are edges of pixels. In whole numbers of pixels from any place that stays the same while
+    /// transform and clip do. Nothing for a rectangle without area, where pixels would be covered in part, and where that is not known, as in every context that does not override this.
+    [[nodiscard]] virtual std::optional<Rect> wholePixelsOfFill(const Rect& rect) const;
+    /// The rectangle whose fill covers these pixels: the way back. Of use only where the other way has an answer.
+    [[nodiscard]] virtual Rect fillOfWholePixels(const Rect& pixels) const;
+
     // Conveniences over the operations above.
 
     /// Saves the state, runs the drawing with this context and restores the state, also when the drawing throws.

@@ -23,6 +23,8 @@ public:
     void drawFilledPath(const Path& path, FillRule rule) override { m_target.drawFilledPath(path, rule); }
     void drawStrokedPath(const Path& path) override { m_target.drawStrokedPath(path); }
     void drawText(const AttributedString& text, Point origin) override { m_target.drawText(text, origin); }
+    [[nodiscard]] std::optional<Rect> wholePixelsOfFill(const Rect& rect) const override { return m_target.wholePixelsOfFill(rect); }
+    [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override { return m_target.fillOfWholePixels(pixels); }
 
 protected:
     [[nodiscard]] DrawingContext& target() const { return m_target; }

@@ -1,6 +1,7 @@
 #include "ForwardingContext.h"
 
 #include "../text/AttributedString.h"
+#include "PixelAlignedContext.h"
 #include "RecordingContext.h"
 
 #include <gtest/gtest.h>
@@ -41,6 +42,17 @@ TEST(ForwardingContext, HandsEverythingOn)
     ForwardingContext context(target);
     drawEverything(context);
     EXPECT_EQ(target.calls(), direct.calls());
+}
+
+TEST(ForwardingContext, AsksForWholePixelsToo)
+{
+    RecordingContext recording;
+    ForwardingContext unknown(recording);
+    EXPECT_EQ(unknown.wholePixelsOfFill({1.0, 2.0, 3.0, 4.0}), std::nullopt);
+    PixelAlignedContext target(recording, 2.0);
+    ForwardingContext context(static_cast<DrawingContext&>(target));
+    EXPECT_EQ(context.wholePixelsOfFill({1.0, 2.0, 3.0, 4.0}), Rect(2.0, 4.0, 6.0, 8.0));
+    EXPECT_EQ(context.fillOfWholePixels({2.0, 4.0, 6.0, 8.0}), Rect(1.0, 2.0, 3.0, 4.0));
 }
 
 } // namespace

@@ -287,6 +287,7 @@ void PixelAlignedContext::clipToPath(const Path& path, FillRule rule)
 {
     const auto aligned = alignedRect(path, m_state.toPixels, pixelsAround);
     target().clipToPath(aligned ? *aligned : path, rule);
+    m_state.isClippedToWholePixels = m_state.isClippedToWholePixels && aligned;
 }
 
 void PixelAlignedContext::setLineWidth(double width)
@@ -341,6 +342,29 @@ void PixelAlignedContext::drawStrokedPath(const Path& path)
         target().setStrokeColor(color.colorWithAlphaComponent(color.alphaComponent() * width));
     }
     target().drawStrokedPath(aligned);
+}
+
+std::optional<Rect> PixelAlignedContext::wholePixelsOfFill(const Rect& rect) const
+{
+    const AffineTransform& toPixels = m_state.toPixels;
+    if (!m_state.isClippedToWholePixels || !keepsDirections(toPixels))
+        return std::nullopt;
+    // What the transform gives, whose other two numbers are 0: this is asked for millions of rectangles.
+    const Point corner{toPixels.a * rect.x() + toPixels.tx, toPixels.d * rect.y() + toPixels.ty};
+    const Point opposite{toPixels.a * rect.maxX() + toPixels.tx, toPixels.d * rect.maxY() + toPixels.ty};
+    if (!isOnGrid(corner) || !isOnGrid(opposite) || corner.x == opposite.x || corner.y == opposite.y)
+        return std::nullopt;
+    const Span x = nearestPixels({std::min(corner.x, opposite.x), std::max(corner.x, opposite.x)});
+    const Span y = nearestPixels({std::min(corner.y, opposite.y), std::max(corner.y, opposite.y)});
+    return Rect(x.low, y.low, x.high - x.low, y.high - y.low);
+}
+
+Rect PixelAlignedContext::fillOfWholePixels(const Rect& pixels) const
+{
+    const AffineTransform& toPixels = m_state.toPixels;
+    const Point corner{(pixels.x() - toPixels.tx) / toPixels.a, (pixels.y() - toPixels.ty) / toPixels.d};
+    const Point opposite{(pixels.maxX() - toPixels.tx) / toPixels.a, (pixels.maxY() - toPixels.ty) / toPixels.d};
+    return {corner, {opposite.x - corner.x, opposite.y - corner.y}};
 }
 
 } // namespace TOLVGraphing

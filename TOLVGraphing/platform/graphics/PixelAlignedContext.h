@@ -35,6 +35,9 @@ public:
     void setLineCap(LineCap cap) override;
     void drawFilledPath(const Path& path, FillRule rule) override;
     void drawStrokedPath(const Path& path) override;
+    /// Known for every rectangle with an area that goes to the grid, while all clips were rectangles that did.
+    [[nodiscard]] std::optional<Rect> wholePixelsOfFill(const Rect& rect) const override;
+    [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override;
 
 private:
     /// The part of the state that decides where lines go.
@@ -44,6 +47,7 @@ private:
         std::optional<Color> strokeColor;
         double lineWidth = 1.0;
         LineCap cap = LineCap::Butt;
+        bool isClippedToWholePixels = true;
     };
 
     double m_pixelsPerPoint;

@@ -472,5 +472,76 @@ TEST(PixelAlignedContext, NothingIsAlignedUnderTurnsShearsAndTransformsWithoutIn
     }
 }
 
+// Whole pixels.
+
+TEST(PixelAlignedContext, KnowsThePixelsOfAFill)
+{
+    struct Case {
+        double ratio;
+        Rect rect;
+        Rect pixels;
+    };
+    const Case cases[] = {
+        {1.0, {0.2, 0.2, 2.0, 2.0}, {0.0, 0.0, 2.0, 2.0}},
+        {1.0, {3.0, 4.0, 1.0, -2.5}, {3.0, 2.0, 1.0, 2.0}}, // From 1.5 to 4.
+        {1.0, {3.6, 4.6, 0.1, 0.3}, {3.0, 4.0, 1.0, 1.0}},
+        {1.25, {2.0, 2.0, 2.0, 3.0}, {3.0, 3.0, 2.0, 3.0}}, // From 2.5 to 5 and to 6.25.
+        {2.0, {0.25, 0.0, 1.0, 1.0}, {1.0, 0.0, 2.0, 2.0}},
+    };
+    for (const Case& c : cases) {
+        RecordingContext target;
+        PixelAlignedContext context(target, c.ratio);
+        EXPECT_EQ(context.wholePixelsOfFill(c.rect), c.pixels) << toString(c.rect);
+        // It is what the fill is drawn as.
+        context.fillRect(c.rect);
+        context.fillRect(context.fillOfWholePixels(c.pixels));
+        ASSERT_EQ(target.calls().size(), 2U);
+        EXPECT_EQ(context.wholePixelsOfFill(context.fillOfWholePixels(c.pixels)), c.pixels);
+        if (c.rect.height() > 0.0) {
+            EXPECT_EQ(target.calls()[0], target.calls()[1]);
+        }
+    }
+}
+
+TEST(PixelAlignedContext, PixelsOfAFillHoldUnderTheTransformInForce)
+{
+    RecordingContext target;
+    PixelAlignedContext context(target, 2.0);
+    context.saveState();
+    context.concatenateTransform({1.0, 0.0, 0.0, -1.0, 0.0, 10.0});
+    EXPECT_EQ(context.wholePixelsOfFill({1.0, 1.0, 2.0, 3.0}), Rect(2.0, 12.0, 4.0, 6.0));
+    context.fillRect({1.0, 1.0, 2.0, 3.0});
+    EXPECT_EQ(context.wholePixelsOfFill(context.fillOfWholePixels({2.0, 12.0, 4.0, 6.0})), Rect(2.0, 12.0, 4.0, 6.0));
+    context.concatenateTransform({0.0, 1.0, -1.0, 0.0, 0.0, 0.0});
+    EXPECT_EQ(context.wholePixelsOfFill({1.0, 1.0, 2.0, 3.0}), std::nullopt);
+    context.restoreState();
+    EXPECT_EQ(context.wholePixelsOfFill({1.0, 1.0, 2.0, 3.0}), Rect(2.0, 2.0, 4.0, 6.0));
+}
+
+TEST(PixelAlignedContext, AFillHasNoWholePixelsWithoutAreaOrOffTheGrid)
+{
+    RecordingContext target;
+    PixelAlignedContext context(target, 1.0);
+    for (const Rect& rect : {Rect(), Rect(1.0, 1.0, 0.0, 5.0), Rect(1.0, 1.0, 5.0, 0.0), Rect(1.0, 1.0, kNaN, 5.0), Rect(1.0, 1.0, 1.0, 1e30), Rect(-kInfinity, 1.0, 1.0, 1.0)})
+        EXPECT_EQ(context.wholePixelsOfFill(rect), std::nullopt) << toString(rect);
+    EXPECT_EQ(PixelAlignedContext(target, kNaN).wholePixelsOfFill({1.0, 1.0, 2.0, 2.0}), std::nullopt);
+}
+
+TEST(PixelAlignedContext, AFillHasNoWholePixelsInsideAClipThatCutsThem)
+{
+    RecordingContext target;
+    PixelAlignedContext context(target, 1.0);
+    const Rect rect(1.0, 1.0, 2.0, 2.0);
+    context.saveState();
+    context.clipToPath(Path::pathWithRect({0.3, 0.3, 8.0, 8.0}), FillRule::NonZero);
+    EXPECT_EQ(context.wholePixelsOfFill(rect), rect);
+    context.clipToPath(Path::pathWithOvalInRect({0.0, 0.0, 8.0, 8.0}), FillRule::NonZero);
+    EXPECT_EQ(context.wholePixelsOfFill(rect), std::nullopt);
+    context.clipToPath(Path::pathWithRect({0.0, 0.0, 8.0, 8.0}), FillRule::NonZero);
+    EXPECT_EQ(context.wholePixelsOfFill(rect), std::nullopt);
+    context.restoreState();
+    EXPECT_EQ(context.wholePixelsOfFill(rect), rect);
+}
+
 } // namespace
 } // namespace TOLVGraphing

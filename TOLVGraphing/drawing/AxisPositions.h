@@ -1,0 +1,28 @@
+#pragma once
+
+#include "../platform/geometry/Rect.h"
+
+#include <memory>
+
+namespace TOLVGraphing {
+
+class TOLVAxis;
+class TOLVMapping;
+
+/// The positions of many values along one axis: what TOLVAxis::pointForValue answers, float for float. The mapping of a linear or logarithmic axis is set up once instead of for each value; any other axis is asked each time.
+///
+/// The axis is not owned, and stays as it is meanwhile. Without an axis every position is 0.
+class AxisPositions {
+public:
+    AxisPositions(const TOLVAxis* axis, const Rect& dataRect);
+
+    /// In points.
+    [[nodiscard]] float pointForValue(float value) const;
+
+private:
+    const TOLVAxis* m_axis;
+    Rect m_dataRect;
+    std::shared_ptr<const TOLVMapping> m_mapping;
+};
+
+} // namespace TOLVGraphing
