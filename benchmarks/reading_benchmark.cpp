@@ -1,10 +1,14 @@
-// How fast a long table of text is read, beside the plain reading of the same bytes, and how much memory that takes.
+// How fast a long table of text is read, beside the plain reading of the same bytes, and how much memory that takes; and how long a long column
+// of floats takes from its opening to the first reduction to pixels.
 //
 // Every benchmark of reading reports bytes per second; the counter peak_MB is the largest resident set of the whole process so far, beside
 // allowed_MB: three times the values of two columns and 100 MB. The benchmarks run in the order of the file, so that the reading of the
 // two-column table, the case that the limit is for, comes before anything that takes more.
 
 #include <desktop/input/MeasurementReader.h>
+#include <desktop/input/SeriesSelection.h>
+
+#include <TOLVGraphing/data/ColumnReduction.h>
 
 #include <benchmark/benchmark.h>
 
@@ -12,7 +16,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <string>
 #include <sys/resource.h>
@@ -25,6 +32,8 @@ using TOLVGraphing::input::MeasurementTable;
 using TOLVGraphing::input::readMeasurements;
 
 constexpr std::size_t kRowCount = 10'000'000;
+constexpr std::size_t kLongColumn = 100'000'000;
+constexpr std::size_t kFloatsPerRow = 50;
 
 /// A generator of its own, so that the files are the same everywhere.
 class Noise {
@@ -184,10 +193,80 @@ void readDates(benchmark::State& state)
     readTable(state, dateFile(), kRowCount / 10);
 }
 
+/// 100 million floats.
+const TemporaryFile& longColumnFile()
+{
+    static const TemporaryFile file("long.f32", "", kLongColumn / kFloatsPerRow, [](char* position, std::size_t, Noise& noise) {
+        for (std::size_t i = 0; i < kFloatsPerRow; ++i, position += sizeof(float)) {
+            const auto value = static_cast<float>(noise.nextValue());
+            std::memcpy(position, &value, sizeof value);
+        }
+        return position;
+    });
+    return file;
+}
+
+/// Lets the system forget what it has of the file in memory.
+void forget(const std::string& path)
+{
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    ::fdatasync(descriptor);
+    ::posix_fadvise(descriptor, 0, 0, POSIX_FADV_DONTNEED);
+    ::close(descriptor);
+}
+
+enum class Opening { Read, Mapped, Kept };
+
+/// From the opening of the file to its first reduction to pixel columns. The abscissae are those of a series beside it, so that only the column counts.
+void openLongColumn(benchmark::State& state, Opening opening, bool isInMemory)
+{
+    using namespace TOLVGraphing;
+    const TemporaryFile& file = longColumnFile();
+    const std::filesystem::path folder = file.path() + ".extremes";
+    input::ReadSettings settings;
+    if (opening == Opening::Read)
+        settings.shortestMappedFile = std::numeric_limits<std::uint64_t>::max();
+    if (opening == Opening::Kept) {
+        settings.extremesFolder = input::ExtremesFolder(folder);
+        static_cast<void>(readMeasurements(file.path(), settings));
+    }
+    std::vector<float> rows(kLongColumn);
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        rows[row] = static_cast<float>(row);
+    const auto x = TOLVRealVector::vectorWithComponents(std::move(rows));
+    ColumnReduction reduction;
+    reduction.xMaximum = static_cast<float>(kLongColumn);
+    reduction.yMinimum = -1.0F;
+    reduction.yMaximum = 1.0F;
+    reduction.rect = Rect(60.0, 20.0, 1520.0, 840.0);
+    TOLVCurve curve;
+    static_cast<void>(x->sortedStorage());
+    for (auto _ : state) {
+        if (!isInMemory) {
+            state.PauseTiming();
+            forget(file.path());
+            state.ResumeTiming();
+        }
+        MeasurementTable table = readMeasurements(file.path(), settings);
+        curve.reset();
+        reduction.reduce(*x, *table.columns[0].values.takeVector(), curve);
+        benchmark::DoNotOptimize(curve);
+    }
+    std::error_code error;
+    std::filesystem::remove_all(folder, error);
+    reportBytes(state, file);
+}
+
 BENCHMARK(sumOfBytes)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(readTwoColumns)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(readExponents)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(readDates)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(openLongColumn, keptAndInMemory, Opening::Kept, true)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(openLongColumn, mappedAndInMemory, Opening::Mapped, true)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(openLongColumn, readAndInMemory, Opening::Read, true)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(openLongColumn, keptAndOnDisk, Opening::Kept, false)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(openLongColumn, mappedAndOnDisk, Opening::Mapped, false)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(openLongColumn, readAndOnDisk, Opening::Read, false)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 

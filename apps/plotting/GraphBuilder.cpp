@@ -311,7 +311,7 @@ std::vector<LegendEntry> configureGraph(
 
 bool needFilesBeReadAgain(const Options& former, const Options& wanted)
 {
-    const auto columns = [](const Options& options) { return std::tuple(options.files, options.x, options.y, options.hasCategories(), options.categoryColumn); };
+    const auto columns = [](const Options& options) { return std::tuple(options.files, options.x, options.y, options.hasCategories(), options.categoryColumn, options.channels); };
     return columns(former) != columns(wanted);
 }
 

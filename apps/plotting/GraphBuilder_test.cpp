@@ -341,6 +341,7 @@ TEST_P(ChangedOptions, needTheFilesToBeReadAgain)
 INSTANTIATE_TEST_SUITE_P(Each, ChangedOptions,
     testing::Values(ReadingCase{"nothing", [](Options&) {}, false}, ReadingCase{"files", [](Options& o) { o.files = {"a.csv"}; }, true}, ReadingCase{"x", [](Options& o) { o.x = "t"; }, true},
         ReadingCase{"y", [](Options& o) { o.y = {"v"}; }, true}, ReadingCase{"categoryColumn", [](Options& o) { o.categoryColumn = "name"; }, true},
+        ReadingCase{"channels", [](Options& o) { o.channels = 2; }, true},
         ReadingCase{"barAxis", [](Options& o) { o.xAxis = AxisKind::Bar; }, true}, ReadingCase{"lineAxis", [](Options& o) { o.xAxis = AxisKind::Line; }, true},
         ReadingCase{"logarithmicAxes",
             [](Options& o) {

@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace TOLVGraphing::app {
@@ -94,6 +95,16 @@ double parsePositive(const std::string& option, const std::string& text, double 
         throw UsageError(option, text, "a number greater than 0 and at most " + limit);
     }
     return *number;
+}
+
+std::size_t parseCount(const std::string& option, const std::string& text, std::size_t most)
+{
+    std::size_t count = 0;
+    const char* end = text.data() + text.size();
+    const auto [parsed, error] = std::from_chars(text.data(), end, count);
+    if (error != std::errc() || parsed != end || count < 1 || count > most)
+        throw UsageError(option, text, "a whole number from 1 to " + std::to_string(most));
+    return count;
 }
 
 Size parseSize(const std::string& option, const std::string& text)

@@ -2,6 +2,7 @@
 
 #include "Options.h"
 
+#include <cstddef>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -29,6 +30,8 @@ inline constexpr double kLargestThickness = 1000.0;
 [[nodiscard]] Size parseSize(const std::string& option, const std::string& text);
 /// A finite number greater than zero and at most `largest`.
 [[nodiscard]] double parsePositive(const std::string& option, const std::string& text, double largest);
+/// A whole number from 1 to `most`, in digits.
+[[nodiscard]] std::size_t parseCount(const std::string& option, const std::string& text, std::size_t most);
 /// "A:B", ":B", "A:" with the ends as texts.
 [[nodiscard]] RangeText parseRange(const std::string& option, const std::string& text);
 /// Six hexadecimal digits, with or without "#" or "0x" before them.

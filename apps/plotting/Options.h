@@ -4,6 +4,7 @@
 #include <TOLVGraphing/platform/geometry/Point.h>
 #include <TOLVGraphing/platform/graphics/Color.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,6 +45,8 @@ struct Options {
     double scale = 2.0;
     std::optional<std::string> x;
     std::vector<std::string> y;
+    /// Channels side by side in files of raw numbers.
+    std::size_t channels = 1;
     std::optional<RangeText> xRange;
     std::optional<RangeText> yRange;
     std::optional<std::string> title;

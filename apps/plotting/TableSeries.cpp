@@ -6,9 +6,17 @@
 
 namespace TOLVGraphing::app {
 
-input::ReadSettings readSettings(const Options& options)
+input::ReadSettings readSettingsWithoutTexts(const Options& options)
 {
     input::ReadSettings settings;
+    settings.channelCount = options.channels;
+    settings.extremesFolder = input::ExtremesFolder::usualFolder();
+    return settings;
+}
+
+input::ReadSettings readSettings(const Options& options)
+{
+    input::ReadSettings settings = readSettingsWithoutTexts(options);
     const std::optional<std::string>& column = options.categoryColumn ? options.categoryColumn : options.x;
     if (!options.hasCategories())
         return settings;

@@ -13,6 +13,8 @@ namespace TOLVGraphing::app {
 
 // From a file to its series, as the options choose columns.
 
+/// How to read a file whose columns are to be listed. What is learned of long columns is kept in the user's folder for such things.
+[[nodiscard]] input::ReadSettings readSettingsWithoutTexts(const Options& options);
 /// How to read a file for a graph. The texts that become categories are kept while reading; other texts only cost memory.
 [[nodiscard]] input::ReadSettings readSettings(const Options& options);
 

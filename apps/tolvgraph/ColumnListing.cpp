@@ -2,6 +2,7 @@
 
 #include <TOLVGraphing/platform/text/DayDateFormatter.h>
 #include <TOLVGraphing/platform/text/NumberText.h>
+#include <TOLVMath/ExtremePyramid.h>
 
 #include <cmath>
 #include <optional>
@@ -22,6 +23,10 @@ std::string valueText(float value, ColumnKind kind)
 
 std::string rangeText(const MeasurementColumn& column)
 {
+    if (const ExtremePyramid* pyramid = column.values.pyramid()) {
+        const Extremes& extremes = pyramid->extremes();
+        return extremes.areOfNothing() ? std::string() : ", " + valueText(extremes.minimum, column.kind) + " to " + valueText(extremes.maximum, column.kind);
+    }
     std::optional<float> low;
     std::optional<float> high;
     for (const float value : column.values) {

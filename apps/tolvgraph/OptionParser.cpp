@@ -2,6 +2,7 @@
 
 #include <apps/plotting/OptionRules.h>
 #include <apps/plotting/OptionValues.h>
+#include <desktop/input/RawNumberReader.h>
 #include <desktop/output/GraphicsOutput.h>
 
 #include <CLI/CLI.hpp>
@@ -15,10 +16,14 @@ namespace TOLVGraphing::app {
 namespace {
 
 constexpr const char* kDescription
-    = "Draws graphs of measurements. Reads delimited text (CSV and its relatives), sound files and .npy arrays, and writes PDF, PS, EPS, SVG, PNG and TIFF.";
+    = "Draws graphs of measurements. Reads delimited text (CSV and its relatives), sound files, .npy arrays and raw numbers (.f32, .f64), and writes PDF, PS, EPS, SVG, PNG and TIFF.";
 
 constexpr const char* kFooter = R"(FILE may be - for standard input. The first column is x and every other column of numbers a series, unless --x and --y say otherwise; a single
-column is drawn against its row number. ISO dates in the x column count as days since 1970-01-01.
+column, and the channels of raw numbers, are drawn against the row number. ISO dates in the x column count as days since 1970-01-01.
+
+Raw numbers are floats of four (.f32) or eight (.f64) bytes, the lowest byte first, and nothing else. The extremes of .f32 and .npy columns with millions
+of numbers are kept in ~/.cache/tolvgraphing/extremes (or where XDG_CACHE_HOME says), so that the file opens at once the next time;
+TOLVGRAPHING_NO_CACHE=1 in the environment keeps nothing.
 
 An axis of categories (--draw bar and --draw line bring one along) gives every row of the file the same room and names it by the x column, words or not;
 gaps stay empty. A logarithmic axis shows the samples that are greater than zero.
@@ -38,6 +43,7 @@ struct RawOptions {
     std::string size;
     std::string scale;
     std::string y;
+    std::string channels;
     std::string xRange;
     std::string yRange;
     std::string draw;
@@ -63,6 +69,7 @@ void declare(CLI::App& command, Options& options, RawOptions& raw)
     command.add_option("--scale", raw.scale, "Pixels a point in PNG and TIFF (default 2)")->type_name("S");
     command.add_option("--x", options.x, "Column of x: a name or a number counted from 1, or index for the row number")->type_name("COL");
     command.add_option("--y", raw.y, "Columns to draw, separated by commas")->type_name("COL,...");
+    command.add_option("--channels", raw.channels, "Channels side by side in .f32 and .f64 files, each a column (default 1)")->type_name("N");
     command.add_option("--x-range", raw.xRange, "Visible x range; an end left out fits the data, dates are allowed")->type_name("A:B");
     command.add_option("--y-range", raw.yRange, "Visible y range (default: the data and a twentieth more on either side)")->type_name("A:B");
     command.add_option("--title", options.title, "Title above the graph")->type_name("TEXT");
@@ -146,6 +153,8 @@ void interpret(const CLI::App& command, const RawOptions& raw, Options& options)
         options.scale = parsePositive("--scale", raw.scale, kLargestScale);
     if (given("--y"))
         options.y = parseList("--y", raw.y);
+    if (given("--channels"))
+        options.channels = parseCount("--channels", raw.channels, input::kMaximumChannelCount);
     if (given("--x-range"))
         options.xRange = parseRange("--x-range", raw.xRange);
     if (given("--y-range"))
@@ -162,6 +171,8 @@ void interpret(const CLI::App& command, const RawOptions& raw, Options& options)
         options.layout = parseLayoutFile("--layout", raw.layout);
     if (options.files.empty())
         throw UsageError("FILE", "at least one measurement file, or - for standard input");
+    if (given("--channels") && std::none_of(options.files.begin(), options.files.end(), input::hasRawNumberSuffix))
+        throw UsageError("--channels", raw.channels, "a FILE with it that ends in .f32 or .f64: other files say themselves how many they have");
     if (!options.needsGraph() && !options.listsColumns)
         throw UsageError("--output", "a file to write, for example -o graph.png, or --list-columns");
     for (const std::string& output : options.outputs) {

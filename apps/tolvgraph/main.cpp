@@ -58,7 +58,7 @@ std::vector<FileSeries> readSeries(const Options& options)
     std::vector<FileSeries> files;
     for (const std::string& file : options.files) {
         // Only a graph needs the texts of categories.
-        input::MeasurementTable table = readFile(file, options.needsGraph() ? readSettings(options) : input::ReadSettings());
+        input::MeasurementTable table = readFile(file, options.needsGraph() ? readSettings(options) : readSettingsWithoutTexts(options));
         for (const std::string& note : notesOnRaggedRows(table))
             warn(note);
         if (options.listsColumns) {

@@ -6,6 +6,7 @@
 #include <apps/plotting/OptionRules.h>
 #include <apps/plotting/OptionValues.h>
 #include <desktop/archive/PropertyListArchive.h>
+#include <desktop/input/ReadSettings.h>
 
 #include <TOLVGraphing/graph/TOLVGraph.h>
 
@@ -110,6 +111,8 @@ std::shared_ptr<ArchiveObject> archived(const Options& options)
     putIfAny(*object, "x", options.x);
     putList(*object, "y", options.y, itself<std::string>);
     putIfAny(*object, "categoryColumn", options.categoryColumn);
+    if (options.channels != 1)
+        put(*object, "channels", static_cast<std::int64_t>(options.channels));
     putRange(*object, "xRange", options.xRange);
     putRange(*object, "yRange", options.yRange);
     putIfAny(*object, "title", options.title);
@@ -207,6 +210,15 @@ std::optional<NumberStyle> numberStyleFrom(const ArchivedValues& values, const c
     return word ? std::optional(parseNumberStyle(values.wayTo(key), *word)) : std::nullopt;
 }
 
+/// Older documents have none.
+std::size_t channelsFrom(const ArchivedValues& values)
+{
+    const auto count = values.has("channels") ? static_cast<std::uint64_t>(values.wholeNumber("channels", 1)) : 1;
+    if (count > input::kMaximumChannelCount)
+        values.fail("channels", std::to_string(count), "at most " + std::to_string(input::kMaximumChannelCount));
+    return static_cast<std::size_t>(count);
+}
+
 Options optionsFrom(const ArchivedValues& values)
 {
     Options options;
@@ -220,6 +232,7 @@ Options optionsFrom(const ArchivedValues& values)
     options.x = values.optionalText("x");
     options.y = values.texts("y");
     options.categoryColumn = values.optionalText("categoryColumn");
+    options.channels = channelsFrom(values);
     options.xRange = rangeFrom(values, "xRange", true);
     options.yRange = rangeFrom(values, "yRange", false);
     options.title = values.optionalText("title");

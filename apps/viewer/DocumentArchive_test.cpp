@@ -14,6 +14,7 @@ DocumentContents usualContents()
     DocumentContents contents;
     contents.sources = {{"/data/scope.csv", "scope.csv", FileStamp{12, -5}}, {"/elsewhere/far.csv", std::nullopt, std::nullopt}};
     contents.options.title = "gypsum";
+    contents.options.channels = 3;
     contents.options.colors = {Color(1.0, 0.5, 0.0)};
     contents.graph = TOLVGraph::graph();
     contents.graph->zoomXToFixedMin(1.0F, 2.0F);

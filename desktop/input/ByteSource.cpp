@@ -1,5 +1,6 @@
 #include <desktop/input/ByteSource.h>
 
+#include <desktop/input/MappedFile.h>
 #include <desktop/input/MeasurementError.h>
 
 #include <algorithm>
@@ -109,6 +110,23 @@ std::size_t ByteSource::readAt(std::uint64_t offset, char* target, std::size_t c
         filled += static_cast<std::size_t>(length);
     }
     return filled;
+}
+
+std::shared_ptr<const MappedFile> ByteSource::mappedFile() const
+{
+    return MappedFile::fileOfDescriptor(m_descriptor);
+}
+
+std::optional<FileIdentity> ByteSource::identity() const
+{
+    return identityOfDescriptor(m_descriptor);
+}
+
+void ByteSource::pass(std::uint64_t count)
+{
+    m_bytesRead += count;
+    if (m_bytesRead - m_bytesReported >= kReportInterval)
+        report();
 }
 
 void ByteSource::finish()

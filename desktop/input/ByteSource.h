@@ -1,15 +1,19 @@
 #pragma once
 
+#include <desktop/input/FileIdentity.h>
 #include <desktop/input/ReadSettings.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace TOLVGraphing::input {
+
+class MappedFile;
 
 /// The bytes of a file, a pipe or standard input, read once from front to back, with progress and cancelling.
 ///
@@ -36,6 +40,14 @@ public:
     std::size_t read(char* target, std::size_t count);
     /// Bytes at an offset from the place of opening, without moving read()'s place and without progress. Only where totalBytes() is known.
     std::size_t readAt(std::uint64_t offset, char* target, std::size_t count);
+    /// The whole file behind the source; null where it is none or the system does not map it.
+    [[nodiscard]] std::shared_ptr<const MappedFile> mappedFile() const;
+    /// Where in the file the next byte of read() lies. Only where totalBytes() is known.
+    [[nodiscard]] std::uint64_t placeInFile() const { return m_startOffset + m_bytesRead; }
+    /// The file as it is now; nothing where it is none.
+    [[nodiscard]] std::optional<FileIdentity> identity() const;
+    /// Counts bytes that were had from the mapped file as read, for progress and cancelling. read() must not be used any more.
+    void pass(std::uint64_t count);
     /// Reports the end to the progress callback. Readers call it once they have what they need.
     void finish();
 

@@ -3,6 +3,7 @@
 #include <desktop/input/ByteSource.h>
 #include <desktop/input/DelimitedTextReader.h>
 #include <desktop/input/NumpyReader.h>
+#include <desktop/input/RawNumberReader.h>
 #include <desktop/input/SoundReader.h>
 
 #include <new>
@@ -46,6 +47,9 @@ MeasurementTable readByKind(ByteSource& source, const ReadSettings& settings)
     std::string_view start = source.peek(32);
     if (start.empty())
         throw MeasurementError(source.name(), 0, "an empty file", "expected a table of numbers, an npy array or a sound file");
+    // Raw numbers may start like anything.
+    if (hasRawNumberSuffix(source.name()))
+        return readRawNumbers(source, settings);
     if (start.starts_with("\x93NUMPY"))
         return readNumpyArray(source, settings);
     if (hasSoundMagic(start))

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <desktop/input/ColumnValues.h>
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -34,7 +36,7 @@ struct MeasurementColumn {
     /// A date is days since 1970-01-01 00:00 UTC. A float has 24 bits, so a time of day survives only roughly: whole days are exact for
     /// 45,000 years, but from 1992 (day 8,192) to 2014-11-08 the step is 2^-10 day (84 s) and from 2014-11-09 (day 16,384) to 2059 it is
     /// 2^-9 day (169 s). A time without an offset counts as UTC.
-    std::vector<float> values;
+    ColumnValues values;
 
     /// How many of the values are NaN.
     std::size_t gapCount = 0;
@@ -76,7 +78,8 @@ struct TableFormat {
 
 /// A measurement file in memory. All columns have the same number of rows, and at least one column has at least one value.
 ///
-/// The values may be moved out of the columns (`std::move(table.columns[1].values)`) without a copy; rowCount() is then meaningless.
+/// The values may be moved out of the columns without a copy (`table.columns[1].values.takeVector()`, or `std::vector<float> values = std::move(table.columns[1].values)` where they are not in a mapped file); rowCount() is
+/// then meaningless.
 struct MeasurementTable {
     std::vector<MeasurementColumn> columns;
     /// The path as it was given, `-` for standard input.
@@ -84,6 +87,8 @@ struct MeasurementTable {
     /// Samples per second, where the file states them: a sound file, or a line about the sampling rate before a text table.
     std::optional<double> sampleRate;
     TableFormat format;
+    /// The columns are channels that were sampled together, none of them the time: the row number stands for x unless a column is chosen.
+    bool areColumnsChannels = false;
 
     /// Rows with fewer fields than the table has columns; the missing fields are gaps. The line of the first one, 0 for none.
     std::size_t shortRowCount = 0;

@@ -121,6 +121,40 @@ TEST(NumpyReader, errors)
         EXPECT_EQ(summaryOfContent(arrayCase.content, {}, ".npy"), arrayCase.expected) << arrayCase.name;
 }
 
+TEST(NumpyReader, everyBeginningOfAFileIsRefused)
+{
+    for (const bool isMapped : { false, true }) {
+        ReadSettings settings;
+        settings.shortestMappedFile = isMapped ? 1 : settings.shortestMappedFile;
+        for (int major : { 1, 2, 3 }) {
+            const std::string whole = arrayFile(header("<f4", "(2, 1)"), "12345678", major);
+            ASSERT_FALSE(summaryOfContent(whole, settings, ".npy").starts_with("FILE"));
+            for (std::size_t length = 0; length < whole.size(); ++length) {
+                const std::string text = summaryOfContent(whole.substr(0, length), settings, ".npy");
+                EXPECT_TRUE(text.starts_with("FILE: ") && text.find(", expected ") != std::string::npos) << length << " of " << whole.size() << " bytes: " << text;
+            }
+        }
+    }
+}
+
+TEST(NumpyReader, damagedHeadersAreRefusedOrRead)
+{
+    const std::string whole = arrayFile(header("<f4", "(2, 1)"), "12345678");
+    std::size_t refused = 0;
+    for (std::size_t place = 0; place + 8 < whole.size(); ++place) {
+        for (const int damage : { 0x01, 0x02, 0x10, 0x80, 0xFF }) {
+            std::string content = whole;
+            content[place] = static_cast<char>(content[place] ^ damage);
+            ReadSettings settings;
+            settings.shortestMappedFile = 1;
+            const std::string mapped = summaryOfContent(content, settings, ".npy");
+            EXPECT_EQ(mapped, summaryOfContent(content, {}, ".npy")) << place;
+            refused += mapped.starts_with("FILE: ") ? 1 : 0;
+        }
+    }
+    EXPECT_GT(refused, whole.size()) << "most of the header matters";
+}
+
 TEST(NumpyReader, formatAndGaps)
 {
     MeasurementTable table = readContent(arrayFile(header(">i2", "(2, 2)"), bytesOf<std::int16_t>({ 1, 2, 3, 4 }, true)), {}, ".dat");

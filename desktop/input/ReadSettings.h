@@ -1,5 +1,7 @@
 #pragma once
 
+#include <desktop/input/ExtremesFolder.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -15,6 +17,9 @@ inline constexpr std::size_t kMaximumColumnCount = 16384;
 inline constexpr std::size_t kMaximumFieldLength = std::size_t { 1 } << 20;
 /// The longest line of a text file, in bytes. More is an error.
 inline constexpr std::size_t kMaximumLineLength = std::size_t { 16 } << 20;
+
+/// The largest number of channels side by side in a file of raw numbers. More is an error.
+inline constexpr std::size_t kMaximumChannelCount = 1024;
 
 /// How far reading has come.
 struct ReadProgress {
@@ -44,6 +49,13 @@ struct ReadSettings {
     bool keepsTextsOfFirstColumn = false;
     /// Keeps the texts of every column whose first rows are words.
     bool keepsTextsOfTextColumns = false;
+
+    /// Channels side by side in a file of raw numbers, 1 to kMaximumChannelCount. Other files say themselves.
+    std::size_t channelCount = 1;
+    /// Files of at least this many bytes are mapped, where their columns can be used as they lie there, and stay mapped as long as the values are used; shorter ones are read, so that nothing can happen to them any more.
+    std::uint64_t shortestMappedFile = std::uint64_t { 4 } << 20;
+    /// Where the extremes of mapped columns are kept from one reading to the next. Nothing: nowhere.
+    std::optional<ExtremesFolder> extremesFolder;
 
     /// Called about every 4 MiB from the reading thread, and once at the end; false cancels by ReadingCancelled.
     std::function<bool(const ReadProgress&)> progress;

@@ -4,6 +4,7 @@
 
 #include <TOLVGraphing/platform/text/DayDateFormatter.h>
 #include <TOLVGraphing/platform/text/NumberText.h>
+#include <TOLVMath/ExtremePyramid.h>
 #include <TOLVMath/TOLVRealVector.h>
 
 #include <algorithm>
@@ -51,14 +52,14 @@ std::vector<float> rowNumbers(std::size_t count)
 
 bool isFinite(const Vector& vector)
 {
+    // What is learned of long vectors here is what drawing asks for next.
+    if (vector->length() >= TOLVRealVector::kLongStorage && vector->isAscending())
+        return std::isfinite(vector->components()[0]) && std::isfinite(vector->components()[vector->length() - 1]);
+    if (const ExtremePyramid* pyramid = vector->pyramidOfStorage(vector->length()))
+        return !pyramid->hasNaN() && std::isfinite(pyramid->extremes().minimum) && std::isfinite(pyramid->extremes().maximum);
     const float* c = vector->components();
     // A sum would overflow; the exponent test is as fast as reading the memory.
     return std::all_of(c, c + vector->length(), [](float value) { return std::isfinite(value); });
-}
-
-bool isAscending(const Vector& vector)
-{
-    return std::is_sorted(vector->components(), vector->components() + vector->length());
 }
 
 /// The samples of both vectors that are finite in both, sorted by x where it does not ascend.
@@ -90,7 +91,7 @@ void dropNonFinite(Samples& samples)
 
 void sortByX(Samples& samples)
 {
-    if (isAscending(samples.x))
+    if (samples.x->isAscending())
         return;
     const float* x = samples.x->components();
     const float* y = samples.y->components();
@@ -119,7 +120,7 @@ public:
     {
         auto& made = m_made[index];
         if (!made)
-            made = TOLVRealVector::vectorWithComponents(std::move(m_table.columns[index].values));
+            made = m_table.columns[index].values.takeVector();
         return made;
     }
 
@@ -140,7 +141,7 @@ std::optional<std::size_t> columnOrRowNumber(const MeasurementTable& table, cons
 std::optional<std::size_t> columnOfX(const MeasurementTable& table, const ColumnRequest& request)
 {
     if (!request.x)
-        return table.columns.size() > 1 && table.columns[0].kind != ColumnKind::Text ? std::optional<std::size_t>(0) : std::nullopt;
+        return table.columns.size() > 1 && !table.areColumnsChannels && table.columns[0].kind != ColumnKind::Text ? std::optional<std::size_t>(0) : std::nullopt;
     const auto index = columnOrRowNumber(table, *request.x);
     if (index && !hasValues(table.columns[*index])) {
         throw MeasurementError(
@@ -160,7 +161,7 @@ CategoryColumns categoryColumns(const MeasurementTable& table, const ColumnReque
     CategoryColumns columns;
     if (request.x)
         columns.x = columnOrRowNumber(table, *request.x);
-    else if (table.columns.size() > 1)
+    else if (table.columns.size() > 1 && !table.areColumnsChannels)
         columns.x = 0;
     columns.texts = request.categoryColumn ? columnOrRowNumber(table, *request.categoryColumn) : columns.x;
     return columns;
@@ -252,7 +253,7 @@ std::vector<std::string> categoryTexts(MeasurementTable& table, std::optional<st
 }
 
 /// Abscissae that tell the categories apart: finite, and each greater than the one before.
-bool tellCategoriesApart(const std::vector<float>& values)
+bool tellCategoriesApart(const ColumnValues& values)
 {
     const bool areFinite = std::all_of(values.begin(), values.end(), [](float value) { return std::isfinite(value); });
     return areFinite && std::adjacent_find(values.begin(), values.end(), std::greater_equal<>()) == values.end();
@@ -295,7 +296,7 @@ SeriesSelection categorySeries(MeasurementTable& table, const ColumnRequest& req
     std::map<std::size_t, std::size_t> gapCounts;
     for (const std::size_t column : yColumns) {
         if (!gapCounts.contains(column))
-            gapCounts[column] = leaveEmptyWhereNotFinite(table.columns[column].values);
+            gapCounts[column] = leaveEmptyWhereNotFinite(table.columns[column].values.own());
         const std::string name = table.columns[column].displayName();
         if (gapCounts[column] > 0)
             selection.notes.push_back(leftEmptyNote(name, gapCounts[column]));

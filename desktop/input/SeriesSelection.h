@@ -17,7 +17,7 @@ inline constexpr std::size_t kMaximumCategoryCount = 20'000;
 
 /// Which columns of a table become series. A column is named by its name, by its display name ("column 3") or by its number counted from 1; a name goes before a number.
 struct ColumnRequest {
-    /// The abscissae; "index" stands for the row number counted from 0. Nothing: the first column when the table has others and this one is not words, else the row number. With categories also words:
+    /// The abscissae; "index" stands for the row number counted from 0. Nothing: the first column when the table has others, this one is not words and the columns are not channels, else the row number. With categories also words:
     /// the row number then stands in for them.
     std::optional<std::string> x;
     /// The ordinates, one series each. Empty: every column of numbers but the abscissae and the categories' texts.

@@ -175,7 +175,7 @@ void SoundReader::startTable()
         column.number = index + 1;
         column.name = index == 0 ? "time" : channelName(index);
         column.unit = index == 0 ? "s" : "";
-        column.values.reserve(static_cast<std::size_t>(std::min(m_info.frames, kMostReservedFrames / m_info.channels)));
+        column.values.own().reserve(static_cast<std::size_t>(std::min(m_info.frames, kMostReservedFrames / m_info.channels)));
     }
 }
 
@@ -207,10 +207,11 @@ void SoundReader::readFrames()
 void SoundReader::takeFrames(const float* samples, std::size_t count)
 {
     double rate = static_cast<double>(m_info.samplerate);
+    std::vector<float>& time = m_table.columns[0].values.own();
     for (std::size_t frame = 0; frame < count; ++frame)
-        m_table.columns[0].values.push_back(static_cast<float>(static_cast<double>(m_frameCount + frame) / rate));
+        time.push_back(static_cast<float>(static_cast<double>(m_frameCount + frame) / rate));
     for (std::size_t channel = 0; channel < m_channelCount; ++channel) {
-        std::vector<float>& values = m_table.columns[channel + 1].values;
+        std::vector<float>& values = m_table.columns[channel + 1].values.own();
         for (std::size_t frame = 0; frame < count; ++frame)
             values.push_back(samples[frame * m_channelCount + channel]);
     }

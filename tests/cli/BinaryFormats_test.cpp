@@ -5,6 +5,10 @@
 
 #include <sndfile.h>
 
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <optional>
 #include <ostream>
 
 namespace TOLVGraphing::testing_support {
@@ -60,6 +64,88 @@ TEST_P(Arrays, areListedAndDrawn)
     const DrawnPage page = drawn({"array.npy"});
     EXPECT_EQ(page.strokesOfColor("#0072b2").size() + page.strokesOfColor("#d55e00").size(), GetParam().seriesCount);
     EXPECT_EQ(page.hasText("sample"), *GetParam().xTitle != '\0') << page.allTexts();
+}
+
+class RawNumbers : public CommandLineTest {};
+
+TEST_F(RawNumbers, areListedAndDrawnOverTheRowNumber)
+{
+    folder().write("scope.f32", elementBytes<float>(kSix));
+    EXPECT_EQ(listing("scope.f32"), "scope.f32: raw single precision, 1 channel\n  1  column 1: number, 6 rows, 1 to 9\n");
+    const DrawnPage page = drawn({"scope.f32"});
+    EXPECT_EQ(curvePoints(page).size(), 7U);
+    EXPECT_TRUE(page.hasText("sample")) << page.allTexts();
+    folder().write("scope.f64", elementBytes<double>(kSix));
+    EXPECT_EQ(listing("scope.f64"), "scope.f64: raw double precision, 1 channel\n  1  column 1: number, 6 rows, 1 to 9\n");
+}
+
+TEST_F(RawNumbers, ofChannelsSideBySide)
+{
+    folder().write("scope.f32", elementBytes<float>(kSix));
+    const ProcessResult listed = run({"--list-columns", "--channels", "2", "scope.f32"});
+    EXPECT_EQ(listed.output, "scope.f32: raw single precision, 2 channels\n  1  column 1: number, 3 rows, 1 to 5\n  2  column 2: number, 3 rows, 2 to 9\n") << listed.text();
+    const DrawnPage both = drawn({"scope.f32", "--channels", "2"});
+    EXPECT_EQ(both.strokesOfColor("#0072b2").size() + both.strokesOfColor("#d55e00").size(), 2U);
+    const DrawnPage one = drawn({"scope.f32", "--channels", "2", "--x", "1"});
+    EXPECT_EQ(one.strokesOfColor("#0072b2").size() + one.strokesOfColor("#d55e00").size(), 1U);
+    EXPECT_TRUE(endedWith(run({"scope.f32", "--channels", "4", "--list-columns"}), 1,
+        "tolvgraph: scope.f32: 24 bytes, expected a multiple of 16, 4 bytes for each of 4 channels\n"));
+}
+
+/// Keeps what the command line learns of long columns in the test's folder.
+class LongColumns : public CommandLineTest {
+protected:
+    LongColumns()
+    {
+        if (const char* former = std::getenv("XDG_CACHE_HOME"))
+            m_former = former;
+        ::setenv("XDG_CACHE_HOME", folder().path("cache").c_str(), 1);
+    }
+    ~LongColumns() override
+    {
+        ::unsetenv("TOLVGRAPHING_NO_CACHE");
+        if (m_former)
+            ::setenv("XDG_CACHE_HOME", m_former->c_str(), 1);
+        else
+            ::unsetenv("XDG_CACHE_HOME");
+    }
+
+    std::string picture() const
+    {
+        EXPECT_TRUE(succeededSilently(run({"long.npy", "-o", "picture.svg"})));
+        return folder().read("picture.svg");
+    }
+    std::size_t keptCount() const
+    {
+        std::error_code none;
+        const std::filesystem::directory_iterator entries(folder().path("cache/tolvgraphing/extremes"), none);
+        return none ? 0 : static_cast<std::size_t>(std::distance(entries, std::filesystem::directory_iterator()));
+    }
+
+private:
+    std::optional<std::string> m_former;
+};
+
+TEST_F(LongColumns, areDrawnAlikeWithAndWithoutKeptExtremes)
+{
+    constexpr std::size_t count = 4'000'000;
+    std::vector<float> samples(count);
+    for (std::size_t i = 0; i < count; ++i)
+        samples[i] = static_cast<float>((i * 7919U) % 1009U) * static_cast<float>(i % 65'536U);
+    std::string elements(reinterpret_cast<const char*>(samples.data()), count * sizeof(float));
+    folder().write("long.npy", npyFile("<f4", "(4000000,)", elements));
+    ::setenv("TOLVGRAPHING_NO_CACHE", "1", 1);
+    const std::string without = picture();
+    EXPECT_EQ(keptCount(), 0U);
+    ::unsetenv("TOLVGRAPHING_NO_CACHE");
+    EXPECT_EQ(picture(), without);
+    EXPECT_EQ(keptCount(), 1U);
+    EXPECT_EQ(picture(), without) << "with the extremes that were kept";
+    // Another peak, in a file that was written anew.
+    samples[2'000'000] = 1e9F;
+    elements.assign(reinterpret_cast<const char*>(samples.data()), count * sizeof(float));
+    folder().write("long.npy", npyFile("<f4", "(4000000,)", elements));
+    EXPECT_NE(picture(), without);
 }
 
 std::string caseName(const testing::TestParamInfo<ArrayCase>& info)

@@ -44,6 +44,7 @@ TEST_F(WrongUsage, valuesThatAnOptionCannotTake)
         {"--size", {"640", "640x", "x400", "640x400x2", "0x400", "640x-1", "axb", "640:400", "15000x400", "nanxnan", "infx400", "1e99x2", "640 x 400"},
             "WIDTHxHEIGHT in points, each from 1 to 14400, for example 640x400"},
         {"--scale", {"0", "-1", "two", "65", "nan", "inf", "2x", longest}, "a number greater than 0 and at most 64"},
+        {"--channels", {"0", "-1", "two", "1025", "1.5", "+2", " 2", "2x", "99999999999999999999"}, "a whole number from 1 to 1024"},
         {"--x-range", {"5", "1-5", "1:2:3", "words"}, "FROM:TO, for example 0:10; an end may be left out"},
         {"--y-range", {"5", "1-5", "1:2:3", "words"}, "FROM:TO, for example 0:10; an end may be left out"},
         {"--draw", {"bars", "Curve", "dots"}, "one of curve, plain-curve, dotted, line, bar, x, impulse"},
@@ -127,6 +128,7 @@ TEST_F(WrongUsage, optionsThatDoNotGoTogether)
         {{"--categories", "t", "--x-axis", "log"}, kCategories},
         {{"--categories", "t", "--draw", "x"}, kCategories},
         {{"--categories", "t", "--list-columns"}, kCategories},
+        {{"--channels", "2"}, "--channels: found '2', expected a FILE with it that ends in .f32 or .f64: other files say themselves how many they have"},
         {{"--x-format", "si", "--draw", "bar"}, kFormat},
         {{"--x-format", "si", "--x-axis", "line", "--draw", "x"}, kFormat},
     };

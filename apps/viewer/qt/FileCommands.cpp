@@ -23,7 +23,7 @@ const QString kFolderKey = QStringLiteral("folder");
 
 QString measurementFilter()
 {
-    return FileCommands::tr("Measurements (%1)").arg(QLatin1String("*.csv *.tsv *.txt *.dat *.asc *.npy *.wav *.flac *.ogg *.aif *.aiff *.CSV *.TXT *.WAV"));
+    return FileCommands::tr("Measurements (%1)").arg(QLatin1String("*.csv *.tsv *.txt *.dat *.asc *.npy *.f32 *.f64 *.wav *.flac *.ogg *.aif *.aiff *.CSV *.TXT *.WAV"));
 }
 
 QString documentFilter()

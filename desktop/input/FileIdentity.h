@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+namespace TOLVGraphing::input {
+
+/// What tells one file, in one state, from others. Equal identities promise nothing where somebody sets times back on purpose.
+struct FileIdentity {
+    std::uint64_t device = 0;
+    std::uint64_t node = 0;
+    /// In bytes.
+    std::uint64_t size = 0;
+    /// When the contents changed last, and when anything about the file did: nanoseconds since 1970-01-01 00:00 UTC.
+    std::int64_t modified = 0;
+    std::int64_t changed = 0;
+
+    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+};
+
+/// Of an open regular file; nothing for anything else, and where the system does not tell.
+[[nodiscard]] std::optional<FileIdentity> identityOfDescriptor(int descriptor);
+
+} // namespace TOLVGraphing::input

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <desktop/input/FileIdentity.h>
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace TOLVGraphing::input {
+
+class MappingGuard;
+
+/// A whole regular file, mapped for reading. The file itself is closed again; what maps it is shared and lasts as long as anyone has it.
+///
+/// No lock is held and nothing is copied, so the bytes are those of the file now: where somebody writes into the file they change, at any time and in parts. A file that is replaced by another one of its name (as careful
+/// programs save) stays as it was. A file that is cut leaves zeros behind its new end instead of ending the process, see MappingGuard, and hasLostPages() tells so once they were touched; pages that a disk or a network
+/// fails to give are zeros likewise. Bytes up to a page behind the end may be read: a search that finds no longer what had been there ends in zeros.
+class MappedFile {
+public:
+    /// Throws MeasurementError where the path is missing, unreadable, a folder, a pipe or a device, or where the system refuses. An empty file has no bytes.
+    [[nodiscard]] static std::shared_ptr<const MappedFile> fileAtPath(const std::string& path);
+    /// The file of an open descriptor, which stays the caller's; null where it is not a regular file or the system refuses.
+    [[nodiscard]] static std::shared_ptr<const MappedFile> fileOfDescriptor(int descriptor);
+
+    ~MappedFile();
+    MappedFile(const MappedFile&) = delete;
+    MappedFile& operator=(const MappedFile&) = delete;
+
+    [[nodiscard]] std::span<const std::byte> bytes() const { return m_bytes; }
+    /// When it was mapped.
+    [[nodiscard]] const FileIdentity& identity() const { return m_identity; }
+    /// Bytes that were touched were not in the file any more, or could not be read, and are zeros.
+    [[nodiscard]] bool hasLostPages() const;
+
+    /// How the bytes will be used next. Changes only what the system reads ahead.
+    enum class Access { Usual, Sequential, Scattered };
+    void expectAccess(Access access) const;
+
+private:
+    MappedFile(const FileIdentity& identity, std::span<const std::byte> bytes, void* pages, std::size_t pagesLength, std::unique_ptr<MappingGuard> guard);
+
+    FileIdentity m_identity;
+    std::span<const std::byte> m_bytes;
+    /// With the page behind the end.
+    void* m_pages;
+    std::size_t m_pagesLength;
+    std::unique_ptr<MappingGuard> m_guard;
+};
+
+} // namespace TOLVGraphing::input
