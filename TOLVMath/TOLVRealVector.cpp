@@ -143,7 +143,8 @@ std::optional<std::size_t> TOLVRealVector::findExtreme(bool isMaximum) const
         else
             from = middle;
     }
-    return from + firstIndexOf(isMaximum ? extremes.maximum : extremes.minimum, numbers.subspan(from, end - from));
+    // Within the vector also when somebody has changed the numbers of a mapped file since their extremes were found.
+    return std::min(from + firstIndexOf(isMaximum ? extremes.maximum : extremes.minimum, numbers.subspan(from, end - from)), m_length - 1);
 }
 
 bool TOLVRealVector::getMinimum(float* minimum, std::size_t* location) const
