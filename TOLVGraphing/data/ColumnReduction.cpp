@@ -306,7 +306,8 @@ public:
             m_vertices.emit(position, m_settings.rect.y());
         m_vertices.emit(position, orZero(yPosition(begin)));
         std::size_t touched = 0;
-        for (std::size_t first = begin; !edges.isInLastColumn(position);) {
+        // The last sample is in the last column, unless somebody changes a mapped file meanwhile.
+        for (std::size_t first = begin; first + 1 < end && !edges.isInLastColumn(position);) {
             if (touched-- == 0) {
                 edges.forRoughEdges(position, kColumnsAhead, [&](std::size_t index) { touchAround(index); });
                 touched = kColumnsAhead - 1;

@@ -22,9 +22,9 @@ struct ReducibleSeries {
     const ExtremePyramid* logarithms = nullptr;
     std::size_t yLocation = 0;
 
-    /// The samples up to the end of the shorter vector, and of their summaries those that are there or worth making for a drawing of `range` ... of them. Abscissae are looked through when the vector does not know yet whether they ascend.
+    /// The samples up to the end of the shorter vector. The abscissae are looked through when their vector does not know yet whether they ascend. Nothing is known of the ordinates until `useSummaries`.
     [[nodiscard]] static ReducibleSeries of(const TOLVRealVector& x, const TOLVRealVector& y);
-    /// Takes the ordinates' summaries in, for a drawing of `count` samples.
+    /// Takes in what the vector of the ordinates knows of their extremes; a long vector finds them now if `count` samples, those in range, are worth it.
     void useSummaries(const TOLVRealVector& y, std::size_t count, bool isLogarithmic);
 };
 
