@@ -158,5 +158,37 @@ TEST(ColumnReduction, PositionsWithoutHalfPointsMergeIntoTheFirstColumn)
     EXPECT_EQ(reduced(settings, xs, ys), (std::vector<Point>{{16777216.0, 5.0}, {16777216.0, 10.0}}));
 }
 
+// A mapped file may be written to by others after its numbers were looked through.
+TEST(ColumnReduction, EndsWithinItsSamplesWhenTheyAreNotWhatTheyWere)
+{
+    std::mt19937 engine(5);
+    const float changes[] = {kNaN, kInfinity, -kInfinity, 0.0F, 0.5F, 2.0F, -3.0F};
+    for (int round = 0; round < 60; ++round) {
+        const auto xs = std::make_shared<std::vector<float>>(ramp(TOLVRealVector::kLongStorage, 0.0F, 1.0F));
+        const auto ys = std::make_shared<std::vector<float>>(noise(xs->size(), engine()));
+        const auto x = TOLVRealVector::vectorWithStorage(xs, xs->data(), xs->size());
+        const auto y = TOLVRealVector::vectorWithStorage(ys, ys->data(), ys->size());
+        ColumnReduction settings = settingsFor(static_cast<double>(1 + engine() % 900));
+        settings.xIsLog = round % 5 == 0;
+        settings.yIsLog = round % 3 == 0;
+        TOLVCurve before;
+        settings.reduce(*x, *y, before);
+        if (round % 4 == 0) {
+            std::fill(xs->begin() + static_cast<std::ptrdiff_t>(engine() % xs->size()), xs->end(), 0.0F);
+        } else {
+            for (int i = 0; i < 2000; ++i) {
+                (*xs)[engine() % xs->size()] = changes[engine() % std::size(changes)];
+                (*ys)[engine() % ys->size()] = changes[engine() % std::size(changes)];
+            }
+            if (round % 2 == 0)
+                xs->back() = changes[engine() % std::size(changes)];
+        }
+        TOLVCurve after;
+        settings.reduce(*x, *y, after);
+        EXPECT_LE(after.pointIdx(), 2 * xs->size() + 2);
+        (void)y->getMaximum(nullptr, nullptr);
+    }
+}
+
 } // namespace
 } // namespace TOLVGraphing
