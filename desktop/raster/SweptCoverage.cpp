@@ -152,8 +152,12 @@ void SweptCoverage::begin(const PixelBox& box, Paint paint)
     m_chunks.assign(m_chunkCount, untouched);
     m_fronts.resize(m_rowCount / kLaneCount);
     m_partFronts.resize(m_rowCount);
-    m_gaps.assign(kRingWidth * m_rowCount / kLaneCount, Lanes{});
-    m_hasGaps.assign(kRingWidth * m_chunkCount, 0);
+    // Columns that are finished leave no gaps behind.
+    if (!m_isEnded || m_gaps.size() != kRingWidth * m_rowCount / kLaneCount) {
+        m_gaps.assign(kRingWidth * m_rowCount / kLaneCount, Lanes{});
+        m_hasGaps.assign(kRingWidth * m_chunkCount, 0);
+    }
+    m_isEnded = false;
     m_levels.resize(kStripWidth * m_rowCount);
     m_strip.resize(kStripWidth * m_rowCount);
     m_isPainted.assign(m_chunkCount, 0);
@@ -449,6 +453,7 @@ void SweptCoverage::end()
         paintStrip();
     m_box = {};
     m_paint = nullptr;
+    m_isEnded = true;
 }
 
 void SweptCoverage::finishColumn()

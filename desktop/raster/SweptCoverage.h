@@ -114,6 +114,8 @@ private:
 
     PixelBox m_box;
     Paint m_paint;
+    /// False from the beginning to the end.
+    bool m_isEnded = false;
     std::size_t m_rowCount = 0;
     std::size_t m_chunkCount = 0;
     /// The strip's first column, and the first one in it that is not finished.
