@@ -35,50 +35,94 @@ constexpr double kSmallestArea = 1e-9;
 
 #ifdef TOLVGRAPHING_WIDE_LANES
 
-__attribute__((target("avx2"))) void writeLevelsWide(std::uint8_t* levels, const Lanes* reach, const Lanes* gaps, std::int16_t low)
+#define TOLVGRAPHING_WIDE __attribute__((target("avx2")))
+
+/// Sixteen places that begin at `start` and move by the slopes, in 1/65,536 pixel: never in memory, where what was written in halves takes long to be read as a whole.
+TOLVGRAPHING_WIDE inline __m256i wideLanesAlong(int start, __m256i slopes)
+{
+    const __m256i steps = _mm256_setr_epi16(0, 1 << 8, 2 << 8, 3 << 8, 4 << 8, 5 << 8, 6 << 8, 7 << 8, 8 << 8, 9 << 8, 10 << 8, 11 << 8, 12 << 8, 13 << 8, 14 << 8, 15 << 8);
+    return _mm256_add_epi16(_mm256_set1_epi16(static_cast<std::int16_t>(start)), _mm256_mulhi_epi16(steps, slopes));
+}
+
+TOLVGRAPHING_WIDE inline __m256i wideLevels(__m256i reach, const Lanes& gaps, __m256i lows, __m256i highs)
+{
+    const __m256i reached = _mm256_sub_epi16(_mm256_min_epi16(_mm256_max_epi16(reach, lows), highs), lows);
+    const __m256i covered = _mm256_max_epi16(_mm256_sub_epi16(reached, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(&gaps))), _mm256_setzero_si256());
+    return _mm256_srli_epi16(_mm256_add_epi16(_mm256_mullo_epi16(covered, _mm256_set1_epi16(255)), _mm256_set1_epi16(128)), 8);
+}
+
+TOLVGRAPHING_WIDE inline void storeWideLevels(std::uint8_t* levels, __m256i first, __m256i second)
+{
+    // Packing goes by halves: the second and the third quarter change places.
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(levels), _mm256_permute4x64_epi64(_mm256_packus_epi16(first, second), 0xD8));
+}
+
+TOLVGRAPHING_WIDE void writeLevelsWide(std::uint8_t* levels, const Lanes* reach, const Lanes* gaps, std::int16_t low)
 {
     const __m256i lows = _mm256_set1_epi16(low);
     const __m256i highs = _mm256_set1_epi16(static_cast<std::int16_t>(low + kPixel));
-    const __m256i none = _mm256_setzero_si256();
     for (int row = 0; row < kChunkRows; row += 2 * kRows, reach += 2, gaps += 2) {
-        __m256i words[2];
-        for (int i = 0; i < 2; ++i) {
-            const __m256i reached = _mm256_sub_epi16(_mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(reach + i)), lows), highs), lows);
-            const __m256i covered = _mm256_max_epi16(_mm256_sub_epi16(reached, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gaps + i))), none);
-            words[i] = _mm256_srli_epi16(_mm256_add_epi16(_mm256_mullo_epi16(covered, _mm256_set1_epi16(255)), _mm256_set1_epi16(128)), 8);
-        }
-        // Packing goes by halves: the second and the third quarter change places.
-        const __m256i packed = _mm256_permute4x64_epi64(_mm256_packus_epi16(words[0], words[1]), 0xD8);
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(levels + row), packed);
+        const __m256i first = wideLevels(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(reach)), gaps[0], lows, highs);
+        const __m256i second = wideLevels(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(reach + 1)), gaps[1], lows, highs);
+        storeWideLevels(levels + row, first, second);
     }
 }
 
-__attribute__((target("avx2"))) void addPartsWide(Lanes* sums, const Lanes* from, const Lanes* to, int blocks, std::int16_t low)
+/// The same for a front that is one line.
+TOLVGRAPHING_WIDE void writeLineLevelsWide(std::uint8_t* levels, int start, int slope, const Lanes* gaps, std::int16_t low)
+{
+    const __m256i lows = _mm256_set1_epi16(low);
+    const __m256i highs = _mm256_set1_epi16(static_cast<std::int16_t>(low + kPixel));
+    const __m256i slopes = _mm256_set1_epi16(static_cast<std::int16_t>(slope));
+    for (int row = 0; row < kChunkRows; row += 2 * kRows, gaps += 2) {
+        const __m256i first = wideLevels(wideLanesAlong((start + row * slope) >> 8, slopes), gaps[0], lows, highs);
+        const __m256i second = wideLevels(wideLanesAlong((start + (row + kRows) * slope) >> 8, slopes), gaps[1], lows, highs);
+        storeWideLevels(levels + row, first, second);
+    }
+}
+
+/// The part of the pixel between two places in each lane.
+TOLVGRAPHING_WIDE inline __m256i wideParts(__m256i from, __m256i to, __m256i lows, __m256i highs)
+{
+    const __m256i start = _mm256_min_epi16(_mm256_max_epi16(from, lows), highs);
+    const __m256i end = _mm256_min_epi16(_mm256_max_epi16(to, lows), highs);
+    return _mm256_max_epi16(_mm256_sub_epi16(end, start), _mm256_setzero_si256());
+}
+
+TOLVGRAPHING_WIDE void addPartsWide(Lanes* sums, const Lanes* from, const Lanes* to, int blocks, std::int16_t low)
 {
     const __m256i lows = _mm256_set1_epi16(low);
     const __m256i highs = _mm256_set1_epi16(static_cast<std::int16_t>(low + kPixel));
     for (int i = 0; i < blocks; ++i) {
-        const __m256i start = _mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(from + i)), lows), highs);
-        const __m256i end = _mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(to + i)), lows), highs);
+        const __m256i start = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from + i));
+        const __m256i end = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(to + i));
         auto* sum = reinterpret_cast<__m256i*>(sums + i);
-        _mm256_storeu_si256(sum, _mm256_add_epi16(_mm256_loadu_si256(sum), _mm256_max_epi16(_mm256_sub_epi16(end, start), _mm256_setzero_si256())));
+        _mm256_storeu_si256(sum, _mm256_add_epi16(_mm256_loadu_si256(sum), wideParts(start, end, lows, highs)));
     }
 }
 
-#endif
+/// A line's place in a row in 1/65,536 pixel and how far it moves from row to row.
+struct Slant {
+    int start = 0;
+    int slope = 0;
+};
 
-/// The levels of a chunk's rows, from how far they reach and how much of that is gaps.
-void writeChunkLevels(std::uint8_t* levels, const Lanes* reach, const Lanes* gaps, std::int16_t low)
+/// Adds what lies between two lines in a pixel.
+TOLVGRAPHING_WIDE void addLinePartsWide(Lanes* sums, Slant from, Slant to, int blocks, std::int16_t low)
 {
-#ifdef TOLVGRAPHING_WIDE_LANES
-    if (hasWideVectors()) {
-        writeLevelsWide(levels, reach, gaps, low);
-        return;
+    const __m256i lows = _mm256_set1_epi16(low);
+    const __m256i highs = _mm256_set1_epi16(static_cast<std::int16_t>(low + kPixel));
+    const __m256i fromSlopes = _mm256_set1_epi16(static_cast<std::int16_t>(from.slope));
+    const __m256i toSlopes = _mm256_set1_epi16(static_cast<std::int16_t>(to.slope));
+    for (int i = 0; i < blocks; ++i) {
+        const __m256i start = wideLanesAlong((from.start + i * kRows * from.slope) >> 8, fromSlopes);
+        const __m256i end = wideLanesAlong((to.start + i * kRows * to.slope) >> 8, toSlopes);
+        auto* sum = reinterpret_cast<__m256i*>(sums + i);
+        _mm256_storeu_si256(sum, _mm256_add_epi16(_mm256_loadu_si256(sum), wideParts(start, end, lows, highs)));
     }
-#endif
-    for (int row = 0; row < kChunkRows; row += kRows)
-        writeLevels(levels + row, *reach++, *gaps++, low);
 }
+
+#endif
 
 /// Adds what lies between two lanes in a pixel for a number of blocks of rows.
 void addParts(Lanes* sums, const Lanes* from, const Lanes* to, int blocks, std::int16_t low)
@@ -159,7 +203,7 @@ void SweptCoverage::begin(const PixelBox& box, Paint paint)
     }
     m_isEnded = false;
     m_levels.resize(kStripWidth * m_rowCount);
-    m_strip.resize(kStripWidth * m_rowCount);
+    m_strip.resize(kStripWidth * kChunkRows);
     m_isPainted.assign(m_chunkCount, 0);
 }
 
@@ -319,7 +363,10 @@ void SweptCoverage::coverWholeRows(int from, int end, const Side& left, const Si
         }
         if (!chunk.line.isRightOf(leftLine))
             leaveGapOfLines(index, chunk.line, leftLine);
-        chunk.line = rightLine;
+        // One by one: what was written in other pieces takes long to be read.
+        chunk.line.start = rightLine.start;
+        chunk.line.end = rightLine.end;
+        chunk.line.slope = rightLine.slope;
     }
 }
 
@@ -364,8 +411,6 @@ void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line&
 void SweptCoverage::leaveGapOfLines(std::size_t index, const Line& front, const Line& left)
 {
     // The blocks of rows where the left side is to the right of the front, which are neighbours.
-    std::array<Lanes, kChunkBlocks> fronts;
-    std::array<Lanes, kChunkBlocks> lefts;
     const auto isGap = [&](int row) { return left.at(row) > front.at(row); };
     int first = 0;
     int end = kChunkRows;
@@ -373,14 +418,31 @@ void SweptCoverage::leaveGapOfLines(std::size_t index, const Line& front, const 
         first += kRows;
     while (end > first && !isGap(end - 1) && !isGap(end - kRows))
         end -= kRows;
+    const int least = std::min(front.at(first), front.at(end - 1));
+    const int most = std::max(left.at(first), left.at(end - 1));
+    const std::size_t firstRow = index * kChunkRows + static_cast<std::size_t>(first);
+#ifdef TOLVGRAPHING_WIDE_LANES
+    if (hasWideVectors()) {
+        const int firstColumn = std::max(least / kPixel, m_column);
+        const int lastColumn = std::min(most / kPixel, m_box.width - m_left - 1);
+        const Slant from{front.start + first * front.slope, front.slope};
+        const Slant to{left.start + first * left.slope, left.slope};
+        for (int column = firstColumn; column <= lastColumn; ++column) {
+            const std::size_t ring = ringIndex(column);
+            addLinePartsWide(&gapsOf(ring, firstRow), from, to, (end - first) / kRows, static_cast<std::int16_t>(column * kPixel));
+            m_hasGaps[ring * m_chunkCount + index] = 1;
+        }
+        return;
+    }
+#endif
     int blocks = 0;
+    std::array<Lanes, kChunkBlocks> fronts;
+    std::array<Lanes, kChunkBlocks> lefts;
     for (int row = first; row < end; row += kRows, ++blocks) {
         fronts[static_cast<std::size_t>(blocks)] = front.rowsFrom(row);
         lefts[static_cast<std::size_t>(blocks)] = left.rowsFrom(row);
     }
-    const int least = std::min(front.at(first), front.at(end - 1));
-    const int most = std::max(left.at(first), left.at(end - 1));
-    leaveGap(index * kChunkRows + static_cast<std::size_t>(first), fronts.data(), lefts.data(), blocks, {least, most});
+    leaveGap(firstRow, fronts.data(), lefts.data(), blocks, {least, most});
 }
 
 void SweptCoverage::coverParts(int row, const Lanes& left, const Lanes& right)
@@ -484,20 +546,28 @@ bool SweptCoverage::finishRows(std::size_t index, std::int16_t low, std::uint8_t
         return isCovered;
     }
     const std::size_t firstRow = index * kChunkRows;
-    std::array<Lanes, kChunkBlocks> lines;
-    const Lanes* reach = &frontOf(firstRow);
-    if (chunk.isLine) {
-        for (std::size_t i = 0; i < kChunkBlocks; ++i)
-            lines[i] = isCovered ? sameLanes(static_cast<std::int16_t>(high)) : chunk.line.rowsFrom(static_cast<int>(i * kLaneCount));
-        reach = lines.data();
-    }
-    writeChunkLevels(levels, reach, &gapsOf(ring, firstRow), low);
+    writeChunkLevels(chunk, isCovered ? Line{high * kPixel, high * kPixel, 0} : chunk.line, firstRow, &gapsOf(ring, firstRow), low, levels);
     if (chunk.divided != 0)
         finishDividedRows(index, low, levels);
     if (hasGaps != 0)
         std::fill_n(&gapsOf(ring, firstRow), kChunkBlocks, Lanes{});
     hasGaps = 0;
     return true;
+}
+
+void SweptCoverage::writeChunkLevels(const Chunk& chunk, const Line& line, std::size_t firstRow, const Lanes* gaps, std::int16_t low, std::uint8_t* levels)
+{
+#ifdef TOLVGRAPHING_WIDE_LANES
+    if (hasWideVectors()) {
+        if (chunk.isLine)
+            writeLineLevelsWide(levels, line.start, line.slope, gaps, low);
+        else
+            writeLevelsWide(levels, &frontOf(firstRow), gaps, low);
+        return;
+    }
+#endif
+    for (int row = 0; row < kChunkRows; row += kRows)
+        writeLevels(levels + row, chunk.isLine ? line.rowsFrom(row) : frontOf(firstRow + static_cast<std::size_t>(row)), *gaps++, low);
 }
 
 void SweptCoverage::finishDividedRows(std::size_t index, std::int16_t low, std::uint8_t* levels)
@@ -514,20 +584,20 @@ void SweptCoverage::finishDividedRows(std::size_t index, std::int16_t low, std::
 
 void SweptCoverage::paintStrip()
 {
-    const auto first = std::find(m_isPainted.begin(), m_isPainted.end(), 1);
-    if (first == m_isPainted.end())
-        return;
-    const auto last = std::find(m_isPainted.rbegin(), m_isPainted.rend(), 1).base();
-    const auto top = (first - m_isPainted.begin()) * kChunkRows;
-    const auto end = std::min((last - m_isPainted.begin()) * kChunkRows, static_cast<std::ptrdiff_t>(m_box.height));
-    // Columns become rows in squares of eight by eight; rows below the box have their place too.
     const auto width = static_cast<std::size_t>(m_column);
-    for (auto row = static_cast<std::size_t>(top); row < static_cast<std::size_t>(end); row += kSquare) {
-        for (std::size_t column = 0; column < width; column += kSquare)
-            transposeSquare(m_levels.data() + column * m_rowCount + row, m_rowCount, m_strip.data() + row * kStripWidth + column, kStripWidth);
+    for (std::size_t index = 0; index < m_chunkCount; ++index) {
+        if (m_isPainted[index] == 0)
+            continue;
+        m_isPainted[index] = 0;
+        // Columns become rows in squares of eight by eight; rows below the box have their place too.
+        const std::size_t top = index * kChunkRows;
+        for (std::size_t row = 0; row < kChunkRows; row += kSquare) {
+            for (std::size_t column = 0; column < width; column += kSquare)
+                transposeSquare(m_levels.data() + column * m_rowCount + top + row, m_rowCount, m_strip.data() + row * kStripWidth + column, kStripWidth);
+        }
+        const int height = std::min(m_box.height - static_cast<int>(top), kChunkRows);
+        m_paint({{m_box.left + m_left, m_box.top + static_cast<int>(top), m_column, height}, m_strip.data(), kStripWidth});
     }
-    m_paint({{m_box.left + m_left, m_box.top + static_cast<int>(top), m_column, static_cast<int>(end - top)}, m_strip.data() + top * kStripWidth, kStripWidth});
-    std::fill(m_isPainted.begin(), m_isPainted.end(), std::uint8_t{0});
 }
 
 void SweptCoverage::moveStrip()

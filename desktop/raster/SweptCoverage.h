@@ -22,7 +22,7 @@ namespace TOLVGraphing::raster {
 /// divided into sixteen parts. Both are within 8 of 255 of the exact area for each side in a pixel.
 class SweptCoverage final : public PolygonSink {
 public:
-    /// Takes strips of coverage from left to right, which do not overlap; what lies outside of all of them is not covered. The pixels hold until the function returns.
+    /// Takes strips of coverage from left to right and from top to bottom, which do not overlap; what lies outside of all of them is not covered. The pixels hold until the function returns.
     using Paint = std::function<void(const CoverageStrip&)>;
 
     /// No polygon may reach farther than this many pixels to the right of the place that was last left behind.
@@ -104,6 +104,8 @@ private:
 
     void finishColumn();
     bool finishRows(std::size_t index, std::int16_t low, std::uint8_t* levels);
+    /// The levels of a chunk's rows, from how far they reach and how much of that is gaps. The line counts where the chunk's front is one.
+    void writeChunkLevels(const Chunk& chunk, const Line& line, std::size_t firstRow, const Lanes* gaps, std::int16_t low, std::uint8_t* levels);
     void finishDividedRows(std::size_t index, std::int16_t low, std::uint8_t* levels);
     void paintStrip();
     void moveStrip();
@@ -127,7 +129,7 @@ private:
     /// The gaps of the columns that are not finished, column after column, and which chunks have any.
     std::vector<Lanes> m_gaps;
     std::vector<std::uint8_t> m_hasGaps;
-    /// The strip's finished columns, column after column, and then row after row.
+    /// The strip's finished columns, column after column, and sixty-four rows of them, row after row.
     std::vector<std::uint8_t> m_levels;
     std::vector<std::uint8_t> m_strip;
     std::vector<std::uint8_t> m_isPainted;
