@@ -122,6 +122,61 @@ TOLVGRAPHING_WIDE void addLinePartsWide(Lanes* sums, Slant from, Slant to, int b
     }
 }
 
+/// The smallest of sixteen numbers with a sign: that of eight without one is a single instruction.
+TOLVGRAPHING_WIDE inline int smallestWide(__m256i numbers)
+{
+    const __m256i unsignedNumbers = _mm256_xor_si256(numbers, _mm256_set1_epi16(INT16_MIN));
+    const __m128i eight = _mm_min_epu16(_mm256_castsi256_si128(unsignedNumbers), _mm256_extracti128_si256(unsignedNumbers, 1));
+    return (_mm_cvtsi128_si32(_mm_minpos_epu16(eight)) & 0xFFFF) + INT16_MIN;
+}
+
+/// What rows of a chunk had for fronts, and what of it lies open now, as fronts and left sides of blocks of sixteen rows.
+struct Opening {
+    std::array<Lanes, kChunkBlocks> fronts;
+    std::array<Lanes, kChunkBlocks> lefts;
+    int firstBlock = static_cast<int>(kChunkBlocks);
+    int endBlock = 0;
+    /// The left-most front that lies open.
+    int least = INT16_MAX;
+    /// True when a front is to the right of what covers it.
+    bool isBehind = false;
+};
+
+/// Raises the fronts of the rows from `from` to before `end`, counted from the chunk's first, to the right line, and tells what the left one leaves open.
+TOLVGRAPHING_WIDE void coverRowsWide(Lanes* fronts, int from, int end, Slant left, Slant right, Opening& opening)
+{
+    const __m256i nowhere = _mm256_set1_epi16(kNowhere);
+    const __m256i leftSlopes = _mm256_set1_epi16(static_cast<std::int16_t>(left.slope));
+    const __m256i rightSlopes = _mm256_set1_epi16(static_cast<std::int16_t>(right.slope));
+    const __m256i numbers = _mm256_setr_epi16(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+    for (int block = from / kRows; block * kRows < end; ++block) {
+        const int row = block * kRows;
+        __m256i start = wideLanesAlong((left.start + row * left.slope) >> 8, leftSlopes);
+        __m256i stop = wideLanesAlong((right.start + row * right.slope) >> 8, rightSlopes);
+        if (row < from || row + kRows > end) {
+            const __m256i before = _mm256_set1_epi16(static_cast<std::int16_t>(from - row - 1));
+            const __m256i after = _mm256_set1_epi16(static_cast<std::int16_t>(end - row));
+            const __m256i isInside = _mm256_and_si256(_mm256_cmpgt_epi16(numbers, before), _mm256_cmpgt_epi16(after, numbers));
+            const __m256i isKept = _mm256_and_si256(isInside, _mm256_cmpgt_epi16(stop, start));
+            start = _mm256_blendv_epi8(nowhere, start, isKept);
+            stop = _mm256_blendv_epi8(nowhere, stop, isKept);
+        }
+        auto* const place = reinterpret_cast<__m256i*>(fronts + block);
+        const __m256i front = _mm256_loadu_si256(place);
+        const auto index = static_cast<std::size_t>(block);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(&opening.fronts[index]), front);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(&opening.lefts[index]), start);
+        opening.isBehind = opening.isBehind || _mm256_movemask_epi8(_mm256_cmpgt_epi16(front, stop)) != 0;
+        _mm256_storeu_si256(place, _mm256_max_epi16(front, stop));
+        const __m256i isOpen = _mm256_cmpgt_epi16(start, front);
+        if (_mm256_movemask_epi8(isOpen) == 0)
+            continue;
+        opening.least = std::min(opening.least, smallestWide(_mm256_blendv_epi8(_mm256_set1_epi16(INT16_MAX), front, isOpen)));
+        opening.firstBlock = std::min(opening.firstBlock, block);
+        opening.endBlock = block + 1;
+    }
+}
+
 #endif
 
 /// Adds what lies between two lanes in a pixel for a number of blocks of rows.
@@ -194,6 +249,8 @@ void SweptCoverage::begin(const PixelBox& box, Paint paint)
     Chunk untouched;
     untouched.line = kNoLine;
     m_chunks.assign(m_chunkCount, untouched);
+    m_firstChunk = m_chunkCount;
+    m_endChunk = 0;
     m_fronts.resize(m_rowCount / kLaneCount);
     m_partFronts.resize(m_rowCount);
     // Columns that are finished leave no gaps behind.
@@ -351,6 +408,7 @@ void SweptCoverage::coverWholeRows(int from, int end, const Side& left, const Si
     const auto lineAt = [](double start, int slope) { return Line{static_cast<int>(start), static_cast<int>(start) + (kChunkRows - 1) * slope, slope}; };
     // Rows below the box may count as covered.
     const int limit = end == m_box.height ? static_cast<int>(m_rowCount) : end;
+    touchChunks(static_cast<std::size_t>(rowsBefore / kChunkRows), static_cast<std::size_t>((limit + kChunkRows - 1) / kChunkRows));
     for (int first = rowsBefore; first < limit; first += kChunkRows, leftStart += leftStep, rightStart += rightStep) {
         const Line leftLine = lineAt(leftStart, leftSlope);
         const Line rightLine = lineAt(rightStart, rightSlope);
@@ -378,19 +436,7 @@ void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line&
     const std::size_t firstRow = index * kChunkRows;
     const std::uint64_t covered = rowBits(from, end);
     const bool areAllDivided = (chunk.divided & covered) == covered;
-    bool isBehind = false;
-    for (int row = from / kRows * kRows; row < end && !areAllDivided; row += kRows) {
-        Lanes start = left.rowsFrom(row);
-        Lanes stop = right.rowsFrom(row);
-        if (row < from || row + kRows > end)
-            keepLanes(start, stop, from - row, end - row);
-        const std::size_t place = firstRow + static_cast<std::size_t>(row);
-        Lanes& front = frontOf(place);
-        if (isAnyLarger(start, front))
-            leaveGap(place, &front, &start, 1, {smallestLaneBelow(front, start), largestLane(start)});
-        isBehind = isBehind || (isWhole && isAnyLarger(front, stop));
-        raiseLanes(front, stop);
-    }
+    const bool isBehind = !areAllDivided && raiseFronts(index, from, end, left, right);
     for (std::uint64_t rows = chunk.divided & covered; rows != 0; rows &= rows - 1) {
         const int row = std::countr_zero(rows);
         const std::size_t place = firstRow + static_cast<std::size_t>(row);
@@ -406,6 +452,38 @@ void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line&
         chunk.isLine = true;
         chunk.line = right;
     }
+}
+
+bool SweptCoverage::raiseFronts(std::size_t index, int from, int end, const Line& left, const Line& right)
+{
+    const std::size_t firstRow = index * kChunkRows;
+#ifdef TOLVGRAPHING_WIDE_LANES
+    if (hasWideVectors()) {
+        Opening opening;
+        coverRowsWide(&frontOf(firstRow), from, end, {left.start, left.slope}, {right.start, right.slope}, opening);
+        const int blocks = opening.endBlock - opening.firstBlock;
+        if (blocks > 0) {
+            const auto block = static_cast<std::size_t>(opening.firstBlock);
+            const int most = std::max(left.at(opening.firstBlock * kRows), left.at(opening.endBlock * kRows - 1));
+            leaveGap(firstRow + block * kLaneCount, &opening.fronts[block], &opening.lefts[block], blocks, {opening.least, most});
+        }
+        return opening.isBehind;
+    }
+#endif
+    bool isBehind = false;
+    for (int row = from / kRows * kRows; row < end; row += kRows) {
+        Lanes start = left.rowsFrom(row);
+        Lanes stop = right.rowsFrom(row);
+        if (row < from || row + kRows > end)
+            keepLanes(start, stop, from - row, end - row);
+        const std::size_t place = firstRow + static_cast<std::size_t>(row);
+        Lanes& front = frontOf(place);
+        if (isAnyLarger(start, front))
+            leaveGap(place, &front, &start, 1, {smallestLaneBelow(front, start), largestLane(start)});
+        isBehind = isBehind || isAnyLarger(front, stop);
+        raiseLanes(front, stop);
+    }
+    return isBehind;
 }
 
 void SweptCoverage::leaveGapOfLines(std::size_t index, const Line& front, const Line& left)
@@ -480,6 +558,7 @@ void SweptCoverage::divideRow(int row)
     const auto place = static_cast<std::size_t>(row);
     Chunk& chunk = m_chunks[place / kChunkRows];
     chunk.farthest = std::max(chunk.farthest, m_farthest);
+    touchChunks(place / kChunkRows, place / kChunkRows + 1);
     const std::uint64_t bit = std::uint64_t{1} << (place % kChunkRows);
     if ((chunk.divided & bit) != 0)
         return;
@@ -488,6 +567,22 @@ void SweptCoverage::divideRow(int row)
     m_partFronts[place] = sameLanes(front);
     front = kDivided;
     chunk.divided |= bit;
+}
+
+void SweptCoverage::touchChunks(std::size_t first, std::size_t end)
+{
+    if (first >= m_firstChunk && end <= m_endChunk)
+        return;
+    const bool isFirst = m_firstChunk >= m_endChunk;
+    const std::size_t newFirst = isFirst ? first : std::min(m_firstChunk, first);
+    const std::size_t newEnd = std::max(m_endChunk, end);
+    // The strip's columns that are finished have nothing there.
+    for (std::size_t i = newFirst; i < newEnd; ++i) {
+        for (int column = 0; column < m_column && (isFirst || i < m_firstChunk || i >= m_endChunk); ++column)
+            std::memset(m_levels.data() + static_cast<std::size_t>(column) * m_rowCount + i * kChunkRows, 0, kChunkRows);
+    }
+    m_firstChunk = newFirst;
+    m_endChunk = newEnd;
 }
 
 void SweptCoverage::giveRowsFronts(std::size_t index)
@@ -522,7 +617,7 @@ void SweptCoverage::finishColumn()
 {
     const auto low = static_cast<std::int16_t>(m_column * kPixel);
     std::uint8_t* levels = m_levels.data() + static_cast<std::size_t>(m_column) * m_rowCount;
-    for (std::size_t i = 0; i < m_chunkCount; ++i) {
+    for (std::size_t i = m_firstChunk; i < m_endChunk; ++i) {
         if (finishRows(i, low, levels + i * kChunkRows))
             m_isPainted[i] = 1;
     }
@@ -574,9 +669,10 @@ void SweptCoverage::finishDividedRows(std::size_t index, std::int16_t low, std::
 {
     const std::size_t firstRow = index * kChunkRows;
     const std::size_t ring = ringIndex(low / kPixel);
+    const Lanes lows = sameLanes(low);
     for (std::uint64_t rows = m_chunks[index].divided; rows != 0; rows &= rows - 1) {
         const auto row = static_cast<std::size_t>(std::countr_zero(rows));
-        const int reach = sumOfPartBetween(sameLanes(low), m_partFronts[firstRow + row], low, static_cast<std::int16_t>(low + kPixel));
+        const int reach = sumOfPartBetween(lows, m_partFronts[firstRow + row], low, static_cast<std::int16_t>(low + kPixel));
         const int covered = (reach + kRows / 2) / kRows - gapsOf(ring, firstRow + row)[row % kLaneCount];
         levels[row] = static_cast<std::uint8_t>((std::max(covered, 0) * 255 + 128) >> 8);
     }
@@ -585,7 +681,7 @@ void SweptCoverage::finishDividedRows(std::size_t index, std::int16_t low, std::
 void SweptCoverage::paintStrip()
 {
     const auto width = static_cast<std::size_t>(m_column);
-    for (std::size_t index = 0; index < m_chunkCount; ++index) {
+    for (std::size_t index = m_firstChunk; index < m_endChunk; ++index) {
         if (m_isPainted[index] == 0)
             continue;
         m_isPainted[index] = 0;
@@ -604,7 +700,7 @@ void SweptCoverage::moveStrip()
 {
     m_left += static_cast<int>(kStripWidth);
     m_column = 0;
-    for (std::size_t index = 0; index < m_chunkCount; ++index) {
+    for (std::size_t index = m_firstChunk; index < m_endChunk; ++index) {
         Chunk& chunk = m_chunks[index];
         chunk.farthest = std::max(chunk.farthest - kStripPlaces, static_cast<int>(kNowhere));
         if (chunk.isLine) {

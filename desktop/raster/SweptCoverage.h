@@ -93,6 +93,8 @@ private:
     void collectParts(int row, Lanes& starts, Lanes& stops) const;
     void coverWholeRows(int from, int end, const Side& left, const Side& right);
     void coverChunk(std::size_t index, int from, int end, const Line& left, const Line& right);
+    /// Raises the fronts of rows of a chunk that has them, and leaves gaps. True when one is to the right of the right side.
+    bool raiseFronts(std::size_t index, int from, int end, const Line& left, const Line& right);
     /// Leaves what lies between a chunk's front and the left side open, where both are lines.
     void leaveGapOfLines(std::size_t index, const Line& front, const Line& left);
     /// The parts of a row from their left to their right places, which are nowhere for those that are not covered.
@@ -100,6 +102,8 @@ private:
     /// Leaves what lies between the front and the left side open in a number of blocks of sixteen rows.
     void leaveGap(std::size_t firstRow, const Lanes* front, const Lanes* left, int blocks, const Reach& reach);
     void divideRow(int row);
+    /// The polygon being added may cover something of the chunks.
+    void touchChunks(std::size_t first, std::size_t end);
     void giveRowsFronts(std::size_t index);
 
     void finishColumn();
@@ -124,6 +128,9 @@ private:
     int m_left = 0;
     int m_column = 0;
     std::vector<Chunk> m_chunks;
+    /// The chunks that any polygon has touched lie from the first to before the end.
+    std::size_t m_firstChunk = 0;
+    std::size_t m_endChunk = 0;
     std::vector<Lanes> m_fronts;
     std::vector<Lanes> m_partFronts;
     /// The gaps of the columns that are not finished, column after column, and which chunks have any.
