@@ -125,8 +125,12 @@ private:
         m_called.notify_all();
         takeTasks(task, count);
         // Whoever comes too late finds nothing; those that are at work are waited for.
+        {
+            const std::scoped_lock lock(m_mutex);
+            m_task = nullptr;
+        }
+        stayAwakeWhile([this] { return m_activeCount != 0; });
         std::unique_lock lock(m_mutex);
-        m_task = nullptr;
         m_finished.wait(lock, [this] { return m_activeCount == 0; });
     }
 
@@ -149,16 +153,18 @@ private:
             }
             heard = m_callCount;
             lock.unlock();
-            stayAwake(heard);
+            stayAwakeWhile([&] { return m_callCount == heard; });
             lock.lock();
             m_called.wait(lock, [&] { return m_callCount != heard; });
         }
     }
 
-    void stayAwake(std::uint64_t heard) const
+    /// Returns sooner or later while it is so.
+    template <typename Condition>
+    static void stayAwakeWhile(const Condition& isSo)
     {
         const auto end = std::chrono::steady_clock::now() + kWakefulness;
-        while (m_callCount == heard && std::chrono::steady_clock::now() < end)
+        while (isSo() && std::chrono::steady_clock::now() < end)
             std::this_thread::yield();
     }
 
@@ -183,13 +189,13 @@ private:
     std::atomic<int> m_next{0};
     /// Changed with the mutex only, and read without it by threads that are awake.
     std::atomic<std::uint64_t> m_callCount{0};
+    std::atomic<int> m_activeCount{0};
 
     std::mutex m_mutex;
     std::condition_variable m_called;
     std::condition_variable m_finished;
     const std::function<void(int)>* m_task = nullptr;
     int m_count = 0;
-    int m_activeCount = 0;
     bool m_isEnding = false;
     std::exception_ptr m_error;
 };
