@@ -132,10 +132,6 @@ __attribute__((target("avx2"))) void blendGroupsWide(unsigned char* pixels, cons
     }
 }
 
-#endif
-
-#ifdef TOLVGRAPHING_WIDE_LANES
-
 /// The rows of an image and of their coverage.
 struct BlendedRows {
     unsigned char* pixels = nullptr;
@@ -148,13 +144,13 @@ struct BlendedRows {
 
 #define TOLVGRAPHING_WIDEST __attribute__((target("avx512f,avx512bw,avx512vl")))
 
-/// Sixteen levels, each four times as 16 bits, times the channels of sixteen pixels and rounded; the pixels come in two halves.
+/// The products of thirty-two levels each, of which 255 is 1.
 TOLVGRAPHING_WIDEST inline __m512i productsWidest(__m512i a, __m512i b)
 {
     return _mm512_mulhi_epu16(_mm512_add_epi16(_mm512_mullo_epi16(a, b), _mm512_set1_epi16(128)), _mm512_set1_epi16(257));
 }
 
-/// Sixteen pixels at a time, the last ones of a row by a mask: a half of the instructions that eight at a time take.
+/// Sixteen pixels at a time, the last ones of a row by a mask, with half of the instructions that eight at a time take.
 TOLVGRAPHING_WIDEST void blendRowsWidest(const BlendedRows& rows, std::uint32_t colorBits, std::uint8_t alpha)
 {
     constexpr int kWidestGroup = 16;
