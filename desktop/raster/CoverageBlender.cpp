@@ -132,68 +132,6 @@ __attribute__((target("avx2"))) void blendGroupsWide(unsigned char* pixels, cons
     }
 }
 
-/// The rows of an image and of their coverage.
-struct BlendedRows {
-    unsigned char* pixels = nullptr;
-    std::ptrdiff_t stride = 0;
-    const std::uint8_t* coverage = nullptr;
-    std::ptrdiff_t coverageStride = 0;
-    int width = 0;
-    int height = 0;
-};
-
-#define TOLVGRAPHING_WIDEST __attribute__((target("avx512f,avx512bw,avx512vl")))
-
-/// The products of thirty-two levels each, of which 255 is 1.
-TOLVGRAPHING_WIDEST inline __m512i productsWidest(__m512i a, __m512i b)
-{
-    return _mm512_mulhi_epu16(_mm512_add_epi16(_mm512_mullo_epi16(a, b), _mm512_set1_epi16(128)), _mm512_set1_epi16(257));
-}
-
-/// Sixteen pixels at a time, the last ones of a row by a mask, with half of the instructions that eight at a time take.
-TOLVGRAPHING_WIDEST void blendRowsWidest(const BlendedRows& rows, std::uint32_t colorBits, std::uint8_t alpha)
-{
-    constexpr int kWidestGroup = 16;
-    const bool isOpaque = alpha == 255;
-    const __m512i none = _mm512_setzero_si512();
-    const __m512i full = _mm512_set1_epi16(255);
-    const __m512i alphas = _mm512_set1_epi16(alpha);
-    const __m512i colors = _mm512_set1_epi32(static_cast<int>(colorBits));
-    const __m512i color = _mm512_unpacklo_epi8(colors, none);
-    // Four times four levels: two pixels of each for the first half and two for the second.
-    constexpr std::int64_t z = static_cast<std::int64_t>(0xFF00FF00FF00FF00U);
-    constexpr std::int64_t one = 0x0001000100010001;
-    const __m512i firstPlaces = _mm512_setr_epi64(z, z | one, z | 4 * one, z | 5 * one, z | 8 * one, z | 9 * one, z | 12 * one, z | 13 * one);
-    const __m512i secondPlaces = _mm512_setr_epi64(z | 2 * one, z | 3 * one, z | 6 * one, z | 7 * one, z | 10 * one, z | 11 * one, z | 14 * one, z | 15 * one);
-    for (int row = 0; row < rows.height; ++row) {
-        unsigned char* const pixels = rows.pixels + row * rows.stride;
-        const std::uint8_t* const coverage = rows.coverage + row * rows.coverageStride;
-        for (int i = 0; i < rows.width; i += kWidestGroup) {
-            const int left = rows.width - i;
-            const auto mask = static_cast<__mmask16>(left >= kWidestGroup ? 0xFFFF : (1 << left) - 1);
-            auto* const place = pixels + static_cast<std::ptrdiff_t>(i) * static_cast<std::ptrdiff_t>(kChannels);
-            // Asks for pixels that will be changed; harmless beyond the image's end.
-            __builtin_prefetch(place + kRowsAhead * rows.stride, 1);
-            const __m128i levels = _mm_maskz_loadu_epi8(mask, coverage + i);
-            if (_mm_test_epi8_mask(levels, levels) == 0)
-                continue;
-            if (isOpaque && _mm_cmpeq_epi8_mask(levels, _mm_set1_epi8(-1)) == mask) {
-                _mm512_mask_storeu_epi32(place, mask, colors);
-                continue;
-            }
-            const __m512i sixteen = _mm512_maskz_broadcast_i32x4(0xFFFF, levels);
-            const __m512i first = _mm512_shuffle_epi8(sixteen, firstPlaces);
-            const __m512i second = _mm512_shuffle_epi8(sixteen, secondPlaces);
-            const __m512i below = _mm512_maskz_loadu_epi32(mask, place);
-            const __m512i firstThrough = _mm512_sub_epi16(full, isOpaque ? first : productsWidest(alphas, first));
-            const __m512i secondThrough = _mm512_sub_epi16(full, isOpaque ? second : productsWidest(alphas, second));
-            const __m512i firstSum = _mm512_add_epi16(productsWidest(color, first), productsWidest(_mm512_unpacklo_epi8(below, none), firstThrough));
-            const __m512i secondSum = _mm512_add_epi16(productsWidest(color, second), productsWidest(_mm512_unpackhi_epi8(below, none), secondThrough));
-            _mm512_mask_storeu_epi32(place, mask, _mm512_packus_epi16(firstSum, secondSum));
-        }
-    }
-}
-
 #endif
 
 /// Blends a number of pixels that groups of eight add up to.
@@ -233,16 +171,6 @@ void CoverageBlender::paint(const CoverageStrip& strip) const
     const int bottom = std::min(strip.box.top + strip.box.height, m_bounds.top + m_bounds.height);
     if (left >= right)
         return;
-#ifdef TOLVGRAPHING_WIDE_LANES
-    if (hasWidestVectors()) {
-        unsigned char* first = m_pixels.first + top * m_pixels.stride + left * static_cast<std::ptrdiff_t>(kChannels);
-        const std::uint8_t* coverage = strip.coverage + (top - strip.box.top) * strip.stride + (left - strip.box.left);
-        std::uint32_t color = 0;
-        std::memcpy(&color, m_colors.data(), kChannels);
-        blendRowsWidest({first, m_pixels.stride, coverage, strip.stride, right - left, bottom - top}, color, m_alpha);
-        return;
-    }
-#endif
     for (int row = top; row < bottom; ++row) {
         unsigned char* pixels = m_pixels.first + row * m_pixels.stride + left * static_cast<std::ptrdiff_t>(kChannels);
         prefetch(pixels + kRowsAhead * m_pixels.stride, right - left);

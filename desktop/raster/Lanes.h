@@ -64,13 +64,6 @@ inline bool hasWideVectors()
     return hasThem;
 }
 
-/// True when it has those for thirty-two lanes at a time too, and is not among the first of these, which become slower with them.
-inline bool hasWidestVectors()
-{
-    static const bool hasThem = __builtin_cpu_supports("avx512bw") != 0 && __builtin_cpu_supports("avx512vl") != 0 && __builtin_cpu_supports("avx512vbmi2") != 0;
-    return hasThem;
-}
-
 #endif
 
 namespace lanes {
