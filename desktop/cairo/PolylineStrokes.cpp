@@ -3,6 +3,7 @@
 #include "../raster/CoverageBlender.h"
 #include "../raster/Lanes.h"
 #include "../raster/PolylineStroker.h"
+#include "../raster/StrokeWorkers.h"
 #include "../raster/SweptCoverage.h"
 #include "CairoPointers.h"
 
@@ -10,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <mutex>
 
 namespace TOLVGraphing::cairo {
 
@@ -21,6 +23,9 @@ constexpr std::size_t kManyPoints = 64;
 constexpr double kSameAngle = 1e-5;
 constexpr double kMostDashes = 1e6;
 constexpr double kFarthest = 1e6;
+/// Lines of this many segments are stroked in bands so many columns wide, which several threads may share. Both are the same on every machine, so that pictures are too.
+constexpr std::size_t kManySegments = 400;
+constexpr int kBandWidth = 128;
 constexpr std::size_t kMostKeptBytes = std::size_t{8} << 20U;
 
 bool goesOneWay(std::span<const Point> points)
@@ -151,6 +156,9 @@ public:
     StripPainter(const StripPainter&) = delete;
     StripPainter& operator=(const StripPainter&) = delete;
 
+    /// True when strips of different columns may be painted by different threads at a time.
+    bool canShare() const { return m_blender.has_value(); }
+
     void paint(const raster::CoverageStrip& strip)
     {
         if (!m_blender) {
@@ -158,6 +166,7 @@ public:
             return;
         }
         m_blender->paint(strip);
+        const std::scoped_lock lock(m_mutex);
         m_left = std::min(m_left, strip.box.left);
         m_top = std::min(m_top, strip.box.top);
         m_right = std::max(m_right, strip.box.left + strip.box.width);
@@ -175,6 +184,7 @@ private:
 
     cairo_t* m_target;
     std::optional<raster::CoverageBlender> m_blender;
+    std::mutex m_mutex;
     /// The sides of what was painted without Cairo's knowledge.
     int m_left = std::numeric_limits<int>::max();
     int m_top = std::numeric_limits<int>::max();
@@ -212,6 +222,41 @@ void strokeLines(raster::PolygonSink& coverage, std::span<const paint::StrokeRun
         lineStyle.dash.phase = style.dash.phase + line.startLength * scale;
         raster::PolylineStroker(coverage, lineStyle).strokeLine(line.points);
     }
+}
+
+/// Strokes bands of the box one by one or side by side; what goes on in one does not depend on the others. False, with nothing painted, when the lines are not worth it.
+bool strokeBands(StripPainter& painter, const raster::PixelBox& box, std::span<const paint::StrokeRun> lines, const raster::StrokeStyle& style)
+{
+    std::size_t count = 0;
+    for (const paint::StrokeRun& line : lines)
+        count += line.points.size();
+    if (count < kManySegments || box.isEmpty() || !style.dash.lengths.empty())
+        return false;
+    if (painter.canShare())
+        raster::rouseStrokeWorkers();
+    std::vector<raster::PolylineStroker> strokers;
+    strokers.reserve(lines.size());
+    for (const paint::StrokeRun& line : lines) {
+        strokers.emplace_back(style);
+        strokers.back().takeLine(line.points);
+    }
+    const auto strokeBand = [&](int index) {
+        const int left = box.left + index * kBandWidth;
+        const int width = std::min(kBandWidth, box.left + box.width - left);
+        auto& coverage = sharedCoverage<raster::SweptCoverage>();
+        coverage.begin({left, box.top, width, box.height}, [&](const raster::CoverageStrip& strip) { painter.paint(strip); });
+        for (const raster::PolylineStroker& stroker : strokers)
+            stroker.strokeBetween(coverage, left, left + width);
+        coverage.end();
+    };
+    const int bandCount = (box.width + kBandWidth - 1) / kBandWidth;
+    if (painter.canShare()) {
+        raster::runSideBySide(bandCount, strokeBand);
+        return true;
+    }
+    for (int i = 0; i < bandCount; ++i)
+        strokeBand(i);
+    return true;
 }
 
 } // namespace
@@ -265,7 +310,10 @@ bool strokePolylines(cairo_t* target, std::span<const paint::StrokeRun> lines, d
     const bool goesLeft = !lines.empty() && !lines.front().points.empty() && lines.front().points.front().x > lines.front().points.back().x;
     const std::vector<paint::StrokeRun> turned = goesLeft && dash.lengths.empty() ? turnedRound(lines) : std::vector<paint::StrokeRun>();
     const std::span<const paint::StrokeRun> rightwards = turned.empty() ? lines : turned;
-    if (raster::kHasVectorLanes && suitSweep(rightwards, style.width)) {
+    const bool isSwept = raster::kHasVectorLanes && suitSweep(rightwards, style.width);
+    if (isSwept && strokeBands(painter, box, rightwards, style))
+        return true;
+    if (isSwept) {
         auto& coverage = sharedCoverage<raster::SweptCoverage>();
         coverage.begin(box, paint);
         strokeLines(coverage, rightwards, style, scale);

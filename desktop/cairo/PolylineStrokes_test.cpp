@@ -1,5 +1,6 @@
 #include "PolylineStrokes.h"
 
+#include "../raster/StrokeWorkers.h"
 #include "../raster/testing/SampledStroke.h"
 #include "CairoContext.h"
 #include "CairoPointers.h"
@@ -326,6 +327,32 @@ TEST(PolylineStrokes, pixelsAreThoseOfAMask)
             }
         }
     }
+}
+
+TEST(PolylineStrokes, pixelsDoNotDependOnTheNumberOfWorkers)
+{
+    const std::vector<Point> points = noise(700, 300.0);
+    const int workers = raster::strokeWorkerCount();
+    const auto pictureWith = [&](int count) {
+        raster::setStrokeWorkerCount(count);
+        Picture picture(720, 300);
+        CairoContext context(picture.target());
+        context.setStrokeColor(kBlue);
+        context.drawStrokedPath(pathOf(points));
+        std::vector<std::uint32_t> pixels;
+        for (int y = 0; y < 300; ++y) {
+            for (int x = 0; x < 720; ++x)
+                pixels.push_back(picture.pixel(x, y));
+        }
+        return pixels;
+    };
+    const std::vector<std::uint32_t> alone = pictureWith(0);
+    EXPECT_GT(std::count_if(alone.begin(), alone.end(), [](std::uint32_t pixel) { return pixel != 0; }), 100000);
+    for (const int count : {1, 2, 3}) {
+        for (int i = 0; i < 5; ++i)
+            EXPECT_EQ(pictureWith(count), alone) << count;
+    }
+    raster::setStrokeWorkerCount(workers);
 }
 
 TEST(PolylineStrokes, whatIsPaintedIsSeenByCairo)

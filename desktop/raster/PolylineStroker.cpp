@@ -33,25 +33,51 @@ Point turned(Point direction) { return {-direction.y, direction.x}; }
 
 } // namespace
 
-PolylineStroker::PolylineStroker(PolygonSink& coverage, StrokeStyle style)
-    : m_coverage(coverage), m_style(std::move(style)), m_reach(m_style.width > 0.0 && std::isfinite(m_style.width) ? 0.5 * m_style.width : 0.0)
+PolylineStroker::PolylineStroker(PolygonSink& coverage, StrokeStyle style) : PolylineStroker(std::move(style))
+{
+    m_coverage = &coverage;
+}
+
+PolylineStroker::PolylineStroker(StrokeStyle style) : m_style(std::move(style)), m_reach(m_style.width > 0.0 && std::isfinite(m_style.width) ? 0.5 * m_style.width : 0.0)
 {
 }
 
 void PolylineStroker::strokeLine(std::span<const Point> points)
 {
+    if (m_coverage == nullptr)
+        return;
+    collectSegments(points);
+    if (m_style.dash.lengths.empty())
+        strokeSegments(*m_coverage, m_segments, 0, m_segments.size());
+    else
+        strokeDashes();
+}
+
+void PolylineStroker::takeLine(std::span<const Point> points)
+{
+    collectSegments(points);
+}
+
+void PolylineStroker::strokeBetween(PolygonSink& coverage, double left, double right) const
+{
+    // A line that goes one way has no end or corner that sticks out by more than half a width to either side.
+    const double reach = m_reach + kShortestSegment;
+    const auto first = std::partition_point(m_segments.begin(), m_segments.end(), [&](const Segment& segment) { return segment.to.x + reach < left; });
+    const auto end = std::partition_point(first, m_segments.end(), [&](const Segment& segment) { return segment.from.x - reach <= right; });
+    strokeSegments(coverage, m_segments, static_cast<std::size_t>(first - m_segments.begin()), static_cast<std::size_t>(end - m_segments.begin()));
+}
+
+void PolylineStroker::collectSegments(std::span<const Point> points)
+{
+    m_segments.clear();
     const auto isNear = [](const Point& point) { return std::abs(point.x) <= kFarthest && std::abs(point.y) <= kFarthest; };
     if (points.size() < 2 || !(m_reach > 0.0) || !std::all_of(points.begin(), points.end(), isNear))
         return;
-    m_segments.clear();
+    m_segments.reserve(points.size());
     if (m_reach >= kWideReach && m_style.dash.lengths.empty())
         addLongSegments(points);
     else
         addSegments(points);
-    if (m_style.dash.lengths.empty())
-        strokeSegments(m_segments);
-    else
-        strokeDashes();
 }
 
 void PolylineStroker::addSegments(std::span<const Point> points)
@@ -132,33 +158,33 @@ void PolylineStroker::strokeDashes()
             done = next;
             if (!endsPart)
                 continue;
-            strokeSegments(m_dash);
+            strokeSegments(*m_coverage, m_dash, 0, m_dash.size());
             m_dash.clear();
             part = (part + 1) % lengths.size();
             left = lengths[part];
         }
     }
-    strokeSegments(m_dash);
+    strokeSegments(*m_coverage, m_dash, 0, m_dash.size());
 }
 
-void PolylineStroker::strokeSegments(std::span<const Segment> segments)
+void PolylineStroker::strokeSegments(PolygonSink& coverage, std::span<const Segment> segments, std::size_t first, std::size_t end) const
 {
     Point startOffset;
-    bool isStartShared = false;
-    for (std::size_t i = 0; i < segments.size(); ++i) {
+    bool isStartShared = first > 0 && first < end && sharesCorner(segments[first - 1], segments[first], startOffset);
+    for (std::size_t i = first; i < end; ++i) {
         const Segment& segment = segments[i];
         const Point across = scaled(turned(segment.direction), m_reach);
         Point endOffset;
         const bool hasNext = i + 1 < segments.size();
         const bool isEndShared = hasNext && sharesCorner(segment, segments[i + 1], endOffset);
         const Point start = isStartShared ? startOffset : across;
-        const Point end = isEndShared ? endOffset : across;
-        const std::array<Point, 4> corners{sum(segment.from, start), sum(segment.to, end), difference(segment.to, end), difference(segment.from, start)};
+        const Point stop = isEndShared ? endOffset : across;
+        const std::array<Point, 4> corners{sum(segment.from, start), sum(segment.to, stop), difference(segment.to, stop), difference(segment.from, start)};
         // Neither an end nor a corner of any kind sticks out to the left by more than half a width; the rest is for rounding.
-        m_coverage.leaveBehind(segment.from.x - m_reach - kShortestSegment);
-        m_coverage.addConvexPolygon(corners);
+        coverage.leaveBehind(segment.from.x - m_reach - kShortestSegment);
+        coverage.addConvexPolygon(corners);
         if (hasNext && !isEndShared)
-            addJoin(segment, segments[i + 1]);
+            addJoin(coverage, segment, segments[i + 1]);
         startOffset = endOffset;
         isStartShared = isEndShared;
     }
@@ -179,7 +205,7 @@ bool PolylineStroker::sharesCorner(const Segment& before, const Segment& after, 
     return true;
 }
 
-void PolylineStroker::addJoin(const Segment& before, const Segment& after)
+void PolylineStroker::addJoin(PolygonSink& coverage, const Segment& before, const Segment& after) const
 {
     const Point corner = before.to;
     const double dot = dotProduct(before.direction, after.direction);
@@ -190,27 +216,28 @@ void PolylineStroker::addJoin(const Segment& before, const Segment& after)
     const Point to = scaled(turned(after.direction), side);
     if (m_style.join == LineJoin::Round) {
         const double angle = std::atan2(std::abs(cross), dot);
-        addFan(corner, from, cross >= 0.0 ? angle : -angle);
+        addFan(coverage, corner, from, cross >= 0.0 ? angle : -angle);
         return;
     }
     const std::array<Point, 4> corners{corner, sum(corner, from), sum(corner, scaled(sum(from, to), 1.0 / (1.0 + dot))), sum(corner, to)};
     if (m_style.join == LineJoin::Miter && m_style.miterLimit * m_style.miterLimit * (1.0 + dot) >= 2.0)
-        m_coverage.addConvexPolygon(corners);
+        coverage.addConvexPolygon(corners);
     else
-        m_coverage.addConvexPolygon(std::array<Point, 3>{corners[0], corners[1], corners[3]});
+        coverage.addConvexPolygon(std::array<Point, 3>{corners[0], corners[1], corners[3]});
 }
 
-void PolylineStroker::addFan(Point corner, Point from, double angle)
+void PolylineStroker::addFan(PolygonSink& coverage, Point corner, Point from, double angle) const
 {
     // A chord of angle a is reach * (1 - cos(a / 2)), about reach * a² / 8, from its arc.
     const double widest = std::sqrt(8.0 * kFlatness / m_reach);
     const double parts = std::clamp(std::ceil(std::abs(angle) / widest), 1.0, kMostFanParts);
-    m_fan.assign(1, corner);
+    std::vector<Point> fan{corner};
+    fan.reserve(static_cast<std::size_t>(parts) + 2);
     for (double i = 0.0; i <= parts; i += 1.0) {
         const double turn = angle * (i / parts);
-        m_fan.push_back(sum(corner, sum(scaled(from, std::cos(turn)), scaled(turned(from), std::sin(turn)))));
+        fan.push_back(sum(corner, sum(scaled(from, std::cos(turn)), scaled(turned(from), std::sin(turn)))));
     }
-    m_coverage.addConvexPolygon(m_fan);
+    coverage.addConvexPolygon(fan);
 }
 
 } // namespace TOLVGraphing::raster

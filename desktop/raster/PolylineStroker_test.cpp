@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -262,6 +263,41 @@ TEST(PolylineStroker, linesShareOneUnion)
     stroker.strokeLine(std::vector<Point>{{1.0, 0.25}, {3.0, 0.25}});
     stroker.strokeLine(std::vector<Point>{{2.0, 0.75}, {3.0, 0.75}});
     EXPECT_EQ(CoverageImage({0, 0, 3, 1}, coverage).text(), "191 191 255");
+}
+
+TEST(PolylineStroker, partsOfATakenLineHaveThePolygonsOfTheWhole)
+{
+    class Collector final : public PolygonSink {
+    public:
+        void addConvexPolygon(std::span<const Point> corners) override { polygons.emplace_back(corners.begin(), corners.end()); }
+        std::vector<std::vector<Point>> polygons;
+    };
+    for (const LineJoin join : {LineJoin::Miter, LineJoin::Round, LineJoin::Bevel}) {
+        for (const double width : {0.5, 2.0, 6.0}) {
+            for (const std::vector<Point>& points : {noise(96, 64.0), wave(0.4, 20.0)}) {
+                const StrokeStyle style{width, join, 10.0, {}};
+                Collector whole;
+                PolylineStroker(whole, style).strokeLine(points);
+                PolylineStroker stroker(style);
+                stroker.takeLine(points);
+                Collector all;
+                stroker.strokeBetween(all, -1e9, 1e9);
+                EXPECT_EQ(all.polygons, whole.polygons);
+                // What reaches into columns 30 to 40 is there, in its order; what is added beyond is the whole line's too.
+                Collector part;
+                stroker.strokeBetween(part, 30.0, 40.0);
+                auto next = part.polygons.begin();
+                for (const std::vector<Point>& polygon : whole.polygons) {
+                    const bool isAdded = next != part.polygons.end() && polygon == *next;
+                    next += isAdded ? 1 : 0;
+                    const auto [left, right] = std::minmax_element(polygon.begin(), polygon.end(), [](const Point& a, const Point& b) { return a.x < b.x; });
+                    EXPECT_TRUE(isAdded || right->x < 30.0 || left->x > 40.0);
+                }
+                EXPECT_EQ(next, part.polygons.end());
+                EXPECT_LT(part.polygons.size(), whole.polygons.size() / 2);
+            }
+        }
+    }
 }
 
 TEST(PolylineStroker, denseNoiseStaysCloseToTheDefinition)

@@ -1,5 +1,7 @@
 #include "SweptCoverage.h"
 
+#include "ChunkRows.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -13,12 +15,7 @@ namespace {
 
 constexpr int kLargestSide = 32767;
 constexpr double kFarthest = 1e9;
-constexpr int kChunkRows = 64;
-constexpr int kPixel = 256;
 constexpr int kStripPlaces = 64 * kPixel;
-constexpr int kRows = static_cast<int>(kLaneCount);
-constexpr std::size_t kChunkBlocks = kChunkRows / kLaneCount;
-constexpr std::int16_t kNowhere = INT16_MIN;
 /// The front of a row whose parts have fronts of their own: no polygon goes beyond it.
 constexpr std::int16_t kDivided = INT16_MAX;
 /// Places farther to the right than this many 1/256 pixels are moved there.
@@ -32,53 +29,6 @@ constexpr double kFewRows = 12.0;
 /// Sides that go down by less than this part of a row count as level.
 constexpr double kLevel = 1.0 / 64.0;
 constexpr double kSmallestArea = 1e-9;
-
-#ifdef TOLVGRAPHING_WIDE_LANES
-
-__attribute__((target("avx2"))) void writeLevelsWide(std::uint8_t* levels, const Lanes* reach, const Lanes* gaps, std::int16_t low)
-{
-    const __m256i lows = _mm256_set1_epi16(low);
-    const __m256i highs = _mm256_set1_epi16(static_cast<std::int16_t>(low + kPixel));
-    const __m256i none = _mm256_setzero_si256();
-    for (int row = 0; row < kChunkRows; row += 2 * kRows, reach += 2, gaps += 2) {
-        __m256i words[2];
-        for (int i = 0; i < 2; ++i) {
-            const __m256i reached = _mm256_sub_epi16(_mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(reach + i)), lows), highs), lows);
-            const __m256i covered = _mm256_max_epi16(_mm256_sub_epi16(reached, _mm256_loadu_si256(reinterpret_cast<const __m256i*>(gaps + i))), none);
-            words[i] = _mm256_srli_epi16(_mm256_add_epi16(_mm256_mullo_epi16(covered, _mm256_set1_epi16(255)), _mm256_set1_epi16(128)), 8);
-        }
-        // Packing goes by halves: the second and the third quarter change places.
-        const __m256i packed = _mm256_permute4x64_epi64(_mm256_packus_epi16(words[0], words[1]), 0xD8);
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(levels + row), packed);
-    }
-}
-
-__attribute__((target("avx2"))) void addPartsWide(Lanes* sums, const Lanes* from, const Lanes* to, int blocks, std::int16_t low)
-{
-    const __m256i lows = _mm256_set1_epi16(low);
-    const __m256i highs = _mm256_set1_epi16(static_cast<std::int16_t>(low + kPixel));
-    for (int i = 0; i < blocks; ++i) {
-        const __m256i start = _mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(from + i)), lows), highs);
-        const __m256i end = _mm256_min_epi16(_mm256_max_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(to + i)), lows), highs);
-        auto* sum = reinterpret_cast<__m256i*>(sums + i);
-        _mm256_storeu_si256(sum, _mm256_add_epi16(_mm256_loadu_si256(sum), _mm256_max_epi16(_mm256_sub_epi16(end, start), _mm256_setzero_si256())));
-    }
-}
-
-#endif
-
-/// The levels of a chunk's rows, from how far they reach and how much of that is gaps.
-void writeChunkLevels(std::uint8_t* levels, const Lanes* reach, const Lanes* gaps, std::int16_t low)
-{
-#ifdef TOLVGRAPHING_WIDE_LANES
-    if (hasWideVectors()) {
-        writeLevelsWide(levels, reach, gaps, low);
-        return;
-    }
-#endif
-    for (int row = 0; row < kChunkRows; row += kRows)
-        writeLevels(levels + row, *reach++, *gaps++, low);
-}
 
 /// Adds what lies between two lanes in a pixel for a number of blocks of rows.
 void addParts(Lanes* sums, const Lanes* from, const Lanes* to, int blocks, std::int16_t low)
@@ -150,12 +100,18 @@ void SweptCoverage::begin(const PixelBox& box, Paint paint)
     Chunk untouched;
     untouched.line = kNoLine;
     m_chunks.assign(m_chunkCount, untouched);
+    m_firstChunk = m_chunkCount;
+    m_endChunk = 0;
     m_fronts.resize(m_rowCount / kLaneCount);
     m_partFronts.resize(m_rowCount);
-    m_gaps.assign(kRingWidth * m_rowCount / kLaneCount, Lanes{});
-    m_hasGaps.assign(kRingWidth * m_chunkCount, 0);
+    // Columns that are finished leave no gaps behind.
+    if (!m_isEnded || m_gaps.size() != kRingWidth * m_rowCount / kLaneCount) {
+        m_gaps.assign(kRingWidth * m_rowCount / kLaneCount, Lanes{});
+        m_hasGaps.assign(kRingWidth * m_chunkCount, 0);
+    }
+    m_isEnded = false;
     m_levels.resize(kStripWidth * m_rowCount);
-    m_strip.resize(kStripWidth * m_rowCount);
+    m_strip.resize(kStripWidth * kChunkRows);
     m_isPainted.assign(m_chunkCount, 0);
 }
 
@@ -303,6 +259,7 @@ void SweptCoverage::coverWholeRows(int from, int end, const Side& left, const Si
     const auto lineAt = [](double start, int slope) { return Line{static_cast<int>(start), static_cast<int>(start) + (kChunkRows - 1) * slope, slope}; };
     // Rows below the box may count as covered.
     const int limit = end == m_box.height ? static_cast<int>(m_rowCount) : end;
+    touchChunks(static_cast<std::size_t>(rowsBefore / kChunkRows), static_cast<std::size_t>((limit + kChunkRows - 1) / kChunkRows));
     for (int first = rowsBefore; first < limit; first += kChunkRows, leftStart += leftStep, rightStart += rightStep) {
         const Line leftLine = lineAt(leftStart, leftSlope);
         const Line rightLine = lineAt(rightStart, rightSlope);
@@ -315,7 +272,10 @@ void SweptCoverage::coverWholeRows(int from, int end, const Side& left, const Si
         }
         if (!chunk.line.isRightOf(leftLine))
             leaveGapOfLines(index, chunk.line, leftLine);
-        chunk.line = rightLine;
+        // One by one: what was written in other pieces takes long to be read.
+        chunk.line.start = rightLine.start;
+        chunk.line.end = rightLine.end;
+        chunk.line.slope = rightLine.slope;
     }
 }
 
@@ -327,19 +287,7 @@ void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line&
     const std::size_t firstRow = index * kChunkRows;
     const std::uint64_t covered = rowBits(from, end);
     const bool areAllDivided = (chunk.divided & covered) == covered;
-    bool isBehind = false;
-    for (int row = from / kRows * kRows; row < end && !areAllDivided; row += kRows) {
-        Lanes start = left.rowsFrom(row);
-        Lanes stop = right.rowsFrom(row);
-        if (row < from || row + kRows > end)
-            keepLanes(start, stop, from - row, end - row);
-        const std::size_t place = firstRow + static_cast<std::size_t>(row);
-        Lanes& front = frontOf(place);
-        if (isAnyLarger(start, front))
-            leaveGap(place, &front, &start, 1, {smallestLaneBelow(front, start), largestLane(start)});
-        isBehind = isBehind || (isWhole && isAnyLarger(front, stop));
-        raiseLanes(front, stop);
-    }
+    const bool isBehind = !areAllDivided && raiseFronts(index, from, end, left, right);
     for (std::uint64_t rows = chunk.divided & covered; rows != 0; rows &= rows - 1) {
         const int row = std::countr_zero(rows);
         const std::size_t place = firstRow + static_cast<std::size_t>(row);
@@ -357,11 +305,41 @@ void SweptCoverage::coverChunk(std::size_t index, int from, int end, const Line&
     }
 }
 
+bool SweptCoverage::raiseFronts(std::size_t index, int from, int end, const Line& left, const Line& right)
+{
+    const std::size_t firstRow = index * kChunkRows;
+#ifdef TOLVGRAPHING_WIDE_LANES
+    if (hasWideVectors()) {
+        Opening opening;
+        coverRowsWide(&frontOf(firstRow), from, end, {left.start, left.slope}, {right.start, right.slope}, opening);
+        const int blocks = opening.endBlock - opening.firstBlock;
+        if (blocks > 0) {
+            const auto block = static_cast<std::size_t>(opening.firstBlock);
+            const int most = std::max(left.at(opening.firstBlock * kRows), left.at(opening.endBlock * kRows - 1));
+            leaveGap(firstRow + block * kLaneCount, &opening.fronts[block], &opening.lefts[block], blocks, {opening.least, most});
+        }
+        return opening.isBehind;
+    }
+#endif
+    bool isBehind = false;
+    for (int row = from / kRows * kRows; row < end; row += kRows) {
+        Lanes start = left.rowsFrom(row);
+        Lanes stop = right.rowsFrom(row);
+        if (row < from || row + kRows > end)
+            keepLanes(start, stop, from - row, end - row);
+        const std::size_t place = firstRow + static_cast<std::size_t>(row);
+        Lanes& front = frontOf(place);
+        if (isAnyLarger(start, front))
+            leaveGap(place, &front, &start, 1, {smallestLaneBelow(front, start), largestLane(start)});
+        isBehind = isBehind || isAnyLarger(front, stop);
+        raiseLanes(front, stop);
+    }
+    return isBehind;
+}
+
 void SweptCoverage::leaveGapOfLines(std::size_t index, const Line& front, const Line& left)
 {
     // The blocks of rows where the left side is to the right of the front, which are neighbours.
-    std::array<Lanes, kChunkBlocks> fronts;
-    std::array<Lanes, kChunkBlocks> lefts;
     const auto isGap = [&](int row) { return left.at(row) > front.at(row); };
     int first = 0;
     int end = kChunkRows;
@@ -369,14 +347,31 @@ void SweptCoverage::leaveGapOfLines(std::size_t index, const Line& front, const 
         first += kRows;
     while (end > first && !isGap(end - 1) && !isGap(end - kRows))
         end -= kRows;
+    const int least = std::min(front.at(first), front.at(end - 1));
+    const int most = std::max(left.at(first), left.at(end - 1));
+    const std::size_t firstRow = index * kChunkRows + static_cast<std::size_t>(first);
+#ifdef TOLVGRAPHING_WIDE_LANES
+    if (hasWideVectors()) {
+        const int firstColumn = std::max(least / kPixel, m_column);
+        const int lastColumn = std::min(most / kPixel, m_box.width - m_left - 1);
+        const Slant from{front.start + first * front.slope, front.slope};
+        const Slant to{left.start + first * left.slope, left.slope};
+        for (int column = firstColumn; column <= lastColumn; ++column) {
+            const std::size_t ring = ringIndex(column);
+            addLinePartsWide(&gapsOf(ring, firstRow), from, to, (end - first) / kRows, static_cast<std::int16_t>(column * kPixel));
+            m_hasGaps[ring * m_chunkCount + index] = 1;
+        }
+        return;
+    }
+#endif
     int blocks = 0;
+    std::array<Lanes, kChunkBlocks> fronts;
+    std::array<Lanes, kChunkBlocks> lefts;
     for (int row = first; row < end; row += kRows, ++blocks) {
         fronts[static_cast<std::size_t>(blocks)] = front.rowsFrom(row);
         lefts[static_cast<std::size_t>(blocks)] = left.rowsFrom(row);
     }
-    const int least = std::min(front.at(first), front.at(end - 1));
-    const int most = std::max(left.at(first), left.at(end - 1));
-    leaveGap(index * kChunkRows + static_cast<std::size_t>(first), fronts.data(), lefts.data(), blocks, {least, most});
+    leaveGap(firstRow, fronts.data(), lefts.data(), blocks, {least, most});
 }
 
 void SweptCoverage::coverParts(int row, const Lanes& left, const Lanes& right)
@@ -414,6 +409,7 @@ void SweptCoverage::divideRow(int row)
     const auto place = static_cast<std::size_t>(row);
     Chunk& chunk = m_chunks[place / kChunkRows];
     chunk.farthest = std::max(chunk.farthest, m_farthest);
+    touchChunks(place / kChunkRows, place / kChunkRows + 1);
     const std::uint64_t bit = std::uint64_t{1} << (place % kChunkRows);
     if ((chunk.divided & bit) != 0)
         return;
@@ -422,6 +418,22 @@ void SweptCoverage::divideRow(int row)
     m_partFronts[place] = sameLanes(front);
     front = kDivided;
     chunk.divided |= bit;
+}
+
+void SweptCoverage::touchChunks(std::size_t first, std::size_t end)
+{
+    if (first >= m_firstChunk && end <= m_endChunk)
+        return;
+    const bool isFirst = m_firstChunk >= m_endChunk;
+    const std::size_t newFirst = isFirst ? first : std::min(m_firstChunk, first);
+    const std::size_t newEnd = std::max(m_endChunk, end);
+    // The strip's columns that are finished have nothing there.
+    for (std::size_t i = newFirst; i < newEnd; ++i) {
+        for (int column = 0; column < m_column && (isFirst || i < m_firstChunk || i >= m_endChunk); ++column)
+            std::memset(m_levels.data() + static_cast<std::size_t>(column) * m_rowCount + i * kChunkRows, 0, kChunkRows);
+    }
+    m_firstChunk = newFirst;
+    m_endChunk = newEnd;
 }
 
 void SweptCoverage::giveRowsFronts(std::size_t index)
@@ -449,13 +461,14 @@ void SweptCoverage::end()
         paintStrip();
     m_box = {};
     m_paint = nullptr;
+    m_isEnded = true;
 }
 
 void SweptCoverage::finishColumn()
 {
     const auto low = static_cast<std::int16_t>(m_column * kPixel);
     std::uint8_t* levels = m_levels.data() + static_cast<std::size_t>(m_column) * m_rowCount;
-    for (std::size_t i = 0; i < m_chunkCount; ++i) {
+    for (std::size_t i = m_firstChunk; i < m_endChunk; ++i) {
         if (finishRows(i, low, levels + i * kChunkRows))
             m_isPainted[i] = 1;
     }
@@ -479,14 +492,7 @@ bool SweptCoverage::finishRows(std::size_t index, std::int16_t low, std::uint8_t
         return isCovered;
     }
     const std::size_t firstRow = index * kChunkRows;
-    std::array<Lanes, kChunkBlocks> lines;
-    const Lanes* reach = &frontOf(firstRow);
-    if (chunk.isLine) {
-        for (std::size_t i = 0; i < kChunkBlocks; ++i)
-            lines[i] = isCovered ? sameLanes(static_cast<std::int16_t>(high)) : chunk.line.rowsFrom(static_cast<int>(i * kLaneCount));
-        reach = lines.data();
-    }
-    writeChunkLevels(levels, reach, &gapsOf(ring, firstRow), low);
+    writeChunkLevels(chunk, isCovered ? Line{high * kPixel, high * kPixel, 0} : chunk.line, firstRow, &gapsOf(ring, firstRow), low, levels);
     if (chunk.divided != 0)
         finishDividedRows(index, low, levels);
     if (hasGaps != 0)
@@ -495,13 +501,29 @@ bool SweptCoverage::finishRows(std::size_t index, std::int16_t low, std::uint8_t
     return true;
 }
 
+void SweptCoverage::writeChunkLevels(const Chunk& chunk, const Line& line, std::size_t firstRow, const Lanes* gaps, std::int16_t low, std::uint8_t* levels)
+{
+#ifdef TOLVGRAPHING_WIDE_LANES
+    if (hasWideVectors()) {
+        if (chunk.isLine)
+            writeLineLevelsWide(levels, line.start, line.slope, gaps, low);
+        else
+            writeLevelsWide(levels, &frontOf(firstRow), gaps, low);
+        return;
+    }
+#endif
+    for (int row = 0; row < kChunkRows; row += kRows)
+        writeLevels(levels + row, chunk.isLine ? line.rowsFrom(row) : frontOf(firstRow + static_cast<std::size_t>(row)), *gaps++, low);
+}
+
 void SweptCoverage::finishDividedRows(std::size_t index, std::int16_t low, std::uint8_t* levels)
 {
     const std::size_t firstRow = index * kChunkRows;
     const std::size_t ring = ringIndex(low / kPixel);
+    const Lanes lows = sameLanes(low);
     for (std::uint64_t rows = m_chunks[index].divided; rows != 0; rows &= rows - 1) {
         const auto row = static_cast<std::size_t>(std::countr_zero(rows));
-        const int reach = sumOfPartBetween(sameLanes(low), m_partFronts[firstRow + row], low, static_cast<std::int16_t>(low + kPixel));
+        const int reach = sumOfPartBetween(lows, m_partFronts[firstRow + row], low, static_cast<std::int16_t>(low + kPixel));
         const int covered = (reach + kRows / 2) / kRows - gapsOf(ring, firstRow + row)[row % kLaneCount];
         levels[row] = static_cast<std::uint8_t>((std::max(covered, 0) * 255 + 128) >> 8);
     }
@@ -509,27 +531,27 @@ void SweptCoverage::finishDividedRows(std::size_t index, std::int16_t low, std::
 
 void SweptCoverage::paintStrip()
 {
-    const auto first = std::find(m_isPainted.begin(), m_isPainted.end(), 1);
-    if (first == m_isPainted.end())
-        return;
-    const auto last = std::find(m_isPainted.rbegin(), m_isPainted.rend(), 1).base();
-    const auto top = (first - m_isPainted.begin()) * kChunkRows;
-    const auto end = std::min((last - m_isPainted.begin()) * kChunkRows, static_cast<std::ptrdiff_t>(m_box.height));
-    // Columns become rows in squares of eight by eight; rows below the box have their place too.
     const auto width = static_cast<std::size_t>(m_column);
-    for (auto row = static_cast<std::size_t>(top); row < static_cast<std::size_t>(end); row += kSquare) {
-        for (std::size_t column = 0; column < width; column += kSquare)
-            transposeSquare(m_levels.data() + column * m_rowCount + row, m_rowCount, m_strip.data() + row * kStripWidth + column, kStripWidth);
+    for (std::size_t index = m_firstChunk; index < m_endChunk; ++index) {
+        if (m_isPainted[index] == 0)
+            continue;
+        m_isPainted[index] = 0;
+        // Columns become rows in squares of eight by eight; rows below the box have their place too.
+        const std::size_t top = index * kChunkRows;
+        for (std::size_t row = 0; row < kChunkRows; row += kSquare) {
+            for (std::size_t column = 0; column < width; column += kSquare)
+                transposeSquare(m_levels.data() + column * m_rowCount + top + row, m_rowCount, m_strip.data() + row * kStripWidth + column, kStripWidth);
+        }
+        const int height = std::min(m_box.height - static_cast<int>(top), kChunkRows);
+        m_paint({{m_box.left + m_left, m_box.top + static_cast<int>(top), m_column, height}, m_strip.data(), kStripWidth});
     }
-    m_paint({{m_box.left + m_left, m_box.top + static_cast<int>(top), m_column, static_cast<int>(end - top)}, m_strip.data() + top * kStripWidth, kStripWidth});
-    std::fill(m_isPainted.begin(), m_isPainted.end(), std::uint8_t{0});
 }
 
 void SweptCoverage::moveStrip()
 {
     m_left += static_cast<int>(kStripWidth);
     m_column = 0;
-    for (std::size_t index = 0; index < m_chunkCount; ++index) {
+    for (std::size_t index = m_firstChunk; index < m_endChunk; ++index) {
         Chunk& chunk = m_chunks[index];
         chunk.farthest = std::max(chunk.farthest - kStripPlaces, static_cast<int>(kNowhere));
         if (chunk.isLine) {

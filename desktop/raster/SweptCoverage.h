@@ -22,7 +22,7 @@ namespace TOLVGraphing::raster {
 /// divided into sixteen parts. Both are within 8 of 255 of the exact area for each side in a pixel.
 class SweptCoverage final : public PolygonSink {
 public:
-    /// Takes strips of coverage from left to right, which do not overlap; what lies outside of all of them is not covered. The pixels hold until the function returns.
+    /// Takes strips of coverage from left to right and from top to bottom, which do not overlap; what lies outside of all of them is not covered. The pixels hold until the function returns.
     using Paint = std::function<void(const CoverageStrip&)>;
 
     /// No polygon may reach farther than this many pixels to the right of the place that was last left behind.
@@ -93,6 +93,8 @@ private:
     void collectParts(int row, Lanes& starts, Lanes& stops) const;
     void coverWholeRows(int from, int end, const Side& left, const Side& right);
     void coverChunk(std::size_t index, int from, int end, const Line& left, const Line& right);
+    /// Raises the fronts of rows of a chunk that has them, and leaves gaps. True when one is to the right of the right side.
+    bool raiseFronts(std::size_t index, int from, int end, const Line& left, const Line& right);
     /// Leaves what lies between a chunk's front and the left side open, where both are lines.
     void leaveGapOfLines(std::size_t index, const Line& front, const Line& left);
     /// The parts of a row from their left to their right places, which are nowhere for those that are not covered.
@@ -100,10 +102,14 @@ private:
     /// Leaves what lies between the front and the left side open in a number of blocks of sixteen rows.
     void leaveGap(std::size_t firstRow, const Lanes* front, const Lanes* left, int blocks, const Reach& reach);
     void divideRow(int row);
+    /// The polygon being added may cover something of the chunks.
+    void touchChunks(std::size_t first, std::size_t end);
     void giveRowsFronts(std::size_t index);
 
     void finishColumn();
     bool finishRows(std::size_t index, std::int16_t low, std::uint8_t* levels);
+    /// The levels of a chunk's rows, from how far they reach and how much of that is gaps. The line counts where the chunk's front is one.
+    void writeChunkLevels(const Chunk& chunk, const Line& line, std::size_t firstRow, const Lanes* gaps, std::int16_t low, std::uint8_t* levels);
     void finishDividedRows(std::size_t index, std::int16_t low, std::uint8_t* levels);
     void paintStrip();
     void moveStrip();
@@ -114,18 +120,23 @@ private:
 
     PixelBox m_box;
     Paint m_paint;
+    /// False from the beginning to the end.
+    bool m_isEnded = false;
     std::size_t m_rowCount = 0;
     std::size_t m_chunkCount = 0;
     /// The strip's first column, and the first one in it that is not finished.
     int m_left = 0;
     int m_column = 0;
     std::vector<Chunk> m_chunks;
+    /// The chunks that any polygon has touched lie from the first to before the end.
+    std::size_t m_firstChunk = 0;
+    std::size_t m_endChunk = 0;
     std::vector<Lanes> m_fronts;
     std::vector<Lanes> m_partFronts;
     /// The gaps of the columns that are not finished, column after column, and which chunks have any.
     std::vector<Lanes> m_gaps;
     std::vector<std::uint8_t> m_hasGaps;
-    /// The strip's finished columns, column after column, and then row after row.
+    /// The strip's finished columns, column after column, and sixty-four rows of them, row after row.
     std::vector<std::uint8_t> m_levels;
     std::vector<std::uint8_t> m_strip;
     std::vector<std::uint8_t> m_isPainted;

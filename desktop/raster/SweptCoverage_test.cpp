@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -226,6 +227,33 @@ TEST(SweptCoverage, dashesAreThoseOfTheUnion)
         const Errors errors = errorsOf(levels, [&](int x, int y) { return expected.at(x, y); });
         EXPECT_LE(errors.mean, 3.0) << dash.lengths[0];
         EXPECT_LE(errors.largeShare, 0.001) << dash.lengths[0];
+    }
+}
+
+TEST(SweptCoverage, bandsAreTheUndividedPicture)
+{
+    unsigned seed = 300;
+    for (const double width : {0.3, 1.0, 2.5}) {
+        for (const double step : {0.7, 1.6, 9.0}) {
+            const PixelBox box{5, -3, 700, 150};
+            const std::vector<Point> points = noise(++seed, -30.0, 730.0, step, -10.0, 170.0);
+            const StrokeStyle style{width, LineJoin::Miter, 10.0, {}};
+            Levels whole = sweptStroke(box, points, style);
+            Levels bands(box);
+            PolylineStroker stroker(style);
+            stroker.takeLine(points);
+            SweptCoverage coverage;
+            for (int left = 0; left < box.width; left += 128) {
+                const PixelBox band{box.left + left, box.top, std::min(128, box.width - left), box.height};
+                coverage.begin(band, [&](const CoverageStrip& strip) { bands.take(strip); });
+                stroker.strokeBetween(coverage, band.left, band.left + band.width);
+                coverage.end();
+            }
+            // A row that the band before has divided counts with its parts' middles, or else with its own.
+            const Errors errors = errorsOf(bands, [&](int x, int y) { return whole.at(x, y); });
+            EXPECT_LE(errors.worst, 16) << nameOf(style) << ", steps of " << step;
+            EXPECT_LE(errors.mean, 0.01) << nameOf(style) << ", steps of " << step;
+        }
     }
 }
 
