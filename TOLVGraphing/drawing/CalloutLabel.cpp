@@ -12,6 +12,9 @@ namespace {
 
 /// How far a label's lower edge stands above its point; the dot there reaches 3 points up.
 constexpr double kLabelRise = 3.5;
+/// No digit is narrower, no line of text lower, at 8 points.
+constexpr double kCoreWidth = 1.0;
+constexpr double kCoreHeight = 6.0;
 
 /// The labels that have been kept: their rectangles and their positions in the list of placements.
 struct KeptLabels {
@@ -52,6 +55,11 @@ Rect rectForCalloutLabel(const AttributedString& string, Point atPoint)
 {
     const Size size = string.size();
     return {atPoint.x - 0.5 * size.width, atPoint.y + kLabelRise, size.width, size.height};
+}
+
+Rect coreOfCalloutLabel(Point atPoint)
+{
+    return {atPoint.x - 0.5 * kCoreWidth, atPoint.y + kLabelRise, kCoreWidth, kCoreHeight};
 }
 
 std::vector<CalloutLabelPlacement> placeCalloutLabels(std::span<const std::vector<CalloutLabel>> categories, std::span<const Rect> dots)

@@ -25,6 +25,9 @@ struct CalloutLabel {
 /// The text's rectangle over a point: centred, its lower edge 3.5 points above it.
 [[nodiscard]] Rect rectForCalloutLabel(const AttributedString& string, Point atPoint);
 
+/// A rectangle inside those of all callouts over the point whose text has a digit and a font of 8 points or more: what this one overlaps they overlap too, and their text needs no layout to know it.
+[[nodiscard]] Rect coreOfCalloutLabel(Point atPoint);
+
 /// A label of a category and what became of it.
 struct CalloutLabelPlacement {
     CalloutLabel label;

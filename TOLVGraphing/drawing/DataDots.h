@@ -23,7 +23,8 @@ inline constexpr double kDataPointDiameter = 7.0;
 
 /// A white dot with a ring of 2 points in the style's colour. Nothing is drawn when the style has no colour.
 void drawDot(const Rect& rect, const TOLVLineStyle* withLineStyle);
-/// The dots of all rectangles as one path, otherwise as `drawDot`: first the insides, then the rings, so that no dot covers the ring of another. Many dots of an opaque colour are painted as several paths, which look the same.
+/// The dots of all rectangles as one path, otherwise as `drawDot`: first the insides, then the rings, so that no dot covers the ring of another. Many dots of an opaque colour are painted as several paths, which look the same;
+/// 2,048 of one size and more, in a context that draws repeats quickly, one by one at the nearest quarters of a point: all insides first, too.
 void drawDataDots(std::span<const Rect> rects, const TOLVLineStyle* withLineStyle);
 /// The line from point to point with the style's dash, width and colour; without a style with the context's own. No points, no line.
 void strokePoints(std::span<const Point> points, const TOLVLineStyle* withLineStyle);

@@ -1,6 +1,9 @@
 #include "DataDots.h"
 
 #include "../data/TOLVLineStyle.h"
+#include "../platform/graphics/CurrentContext.h"
+#include "../platform/graphics/ForwardingContext.h"
+#include "../platform/graphics/RecordingContext.h"
 #include "CurveGraphDrawing.h"
 
 #include <tests/support/DrawnLines.h>
@@ -62,6 +65,58 @@ TEST_F(DataDotsTest, AllDotsAreOnePath)
     EXPECT_EQ(linesWith(lines, "fill"), (Lines{"fill " + toString(ovals)}));
     EXPECT_EQ(linesWith(lines, "stroke"), (Lines{"stroke " + toString(ovals)}));
     EXPECT_EQ(linesWith(lines, "lineWidth"), (Lines{"lineWidth 2"}));
+}
+
+/// Draws repeats quickly, as it says: it only keeps where they are.
+class QuickContext final : public ForwardingContext {
+public:
+    explicit QuickContext(DrawingContext& target) : ForwardingContext(target) {}
+
+    [[nodiscard]] bool drawsRepeatsQuickly() const override { return true; }
+    void drawFilledRepeats(const Path& path, FillRule, std::span<const Point> places) override
+    {
+        dot = path;
+        filled.assign(places.begin(), places.end());
+    }
+    void drawStrokedRepeats(const Path& path, std::span<const Point> places) override
+    {
+        ring = path;
+        stroked.assign(places.begin(), places.end());
+    }
+
+    Path dot;
+    Path ring;
+    Points filled;
+    Points stroked;
+};
+
+TEST_F(DataDotsTest, VeryManyDotsAreRepeatsAtQuartersOfAPoint)
+{
+    Points points;
+    for (int i = 0; i < 2048; ++i)
+        points.push_back({i == 5 ? kNaN : 0.13 * i, 20.0 + 0.31 * i});
+    const auto opaque = TOLVLineStyle::solidLineWithColor(Color(1.0, 0.0, 0.0), 3.0);
+    const auto drawnWith = [&](const TOLVLineStyle& with, std::size_t count) {
+        RecordingContext recording;
+        QuickContext context(recording);
+        const CurrentContextScope scope(context);
+        const auto rects = dataDotRects(std::span(points).first(count));
+        drawDataDots(rects, &with);
+        if (!context.filled.empty()) {
+            EXPECT_EQ(recording.calls(), (Lines{"save", "strokeColor (1, 0, 0, 1)", "fillColor (1, 1, 1, 1)", "lineWidth 2", "lineJoin round", "restore"}));
+        }
+        EXPECT_EQ(context.stroked, context.filled);
+        EXPECT_EQ(context.dot, context.ring);
+        return context.filled;
+    };
+    const Points drawn = drawnWith(*opaque, 2048);
+    ASSERT_EQ(drawn.size(), 2047U);
+    // 0.13 and 20.31, 1.3 and 23.1.
+    EXPECT_EQ(drawn[1], (Point{0.25, 20.25}));
+    EXPECT_EQ(drawn[9], (Point{1.25, 23.0}));
+    EXPECT_TRUE(drawnWith(*opaque, 2047).empty());
+    // Rings that overlap would show where they are translucent.
+    EXPECT_TRUE(drawnWith(*style, 2048).empty());
 }
 
 TEST_F(DataDotsTest, TheRingIgnoresTheStylesDashAndWidth)

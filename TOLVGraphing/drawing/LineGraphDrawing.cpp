@@ -5,10 +5,12 @@
 #include "../platform/graphics/CurrentContext.h"
 #include "../platform/graphics/DrawingContext.h"
 #include "DataDots.h"
+#include "RectIndex.h"
 #include "VisibleSeries.h"
 
 #include <algorithm>
 #include <optional>
+#include <string>
 
 namespace TOLVGraphing {
 
@@ -55,14 +57,26 @@ public:
     {
     }
 
-    void add(const VisibleSeries& visible, const std::vector<Point>& points)
+    void addDots(const std::vector<Point>& points)
     {
         const auto dots = dataDotRects(points);
         m_dots.insert(m_dots.end(), dots.begin(), dots.end());
+    }
+
+    /// Labels that surely cover a dot of those added so far are left out from now on: laying out their text takes longer than all the rest.
+    void leaveOutCovered()
+    {
+        m_covered.emplace();
+        for (const Rect& dot : m_dots)
+            m_covered->add(dot);
+    }
+
+    void addLabels(const VisibleSeries& visible, const std::vector<Point>& points)
+    {
         const float* values = visible.data->Y()->components();
         for (std::size_t i = 0; i < points.size(); ++i) {
             const auto text = m_formatter ? labelTextFromNumber(*m_formatter, static_cast<double>(values[i])) : std::nullopt;
-            if (!text)
+            if (!text || (m_covered && coversDot(*text, points[i])))
                 continue;
             AttributedString string(*text, m_attributes);
             const Rect rect = rectForCalloutLabel(string, points[i]);
@@ -75,11 +89,17 @@ public:
     [[nodiscard]] std::size_t seriesOf(const CalloutLabelPlacement& placement) const { return m_series[placement.category][placement.position]; }
 
 private:
+    [[nodiscard]] bool coversDot(const std::string& text, Point point) const
+    {
+        return text.find_first_of("0123456789") != std::string::npos && m_covered->anyOverlapping(coreOfCalloutLabel(point));
+    }
+
     const NumberFormatter* m_formatter;
     const SharedTextAttributes& m_attributes;
     std::vector<std::vector<CalloutLabel>> m_labels;
     std::vector<std::vector<std::size_t>> m_series;
     std::vector<Rect> m_dots;
+    std::optional<RectIndex> m_covered;
 };
 
 } // namespace
@@ -111,9 +131,16 @@ void LineGraphDrawing::drawGraph(const std::shared_ptr<TOLVGraph>& graph, const 
     };
     const auto visible = visibleSeriesOfGraph(*graph);
     CalloutCollection callouts(longestOf(visible), m_calloutLabelFormatter.get(), m_calloutLabelAttributes);
+    std::vector<std::vector<Point>> pointsOfAll;
     for (const VisibleSeries& series : visible) {
-        const auto points = pointsOfSeries(*series.data, *graph, *axis, inRect);
-        callouts.add(series, points);
+        pointsOfAll.push_back(pointsOfSeries(*series.data, *graph, *axis, inRect));
+        callouts.addDots(pointsOfAll.back());
+    }
+    callouts.leaveOutCovered();
+    for (std::size_t i = 0; i < visible.size(); ++i) {
+        const VisibleSeries& series = visible[i];
+        const std::vector<Point>& points = pointsOfAll[i];
+        callouts.addLabels(series, points);
         const TOLVLineStyle* style = series.data->lineStyle().get();
         inPlot([&] {
             fillUnderPoints(points, dataRect, style);
@@ -137,8 +164,11 @@ std::vector<CalloutPlacement> LineGraphDrawing::calloutPlacements(const TOLVGrap
         return result;
     const auto visible = visibleSeriesOfGraph(graph);
     CalloutCollection callouts(longestOf(visible), m_calloutLabelFormatter.get(), m_calloutLabelAttributes);
-    for (const VisibleSeries& series : visible)
-        callouts.add(series, pointsOfSeries(*series.data, graph, *axis, inRect));
+    for (const VisibleSeries& series : visible) {
+        const auto points = pointsOfSeries(*series.data, graph, *axis, inRect);
+        callouts.addDots(points);
+        callouts.addLabels(series, points);
+    }
     for (const CalloutLabelPlacement& placement : callouts.placements()) {
         const auto& [string, rect] = placement.label;
         result.push_back({string.string(), rect, rect, callouts.seriesOf(placement), placement.category, placement.fate, placement.collidesWith});

@@ -7,6 +7,7 @@
 #include <TOLVMath/TOLVRealVector.h>
 #include <tests/support/ChangingSamples.h>
 #include <tests/support/DrawnLines.h>
+#include <tests/support/Generated.h>
 
 #include <gtest/gtest.h>
 
@@ -212,6 +213,35 @@ TEST_F(LineGraphDrawingTest, OnACrowdedGraphLowerCategoriesWin)
     for (std::size_t i = 0; i < all.size(); ++i) {
         EXPECT_EQ(all[i].position, i);
         EXPECT_EQ(all[i].fate, i % 2 == 0 ? CalloutFate::Kept : CalloutFate::CollidesWithCallout) << i;
+    }
+}
+
+TEST_F(LineGraphDrawingTest, DrawsTheCalloutsThatAreKeptAmongDotsInEveryNumber)
+{
+    for (const std::uint32_t count : {4U, 20U, 60U, 300U, 1500U}) {
+        testing_support::Generated generated(count);
+        graph->clearGraphData();
+        for (int series = 0; series < 2; ++series) {
+            std::vector<float> x;
+            std::vector<float> y;
+            for (std::uint32_t i = 0; i < count; ++i) {
+                x.push_back(static_cast<float>(i) * 100.0F / static_cast<float>(count));
+                y.push_back(static_cast<float>(generated.number(-5.0, 110.0)));
+            }
+            add(x, y);
+        }
+        std::size_t kept = 0;
+        for (const CalloutPlacement& callout : callouts())
+            kept += callout.fate == CalloutFate::Kept ? 1 : 0;
+        const Lines texts = linesWith(drawn(), "text");
+        EXPECT_EQ(texts.size(), kept) << count;
+        EXPECT_GT(kept, 0U) << count;
+        std::size_t next = 0;
+        for (const CalloutPlacement& callout : callouts()) {
+            if (callout.fate == CalloutFate::Kept && next < texts.size()) {
+                EXPECT_NE(texts[next++].find(callout.text), std::string::npos) << count << ": " << callout.text;
+            }
+        }
     }
 }
 

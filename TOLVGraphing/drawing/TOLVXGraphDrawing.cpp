@@ -8,6 +8,7 @@
 #include "SampleMarks.h"
 
 #include <optional>
+#include <vector>
 
 namespace TOLVGraphing {
 
@@ -18,6 +19,8 @@ constexpr double kArm = 4.0;
 constexpr double kLineWidth = 1.0;
 /// So many marks take longer than counting them.
 constexpr std::size_t kManyMarks = 2048;
+/// So many marks are handed over at once.
+constexpr std::size_t kMostKept = 4096;
 /// Marks farther than this from the data area, in points, touch no pixel of it while pixels are not many points wide.
 constexpr double kSurroundings = 100.0;
 
@@ -36,22 +39,28 @@ public:
     void beginSeries(const Color&, std::size_t sampleCount) override
     {
         m_repeats.reset();
+        m_isQuick = false;
         if (sampleCount < kManyMarks || !m_hasRoom)
             return;
         // Once for all marks, and restored with the clip.
         m_context.setLineWidth(kLineWidth);
-        m_repeats.emplace(m_surroundings);
+        // Where marks are painted quickly it takes longer to find those that change nothing.
+        m_isQuick = m_context.drawsRepeatsQuickly();
+        if (!m_isQuick)
+            m_repeats.emplace(m_surroundings);
     }
 
     void drawMark(Point position) override
     {
-        if (!m_repeats)
+        if (m_isQuick)
+            keep(position);
+        else if (!m_repeats)
             drawByItself(position);
         else if (isNear(position) && m_repeats->paints(position))
             drawOneOfMany(position);
     }
 
-    void endSeries() override {}
+    void endSeries() override { drawKept(); }
 
 private:
     void drawByItself(Point position)
@@ -60,6 +69,25 @@ private:
         path.setLineWidth(kLineWidth);
         addX(path, position);
         path.stroke();
+    }
+
+    void keep(Point position)
+    {
+        if (!isNear(position))
+            return;
+        m_kept.push_back(position);
+        if (m_kept.size() == kMostKept)
+            drawKept();
+    }
+
+    void drawKept()
+    {
+        if (m_kept.empty())
+            return;
+        m_path.removeAllPoints();
+        addX(m_path, {});
+        m_context.drawStrokedRepeats(m_path, m_kept);
+        m_kept.clear();
     }
 
     void drawOneOfMany(Point position)
@@ -77,7 +105,9 @@ private:
     DrawingContext& m_context;
     bool m_hasRoom;
     Rect m_surroundings;
-    /// Nothing for a series of few marks.
+    bool m_isQuick = false;
+    std::vector<Point> m_kept;
+    /// Nothing for a series of few marks and where marks are quick.
     std::optional<MarkRepeats> m_repeats;
     Path m_path;
 };

@@ -4,6 +4,8 @@
 #include "../graphics/PathWindow.h"
 #include "../text/PangoTextSystem.h"
 #include "../text/TextLayout.h"
+#include "AreaFills.h"
+#include "AreaFills.h"
 #include "GlyphMasks.h"
 #include "PolylineStrokes.h"
 #include "UprightBoxes.h"
@@ -158,6 +160,13 @@ GlyphMasks& sharedGlyphMasks()
     return masks;
 }
 
+/// The stamps of all contexts of the thread.
+PathStamps& sharedPathStamps()
+{
+    thread_local PathStamps stamps;
+    return stamps;
+}
+
 } // namespace
 
 void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerPoint)
@@ -270,7 +279,7 @@ void CairoContext::drawFilledPath(const Path& path, FillRule rule)
 {
     if (path.isEmpty() || !selectColor(m_state.fillColor))
         return;
-    if (fillAsBox(path))
+    if (fillAsBox(path) || fillAsArea(path))
         return;
     cairo_set_fill_rule(m_target, rule == FillRule::EvenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
     layFilledPath(path);
@@ -324,6 +333,32 @@ void CairoContext::drawText(const AttributedString& text, Point origin)
     };
     // By reference, for which no memory is needed.
     text::PangoTextSystem::shared()->withLayout(text, std::cref(drawLayout));
+}
+
+bool CairoContext::drawsRepeatsQuickly() const
+{
+    return canDrawBoxes();
+}
+
+void CairoContext::drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places)
+{
+    if (!drawsRepeatsQuickly()) {
+        DrawingContext::drawFilledRepeats(path, rule, places);
+        return;
+    }
+    cairo_set_fill_rule(m_target, rule == FillRule::EvenOdd ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
+    drawRepeats(path, places, StampKind::Fill, m_state.fillColor, [&](const Path& moved) { drawFilledPath(moved, rule); });
+}
+
+void CairoContext::drawStrokedRepeats(const Path& path, std::span<const Point> places)
+{
+    const bool hasStamps = drawsRepeatsQuickly() && m_state.dash.lengths.empty() && m_state.lineWidth > 0.0 && std::isfinite(m_state.lineWidth) && !stretchesTooFar(m_state.transform);
+    if (!hasStamps) {
+        DrawingContext::drawStrokedRepeats(path, places);
+        return;
+    }
+    cairo_set_line_width(m_target, paintedLineWidth());
+    drawRepeats(path, places, StampKind::Stroke, m_state.strokeColor, [&](const Path& moved) { drawStrokedPath(moved); });
 }
 
 std::optional<Rect> CairoContext::wholePixelsOfFill(const Rect& rect) const
@@ -440,6 +475,16 @@ bool CairoContext::fillAsBox(const Path& path)
     return true;
 }
 
+bool CairoContext::fillAsArea(const Path& path)
+{
+    if (!canDrawBoxes())
+        return false;
+    const std::optional<LineArea> area = areaUnderLine(path, m_state.transform);
+    if (area)
+        fillArea(cairo_get_group_target(m_target), *area, m_state.fillColor, *m_state.clip);
+    return area.has_value();
+}
+
 bool CairoContext::strokeAsBoxes(const Path& path)
 {
     if (!canDrawBoxes() || !m_state.dash.lengths.empty() || cairo_get_line_cap(m_target) != CAIRO_LINE_CAP_BUTT
@@ -452,6 +497,34 @@ bool CairoContext::strokeAsBoxes(const Path& path)
     for (const FixedBox& box : boxes)
         pixels.fillBox(box, m_state.strokeColor, *m_state.clip);
     return true;
+}
+
+void CairoContext::drawRepeats(const Path& path, std::span<const Point> places, StampKind kind, const Color& color, const std::function<void(const Path&)>& drawPath)
+{
+    if (path.isEmpty() || !selectColor(color))
+        return;
+    PathStamps& stamps = sharedPathStamps();
+    stamps.begin(m_target, path, m_state.transform, kind, color);
+    // Cairo treats an image that it has cleared, and not touched since, in another way: it paints the first itself that surely touches it.
+    bool isTouched = false;
+    std::optional<ImagePixels> pixels;
+    for (const Point& place : places) {
+        const std::optional<PlacedStamp> placed = stamps.stampAt(place);
+        if (placed && intersectionRange(placed->reach, *m_state.clip).isEmpty())
+            continue;
+        const bool isInside = placed && intersectionRange(placed->reach, *m_state.clip) == placed->reach;
+        if (isInside && isTouched) {
+            if (!pixels)
+                pixels.emplace(cairo_get_group_target(m_target));
+            pixels->drawStamp(*placed->stamp, placed->left, placed->top);
+            continue;
+        }
+        pixels.reset();
+        isTouched = isTouched || (isInside && !placed->stamp->range().isEmpty());
+        Path moved = path;
+        moved.transformUsingAffineTransform({1.0, 0.0, 0.0, 1.0, place.x, place.y});
+        drawPath(moved);
+    }
 }
 
 void CairoContext::layFilledPath(const Path& path)

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "ImagePixels.h"
+#include "PathStamps.h"
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -64,6 +66,10 @@ public:
     void drawFilledPath(const Path& path, FillRule rule) override;
     void drawStrokedPath(const Path& path) override;
     void drawText(const AttributedString& text, Point origin) override;
+    /// True for images while the clip consists of whole pixels: small paths are then painted from remembered coverage (see PathStamps), those that the clip cuts and all others by themselves.
+    [[nodiscard]] bool drawsRepeatsQuickly() const override;
+    void drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places) override;
+    void drawStrokedRepeats(const Path& path, std::span<const Point> places) override;
     /// Known for images, of rectangles whose edges the transform puts on edges of pixels, while the clip consists of whole pixels.
     [[nodiscard]] std::optional<Rect> wholePixelsOfFill(const Rect& rect) const override;
     [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override;
@@ -104,8 +110,12 @@ private:
     /// True when boxes of whole pixels need no Cairo.
     [[nodiscard]] bool canDrawBoxes() const;
     bool fillAsBox(const Path& path);
+    /// Fills the area under a line of many points; false when Cairo has to. The path has to be finite.
+    bool fillAsArea(const Path& path);
     /// The path has to reach no farther than Cairo's numbers.
     bool strokeAsBoxes(const Path& path);
+    /// Paints the path at places on an image, from its stamps or with `drawPath`.
+    void drawRepeats(const Path& path, std::span<const Point> places, StampKind kind, const Color& color, const std::function<void(const Path&)>& drawPath);
     /// Makes the path the target's own for a fill or a clip.
     void layFilledPath(const Path& path);
     void strokeInPieces(const Path& path, const Rect& window);

@@ -1,5 +1,8 @@
 #include "ImagePixels.h"
 
+#include "ColorStamp.h"
+#include "PixelBytes.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -11,8 +14,6 @@ namespace {
 
 constexpr int kFixedOne = 256;
 constexpr std::uint32_t kOpaque = 255;
-/// Two of a pixel's four bytes, with a free byte above each.
-constexpr std::uint32_t kTwoBytes = 0x00FF00FF;
 
 int floorOfFixed(int fixed)
 {
@@ -52,42 +53,6 @@ std::uint32_t opacityOfArea(int area)
 {
     const auto covered = static_cast<std::uint32_t>(area) >> 8U;
     return covered - (covered >> 8U);
-}
-
-/// The premultiplied pixel of a colour: sixteen bits a component, of which the upper eight count.
-std::uint32_t pixelOfColor(const Color& color)
-{
-    const Color painted = color.clamped();
-    const double alpha = painted.alphaComponent();
-    const auto component = [](double value) { return static_cast<std::uint32_t>(value * 65535.0 + 0.5) >> 8U; };
-    return component(alpha) << 24U | component(painted.redComponent() * alpha) << 16U | component(painted.greenComponent() * alpha) << 8U | component(painted.blueComponent() * alpha);
-}
-
-/// How a product of bytes over 255 is rounded when it lies in the middle. Cairo's boxes and its masks differ there.
-constexpr std::uint32_t kHalvesDown = 0x007F007F;
-constexpr std::uint32_t kHalvesUp = 0x00800080;
-
-std::uint32_t twoBytesTimes(std::uint32_t bytes, std::uint32_t factor, std::uint32_t half)
-{
-    const std::uint32_t product = (bytes & kTwoBytes) * factor + half;
-    return ((product + ((product >> 8U) & kTwoBytes)) >> 8U) & kTwoBytes;
-}
-
-/// The sums of both bytes, at most 255.
-std::uint32_t twoBytesPlus(std::uint32_t one, std::uint32_t other)
-{
-    const std::uint32_t sum = one + other;
-    return (sum | (0x01000100U - ((sum >> 8U) & kTwoBytes))) & kTwoBytes;
-}
-
-std::uint32_t pixelTimes(std::uint32_t pixel, std::uint32_t factor, std::uint32_t half)
-{
-    return twoBytesTimes(pixel, factor, half) | twoBytesTimes(pixel >> 8U, factor, half) << 8U;
-}
-
-std::uint32_t pixelPlus(std::uint32_t one, std::uint32_t other)
-{
-    return twoBytesPlus(one & kTwoBytes, other & kTwoBytes) | twoBytesPlus((one >> 8U) & kTwoBytes, (other >> 8U) & kTwoBytes) << 8U;
 }
 
 void fillPixels(std::uint32_t* pixels, int count, std::uint32_t value)
@@ -234,6 +199,12 @@ void ImagePixels::drawMask(const CoverageMask& mask, const Color& color, const P
             pixels[x] = pixelPlus(added, pixelTimes(pixels[x], kOpaque - (added >> 24U), kHalvesUp));
         }
     }
+}
+
+void ImagePixels::drawStamp(const ColorStamp& stamp, int left, int top)
+{
+    if (m_data)
+        stamp.paint(row(top) + left * static_cast<std::ptrdiff_t>(sizeof(std::uint32_t)), m_stride);
 }
 
 unsigned char* ImagePixels::row(int y) const

@@ -11,6 +11,8 @@
 
 namespace TOLVGraphing::cairo {
 
+class ColorStamp;
+
 /// Whole pixels of an image, rows counted downwards: from `left` to before `right` and from `top` to before `bottom`.
 struct PixelRange {
     int left = 0;
@@ -66,6 +68,8 @@ public:
     void fillBox(const FixedBox& box, const Color& color, const PixelRange& clip);
     /// Lays the colour over the pixels through the mask, as far as it lies in the clip.
     void drawMask(const CoverageMask& mask, const Color& color, const PixelRange& clip);
+    /// Paints the stamp with the corner of its range at this pixel. The whole range has to lie in the image.
+    void drawStamp(const ColorStamp& stamp, int left, int top);
 
 private:
     [[nodiscard]] unsigned char* row(int y) const;

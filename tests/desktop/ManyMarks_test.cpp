@@ -22,6 +22,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,7 +50,8 @@ enum class Grid { Aligned, Dark, Own };
 /// Counts what reaches the context.
 class CountingContext final : public ForwardingContext {
 public:
-    explicit CountingContext(DrawingContext& target) : ForwardingContext(target) {}
+    /// One that is not quick is drawn into mark by mark.
+    CountingContext(DrawingContext& target, bool isQuick) : ForwardingContext(target), m_isQuick(isQuick) {}
 
     void drawFilledPath(const Path& path, FillRule rule) override
     {
@@ -61,9 +63,16 @@ public:
         ++m_count;
         ForwardingContext::drawStrokedPath(path);
     }
+    [[nodiscard]] bool drawsRepeatsQuickly() const override { return m_isQuick && ForwardingContext::drawsRepeatsQuickly(); }
+    void drawStrokedRepeats(const Path& path, std::span<const Point> places) override
+    {
+        m_count += places.size();
+        ForwardingContext::drawStrokedRepeats(path, places);
+    }
     [[nodiscard]] std::size_t count() const { return m_count; }
 
 private:
+    bool m_isQuick;
     std::size_t m_count = 0;
 };
 
@@ -73,7 +82,7 @@ struct Picture {
 };
 
 /// Draws over a ground of many colours, because a mark changes each one in its own way.
-Picture drawn(double pixelsPerPoint, Grid grid, const std::function<void()>& drawing)
+Picture drawn(double pixelsPerPoint, Grid grid, const std::function<void()>& drawing, bool isQuick = false)
 {
     const auto width = static_cast<int>(std::ceil(kRect.width() * pixelsPerPoint));
     const auto height = static_cast<int>(std::ceil(kRect.height() * pixelsPerPoint));
@@ -84,7 +93,7 @@ Picture drawn(double pixelsPerPoint, Grid grid, const std::function<void()>& dra
         pixel = 0xFF000000U | (ground.whole(256) << 16U) | (ground.whole(256) << 8U) | ground.whole(256);
     const PixelMemory memory{reinterpret_cast<unsigned char*>(picture.pixels.data()), width, height, static_cast<std::ptrdiff_t>(width) * 4};
     drawOnPixels(memory, pixelsPerPoint, [&](DrawingContext& pixels) {
-        CountingContext counting(pixels);
+        CountingContext counting(pixels, isQuick);
         PixelAlignedContext aligned(counting, pixelsPerPoint);
         DarkContext dark(aligned);
         DrawingContext& context = grid == Grid::Own ? static_cast<DrawingContext&>(counting) : grid == Grid::Dark ? static_cast<DrawingContext&>(dark) : aligned;
@@ -286,6 +295,8 @@ void expectEqualPictures(TOLVGraphDrawing& drawing, Plain drawPlain, const std::
         for (const auto& [grid, scale] : pixels) {
             const Picture ours = drawn(scale, grid, [&] { drawing.drawGraph(scene.graph, kRect); });
             const Picture plain = drawn(scale, grid, [&] { drawPlain(*scene.graph, kRect); });
+            const Picture quick = drawn(scale, grid, [&] { drawing.drawGraph(scene.graph, kRect); }, true);
+            EXPECT_EQ(differingPixels(quick.pixels, plain.pixels), 0U) << scene.name << ", repeats, grid " << static_cast<int>(grid) << ", scale " << scale;
             EXPECT_EQ(differingPixels(ours.pixels, plain.pixels), 0U) << scene.name << ", grid " << static_cast<int>(grid) << ", scale " << scale;
             EXPECT_LE(ours.shapes, plain.shapes) << scene.name << ", grid " << static_cast<int>(grid) << ", scale " << scale;
         }

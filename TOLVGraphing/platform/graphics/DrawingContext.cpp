@@ -6,7 +6,38 @@
 
 namespace TOLVGraphing {
 
+namespace {
+
+/// The path moved to each place in turn.
+template <typename Draw>
+void drawAtPlaces(const Path& path, std::span<const Point> places, Draw draw)
+{
+    for (const Point& place : places) {
+        const AffineTransform move{1.0, 0.0, 0.0, 1.0, place.x, place.y};
+        Path moved = path;
+        moved.transformUsingAffineTransform(move);
+        draw(moved);
+    }
+}
+
+} // namespace
+
 DrawingContext::~DrawingContext() = default;
+
+bool DrawingContext::drawsRepeatsQuickly() const
+{
+    return false;
+}
+
+void DrawingContext::drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places)
+{
+    drawAtPlaces(path, places, [&](const Path& moved) { drawFilledPath(moved, rule); });
+}
+
+void DrawingContext::drawStrokedRepeats(const Path& path, std::span<const Point> places)
+{
+    drawAtPlaces(path, places, [&](const Path& moved) { drawStrokedPath(moved); });
+}
 
 std::optional<Rect> DrawingContext::wholePixelsOfFill(const Rect&) const
 {

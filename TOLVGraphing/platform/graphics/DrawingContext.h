@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 
 namespace TOLVGraphing {
 
@@ -57,6 +58,15 @@ public:
     virtual void drawStrokedPath(const Path& path) = 0;
     /// Draws the text with its own attributes; `origin` is the lower-left corner of its line box. The clip and the transform hold, the fill colour does not.
     virtual void drawText(const AttributedString& text, Point origin) = 0;
+
+    // Repeats of one shape.
+
+    /// True when the two operations below take much less time than as many paths, which is not so in contexts that do not override them.
+    [[nodiscard]] virtual bool drawsRepeatsQuickly() const;
+    /// Fills the path once for each place, in order, moved by the place's coordinates: the same picture as that of as many paths.
+    virtual void drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places);
+    /// The same for strokes.
+    virtual void drawStrokedRepeats(const Path& path, std::span<const Point> places);
 
     // Pixels.
 

@@ -5,6 +5,7 @@
 namespace TOLVGraphing {
 
 /// Hands everything on to another context: a base for contexts that change some of what is drawn on its way. The target is not owned, has to outlive this object and is used through it only meanwhile.
+/// A context that changes filled or stroked paths has to do the same to repeats.
 class ForwardingContext : public DrawingContext {
 public:
     explicit ForwardingContext(DrawingContext& target) : m_target(target) {}
@@ -23,6 +24,9 @@ public:
     void drawFilledPath(const Path& path, FillRule rule) override { m_target.drawFilledPath(path, rule); }
     void drawStrokedPath(const Path& path) override { m_target.drawStrokedPath(path); }
     void drawText(const AttributedString& text, Point origin) override { m_target.drawText(text, origin); }
+    [[nodiscard]] bool drawsRepeatsQuickly() const override { return m_target.drawsRepeatsQuickly(); }
+    void drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places) override { m_target.drawFilledRepeats(path, rule, places); }
+    void drawStrokedRepeats(const Path& path, std::span<const Point> places) override { m_target.drawStrokedRepeats(path, places); }
     [[nodiscard]] std::optional<Rect> wholePixelsOfFill(const Rect& rect) const override { return m_target.wholePixelsOfFill(rect); }
     [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override { return m_target.fillOfWholePixels(pixels); }
 

@@ -17,6 +17,7 @@ namespace {
 constexpr double kLargestCoordinate = 2147483648.0;
 /// Sums that should lie on the edge of a pixel may miss it by this much; they go the way of those that do not.
 constexpr double kRounding = 1e-9;
+constexpr std::size_t kMostPointsOfRect = 5;
 
 /// The edge of pixels at or below the coordinate.
 double edgeBelow(double coordinate)
@@ -233,7 +234,7 @@ Span pixelsAround(Span span)
 template <typename Align>
 std::optional<Path> alignedRect(const Path& path, const AffineTransform& toPixels, Align align)
 {
-    if (!keepsDirections(toPixels) || path.points().size() > 5)
+    if (!keepsDirections(toPixels) || path.points().size() > kMostPointsOfRect)
         return std::nullopt;
     auto pixels = pointsInPixels(path, toPixels);
     if (!pixels || !isRect(path, *pixels))
@@ -342,6 +343,23 @@ void PixelAlignedContext::drawStrokedPath(const Path& path)
         target().setStrokeColor(color.colorWithAlphaComponent(color.alphaComponent() * width));
     }
     target().drawStrokedPath(aligned);
+}
+
+void PixelAlignedContext::drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places)
+{
+    // Rectangles are aligned one by one; more points than theirs pass anyway.
+    if (path.points().size() > kMostPointsOfRect)
+        ForwardingContext::drawFilledRepeats(path, rule, places);
+    else
+        DrawingContext::drawFilledRepeats(path, rule, places);
+}
+
+void PixelAlignedContext::drawStrokedRepeats(const Path& path, std::span<const Point> places)
+{
+    if (straightSubpaths(path))
+        DrawingContext::drawStrokedRepeats(path, places);
+    else
+        ForwardingContext::drawStrokedRepeats(path, places);
 }
 
 std::optional<Rect> PixelAlignedContext::wholePixelsOfFill(const Rect& rect) const

@@ -3,6 +3,7 @@
 #include "ForwardingContext.h"
 
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace TOLVGraphing {
@@ -35,6 +36,8 @@ public:
     void setLineCap(LineCap cap) override;
     void drawFilledPath(const Path& path, FillRule rule) override;
     void drawStrokedPath(const Path& path) override;
+    void drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places) override;
+    void drawStrokedRepeats(const Path& path, std::span<const Point> places) override;
     /// Known for every rectangle with an area that goes to the grid, while all clips were rectangles that did.
     [[nodiscard]] std::optional<Rect> wholePixelsOfFill(const Rect& rect) const override;
     [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override;

@@ -252,6 +252,31 @@ TEST(PixelAlignedContext, NoCoordinateMovesByMoreThanHalfAPixel)
     }
 }
 
+TEST(PixelAlignedContext, RepeatsAreAlignedAsTheirPathsAre)
+{
+    const std::vector<Point> places{{0.3, 0.4}, {10.7, 3.2}, {5.0, 6.0}};
+    Path slanted = lineFrom({0.0, 0.0}, {3.0, 2.0});
+    for (const Path& path : {Path::pathWithRect({0.2, 0.1, 3.3, 2.2}), lineFrom({0.0, 0.25}, {5.0, 0.25}), slanted, Path::pathWithOvalInRect({0.1, 0.1, 4.0, 4.0})}) {
+        const auto repeats = callsAt(1.25, [&](DrawingContext& context) {
+            context.drawFilledRepeats(path, FillRule::NonZero, places);
+            context.drawStrokedRepeats(path, places);
+        });
+        const auto paths = callsAt(1.25, [&](DrawingContext& context) {
+            for (const bool isStroke : {false, true}) {
+                for (const Point& place : places) {
+                    Path moved = path;
+                    moved.transformUsingAffineTransform({1.0, 0.0, 0.0, 1.0, place.x, place.y});
+                    if (isStroke)
+                        context.drawStrokedPath(moved);
+                    else
+                        context.drawFilledPath(moved, FillRule::NonZero);
+                }
+            }
+        });
+        EXPECT_EQ(repeats, paths) << toString(path);
+    }
+}
+
 TEST(PixelAlignedContext, DashesKeepTheirLengths)
 {
     const auto calls = callsAt(1.25, [](DrawingContext& context) {
