@@ -509,11 +509,13 @@ void CairoContext::drawRepeats(const Path& path, std::span<const Point> places, 
     bool isTouched = false;
     std::optional<ImagePixels> pixels;
     for (const Point& place : places) {
-        const std::optional<PlacedStamp> placed = stamps.stampAt(place);
+        std::optional<PlacedStamp> placed = stamps.stampAt(place);
         if (placed && intersectionRange(placed->reach, *m_state.clip).isEmpty())
             continue;
         const bool isInside = placed && intersectionRange(placed->reach, *m_state.clip) == placed->reach;
-        if (isInside && isTouched) {
+        if (placed && !isInside && isTouched)
+            placed = stamps.clippedStamp(*m_state.clip);
+        if (placed && isTouched) {
             if (!pixels)
                 pixels.emplace(cairo_get_group_target(m_target));
             pixels->drawStamp(*placed->stamp, placed->left, placed->top);

@@ -66,7 +66,7 @@ public:
     void drawFilledPath(const Path& path, FillRule rule) override;
     void drawStrokedPath(const Path& path) override;
     void drawText(const AttributedString& text, Point origin) override;
-    /// True for images while the clip consists of whole pixels: small paths are then painted from remembered coverage (see PathStamps), those that the clip cuts and all others by themselves.
+    /// True for images while the clip consists of whole pixels: small paths are then painted from remembered coverage (see PathStamps), all others by themselves.
     [[nodiscard]] bool drawsRepeatsQuickly() const override;
     void drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places) override;
     void drawStrokedRepeats(const Path& path, std::span<const Point> places) override;

@@ -203,7 +203,7 @@ void ImagePixels::drawMask(const CoverageMask& mask, const Color& color, const P
 
 void ImagePixels::drawStamp(const ColorStamp& stamp, int left, int top)
 {
-    if (m_data)
+    if (m_data && !stamp.range().isEmpty())
         stamp.paint(row(top) + left * static_cast<std::ptrdiff_t>(sizeof(std::uint32_t)), m_stride);
 }
 

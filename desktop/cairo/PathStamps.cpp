@@ -159,24 +159,43 @@ void PathStamps::begin(cairo_t* target, const Path& path, const AffineTransform&
 std::optional<PlacedStamp> PathStamps::stampAt(Point place)
 {
     const bool keepsDirections = m_toPixels.b == 0.0 && m_toPixels.c == 0.0;
+    forgetIfFull();
     if (!keepsDirections || m_path->isEmpty() || m_path->points().size() > kMostPoints || !placePoints(place))
         return std::nullopt;
     if (!m_known || m_knownPoints != m_points) {
-        forgetIfFull();
-        Shape& shape = m_shapes[m_description];
-        auto stamp = shape.find(m_points);
-        if (stamp == shape.end()) {
-            stamp = shape.emplace(m_points, makeStamp()).first;
-            m_bytes += stamp->second.colored.byteCount() + kEntryBytes;
-        }
-        m_known = &stamp->second;
+        m_known = &stampFor(m_points, std::nullopt);
         m_knownPoints = m_points;
     }
-    if (!m_known->isUsable)
+    return m_known->isUsable ? std::optional(placed(*m_known)) : std::nullopt;
+}
+
+std::optional<PlacedStamp> PathStamps::clippedStamp(const PixelRange& clip)
+{
+    const PixelRange left = intersectionRange(m_known->reach, {clip.left - m_column, clip.top - m_row, clip.right - m_column, clip.bottom - m_row});
+    m_clippedKey = m_points;
+    m_clippedKey.insert(m_clippedKey.end(), {left.left, left.top, left.right, left.bottom});
+    const Stamp& stamp = stampFor(m_clippedKey, left);
+    if (!stamp.isUsable || m_column + stamp.colored.range().right > clip.right)
         return std::nullopt;
-    const PixelRange& range = m_known->colored.range();
-    const PixelRange& reach = m_known->reach;
-    return PlacedStamp{&m_known->colored, m_column + range.left, m_row + range.top, {m_column + reach.left, m_row + reach.top, m_column + reach.right, m_row + reach.bottom}};
+    return placed(stamp);
+}
+
+const PathStamps::Stamp& PathStamps::stampFor(const std::vector<std::int32_t>& key, const std::optional<PixelRange>& clip)
+{
+    Shape& shape = m_shapes[m_description];
+    const auto known = shape.find(key);
+    if (known != shape.end())
+        return known->second;
+    const Stamp& stamp = shape.emplace(key, makeStamp(clip)).first->second;
+    m_bytes += stamp.colored.byteCount() + kEntryBytes;
+    return stamp;
+}
+
+PlacedStamp PathStamps::placed(const Stamp& stamp) const
+{
+    const PixelRange& range = stamp.colored.range();
+    const PixelRange& reach = stamp.reach;
+    return {&stamp.colored, m_column + range.left, m_row + range.top, {m_column + reach.left, m_row + reach.top, m_column + reach.right, m_row + reach.bottom}};
 }
 
 std::vector<std::uint64_t> PathStamps::description() const
@@ -220,7 +239,7 @@ bool PathStamps::placePoints(Point place)
     return true;
 }
 
-PathStamps::Stamp PathStamps::makeStamp() const
+PathStamps::Stamp PathStamps::makeStamp(const std::optional<PixelRange>& clip) const
 {
     const std::optional<PixelRange> reach = reachOfPoints();
     if (!reach || !hasSlants() || hasMiters())
@@ -228,6 +247,10 @@ PathStamps::Stamp PathStamps::makeStamp() const
     const SurfacePointer surface(cairo_image_surface_create(CAIRO_FORMAT_A8, reach->right - reach->left, reach->bottom - reach->top));
     const ContextPointer pen(cairo_create(surface.get()));
     copySettings(m_target, pen.get());
+    if (clip) {
+        cairo_rectangle(pen.get(), clip->left - reach->left, clip->top - reach->top, clip->right - clip->left, clip->bottom - clip->top);
+        cairo_clip(pen.get());
+    }
     std::vector<std::int32_t> points = m_points;
     for (std::size_t i = 0; i < points.size(); i += 2) {
         points[i] -= reach->left * kFixedOne;
@@ -248,7 +271,7 @@ PathStamps::Stamp PathStamps::makeStamp() const
     if (cairo_status(pen.get()) != CAIRO_STATUS_SUCCESS || !coverage)
         return {};
     Stamp stamp{true, ColorStamp(trimmed({*reach, coverage, cairo_image_surface_get_stride(surface.get())}), m_color), {}};
-    stamp.reach = rangeAround(stamp.colored.range(), {outline.left + reach->left, outline.top + reach->top, outline.right + reach->left, outline.bottom + reach->top});
+    stamp.reach = clip ? *clip : rangeAround(stamp.colored.range(), {outline.left + reach->left, outline.top + reach->top, outline.right + reach->left, outline.bottom + reach->top});
     return stamp;
 }
 

@@ -36,6 +36,8 @@ public:
     /// upright lines only, which Cairo paints in another way, one with mitered corners, whose points Cairo rounds by where they are, and one that is not finite or farther than
     /// a million pixels away; all paths under a transform that turns or shears.
     [[nodiscard]] std::optional<PlacedStamp> stampAt(Point place);
+    /// The same for the last place that there was a stamp for when the clip, in whole pixels of the image, cuts its reach: what Cairo covers within such a clip. Nothing where painting would write to the right of the clip.
+    [[nodiscard]] std::optional<PlacedStamp> clippedStamp(const PixelRange& clip);
 
 private:
     struct Stamp {
@@ -56,7 +58,10 @@ private:
     [[nodiscard]] std::vector<std::uint64_t> description() const;
     /// Puts the points of the path into `m_points`; false when they are too far away.
     [[nodiscard]] bool placePoints(Point place);
-    [[nodiscard]] Stamp makeStamp() const;
+    /// The stamp for points, remembered or made now; the clip is counted from the first point's pixel.
+    const Stamp& stampFor(const std::vector<std::int32_t>& key, const std::optional<PixelRange>& clip);
+    [[nodiscard]] Stamp makeStamp(const std::optional<PixelRange>& clip) const;
+    [[nodiscard]] PlacedStamp placed(const Stamp& stamp) const;
     /// The pixels that may be covered, counted from the first point's; nothing when they are too many.
     [[nodiscard]] std::optional<PixelRange> reachOfPoints() const;
     [[nodiscard]] bool hasSlants() const;
@@ -76,6 +81,7 @@ private:
     int m_column = 0;
     int m_row = 0;
     std::vector<std::int32_t> m_points;
+    std::vector<std::int32_t> m_clippedKey;
     // The last stamp.
     std::vector<std::int32_t> m_knownPoints;
     const Stamp* m_known = nullptr;

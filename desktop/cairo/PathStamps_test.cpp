@@ -244,6 +244,25 @@ TEST_F(PathStampsTest, AreTheSameForPlacesWholePixelsApart)
     EXPECT_EQ(here->top, 25);
 }
 
+TEST_F(PathStampsTest, HaveAnotherStampWhereAClipCutsThem)
+{
+    const Path path = cross();
+    begin(path);
+    const auto whole = stamps.stampAt({20.0, 30.0});
+    ASSERT_TRUE(whole);
+    const auto low = stamps.clippedStamp({0, 0, kWidth, 32});
+    ASSERT_TRUE(low);
+    EXPECT_NE(low->stamp, whole->stamp);
+    EXPECT_EQ(low->reach, (PixelRange{15, 25, 27, 32}));
+    ASSERT_TRUE(stamps.stampAt({40.0, 30.0}));
+    const auto again = stamps.clippedStamp({0, 0, kWidth, 32});
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->stamp, low->stamp);
+    EXPECT_EQ(again->left, 35);
+    // Groups of four pixels would go beyond such a clip.
+    EXPECT_FALSE(stamps.clippedStamp({0, 0, 44, kHeight}));
+}
+
 TEST_F(PathStampsTest, LeaveToCairoWhatItPaintsInAnotherWayAndWhatIsLarge)
 {
     Path level;
