@@ -12,6 +12,7 @@
 #include <desktop/output/GraphicsOutput.h>
 #include <desktop/text/PangoTextSystem.h>
 
+#include "Noise.h"
 #include "Timing.h"
 
 #include <benchmark/benchmark.h>
@@ -42,17 +43,13 @@ Vector abscissae(std::size_t count)
     return TOLVRealVector::vectorWithComponents(std::move(x));
 }
 
-/// A sine with noise higher than itself; of `isPositive` the powers of ten.
+/// A sine with noise higher than itself, or the powers of ten of it.
 Vector ordinates(std::size_t count, std::uint64_t seed, bool isPositive)
 {
     std::vector<float> y(count);
-    std::uint64_t state = 88172645463325252ULL + seed;
+    Noise noise(seed);
     for (std::size_t i = 0; i < count; ++i) {
-        state ^= state << 13U;
-        state ^= state >> 7U;
-        state ^= state << 17U;
-        const double noise = static_cast<double>(state >> 11U) * 0x1p-53 - 0.5;
-        const double level = 30.0 * std::sin(25.0 * static_cast<double>(i) / static_cast<double>(count)) + 100.0 * noise;
+        const double level = 30.0 * std::sin(25.0 * static_cast<double>(i) / static_cast<double>(count)) + 100.0 * (noise.next() - 0.5);
         y[i] = isPositive ? std::pow(10.0F, static_cast<float>(level / 40.0)) : static_cast<float>(level);
     }
     return TOLVRealVector::vectorWithComponents(std::move(y));

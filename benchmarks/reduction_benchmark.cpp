@@ -7,6 +7,7 @@
 #include <TOLVMath/Prefetch.h>
 #include <TOLVMath/SortedSamples.h>
 
+#include "Noise.h"
 #include "Timing.h"
 
 #include <benchmark/benchmark.h>
@@ -42,14 +43,11 @@ const Samples& noisySamples(std::size_t count)
     if (samples.x.size() == count)
         return samples;
     samples = {std::vector<float>(count), std::vector<float>(count)};
-    std::uint64_t state = 88172645463325252ULL;
+    Noise noise;
     for (std::size_t i = 0; i < count; ++i) {
-        state ^= state << 13U;
-        state ^= state >> 7U;
-        state ^= state << 17U;
         const double place = static_cast<double>(i) / static_cast<double>(count);
         samples.x[i] = static_cast<float>(place * 1000.0);
-        samples.y[i] = static_cast<float>(30.0 * std::sin(place * 25.0) + 100.0 * (static_cast<double>(state >> 11U) * 0x1p-53 - 0.5));
+        samples.y[i] = static_cast<float>(30.0 * std::sin(place * 25.0) + 100.0 * (noise.next() - 0.5));
     }
     return samples;
 }

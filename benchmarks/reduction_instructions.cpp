@@ -5,8 +5,9 @@
 #include <TOLVGraphing/data/ColumnReduction.h>
 #include <TOLVMath/TOLVRealVector.h>
 
+#include "Noise.h"
+
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -24,13 +25,10 @@ using Vector = std::shared_ptr<const TOLVRealVector>;
 std::vector<float> ordinates(std::size_t count)
 {
     std::vector<float> samples(count);
-    std::uint64_t state = 88172645463325252ULL;
+    benchmarking::Noise noise;
     for (std::size_t i = 0; i < count; ++i) {
-        state ^= state << 13U;
-        state ^= state >> 7U;
-        state ^= state << 17U;
         const double wave = 30.0 * std::sin(static_cast<double>(i) * 25.0 / static_cast<double>(count));
-        samples[i] = static_cast<float>(81.0 + wave + 100.0 * (static_cast<double>(state >> 11U) * 0x1p-53 - 0.5));
+        samples[i] = static_cast<float>(81.0 + wave + 100.0 * (noise.next() - 0.5));
     }
     return samples;
 }

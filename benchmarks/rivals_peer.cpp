@@ -21,6 +21,7 @@
 #include <desktop/cairo/CairoPointers.h>
 #include <desktop/text/PangoTextSystem.h>
 
+#include "Noise.h"
 #include "Timing.h"
 
 #include <cairo.h>
@@ -77,14 +78,10 @@ struct Samples {
 Samples noisyLine(std::size_t count, bool isPowerOfTen)
 {
     Samples samples{std::vector<float>(count), std::vector<float>(count)};
-    std::uint64_t state = 88172645463325252U;
+    Noise noise;
     for (std::size_t i = 0; i < count; ++i) {
-        state ^= state << 13U;
-        state ^= state >> 7U;
-        state ^= state << 17U;
         const double place = static_cast<double>(i) / static_cast<double>(count);
-        const double noise = static_cast<double>(state >> 11U) * 0x1p-53;
-        const double level = 30.0 * std::sin(place * 25.0) + 100.0 * (noise - 0.5);
+        const double level = 30.0 * std::sin(place * 25.0) + 100.0 * (noise.next() - 0.5);
         samples.x[i] = static_cast<float>(place * kXMax);
         samples.y[i] = static_cast<float>(isPowerOfTen ? std::pow(10.0, level / kUnitsOfDecade) : level);
     }
