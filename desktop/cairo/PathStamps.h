@@ -30,7 +30,7 @@ struct PlacedStamp {
 /// The memory is bounded. One thread at a time may use an object.
 class PathStamps {
 public:
-    /// The paths that follow are painted in this colour as the target's settings say: fill rule for fills; line width, ends, corners and the transform, but no dash, for strokes.
+    /// Places that follow are those of this path, which has to stay meanwhile. It is painted in this colour as the target's settings say: fill rule for fills; line width, ends, corners and the transform, but no dash, for strokes.
     void begin(cairo_t* target, const Path& path, const AffineTransform& toPixels, StampKind kind, const Color& color);
     /// The stamp of the path moved by the place's coordinates, valid until the next call. Nothing where Cairo has to paint: a path that is large or of many points, one of level and
     /// upright lines only, which Cairo paints in another way, one with mitered corners, whose points Cairo rounds by where they are, and one that is not finite or farther than

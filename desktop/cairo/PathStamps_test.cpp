@@ -297,7 +297,8 @@ TEST_F(PathStampsTest, LeaveToCairoWhatItPaintsInAnotherWayAndWhatIsLarge)
     EXPECT_TRUE(stamps.stampAt({20.0, 20.0}));
     begin(path, {0.8, 0.6, -0.6, 0.8, 0.0, 0.0});
     EXPECT_FALSE(stamps.stampAt({20.0, 20.0}));
-    begin(Path());
+    const Path nothing;
+    begin(nothing);
     EXPECT_FALSE(stamps.stampAt({20.0, 20.0}));
 }
 

@@ -86,10 +86,13 @@ std::vector<FixedBox> boxesOfLines(const Path& path, const AffineTransform& toPi
     boxes.reserve(verbs.size() / 2);
     bool areLevel = false;
     for (std::size_t i = 0; i + 1 < verbs.size(); i += 2) {
+        // Only these two have a point each.
+        if (verbs[i] != Path::Verb::Move || verbs[i + 1] != Path::Verb::Line)
+            return {};
         const FixedPoint from = fixedPoint(points[i], toPixels);
         const FixedPoint to = fixedPoint(points[i + 1], toPixels);
         const auto box = boxOfLine(from, to, half);
-        if (verbs[i] != Path::Verb::Move || verbs[i + 1] != Path::Verb::Line || !box || (i > 0 && areLevel != (from.y == to.y)))
+        if (!box || (i > 0 && areLevel != (from.y == to.y)))
             return {};
         areLevel = from.y == to.y;
         boxes.push_back(*box);

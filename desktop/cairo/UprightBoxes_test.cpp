@@ -132,6 +132,19 @@ TEST(UprightBoxes, areNoneWhereCairoHasToStroke)
     EXPECT_TRUE(boxesOfStroke(bent, plain, 1.0).empty()) << "bent";
 }
 
+TEST(UprightBoxes, areNoneOfPathsWithFewerPointsThanElements)
+{
+    Path closedAtOnce;
+    closedAtOnce.moveToPoint({5.0, 5.0});
+    closedAtOnce.closeSubpath();
+    Path twice = closedAtOnce;
+    twice.addPath(closedAtOnce);
+    Path alone;
+    alone.moveToPoint({5.0, 5.0});
+    for (const Path& path : {Path(), alone, closedAtOnce, twice})
+        EXPECT_TRUE(boxesOfStroke(path, kUpwards, 1.0).empty()) << toString(path);
+}
+
 TEST(UprightBoxes, ofAPathAreThoseOfASingleRectangle)
 {
     const AffineTransform plain{1.0, 0.0, 0.0, 1.0, 0.0, 0.0};
