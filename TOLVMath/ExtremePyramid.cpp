@@ -1,6 +1,6 @@
 #include "ExtremePyramid.h"
 
-#include "FloatLanes.h"
+#include "LaneExtremes.h"
 #include "SampleKernels.h"
 
 #include <algorithm>
@@ -13,17 +13,18 @@ namespace {
 
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr std::size_t kLanes = FloatLanes::kCount;
-/// The smallest of the first lanes, and the largest of the others.
-Extremes reduced(FloatLanes minimum, FloatLanes maximum)
+
+/// Calls the function for each level of so many samples with its entries and the groups that they are kept in.
+template <typename Function>
+void forEachLevel(std::size_t sampleCount, unsigned blockShift, const Function& function)
 {
-    std::array<float, kLanes> low;
-    std::array<float, kLanes> high;
-    minimum.store(low.data());
-    maximum.store(high.data());
-    Extremes result;
-    for (std::size_t i = 0; i < kLanes; ++i)
-        result.add({low[i], high[i]});
-    return result;
+    std::size_t entries = std::max<std::size_t>(1, (sampleCount + (std::size_t{1} << blockShift) - 1) >> blockShift);
+    std::size_t groups = 0;
+    do {
+        groups = (entries + ExtremePyramid::kFan - 1) >> ExtremePyramid::kFanShift;
+        function(entries, groups);
+        entries = groups;
+    } while (groups > 1);
 }
 
 } // namespace
@@ -60,29 +61,25 @@ ExtremePyramid::~ExtremePyramid() = default;
 std::size_t ExtremePyramid::numberCountFor(std::size_t sampleCount, unsigned blockShift)
 {
     std::size_t numbers = 0;
-    std::size_t entries = std::max<std::size_t>(1, (sampleCount + (std::size_t{1} << blockShift) - 1) >> blockShift);
-    while (true) {
-        const std::size_t groups = (entries + kFan - 1) >> kFanShift;
-        numbers += groups * 2 * kFan;
-        if (groups == 1)
-            return numbers;
-        entries = groups;
-    }
+    forEachLevel(sampleCount, blockShift, [&](std::size_t, std::size_t groups) { numbers += groups * 2 * kFan; });
+    return numbers;
 }
 
 void ExtremePyramid::layOut()
 {
-    std::size_t entries = std::max<std::size_t>(1, (m_sampleCount + (std::size_t{1} << m_blockShift) - 1) >> m_blockShift);
-    while (true) {
+    forEachLevel(m_sampleCount, m_blockShift, [this](std::size_t entries, std::size_t groups) {
         m_counts[m_levelCount] = entries;
         m_offsets[m_levelCount] = m_numberCount;
         ++m_levelCount;
-        const std::size_t groups = (entries + kFan - 1) >> kFanShift;
         m_numberCount += groups * 2 * kFan;
-        if (groups == 1)
-            return;
-        entries = groups;
-    }
+    });
+}
+
+void ExtremePyramid::set(float* numbers, std::size_t level, std::size_t index, const Extremes& extremes) const
+{
+    float* minimum = numbers + placeOf(level, index);
+    minimum[0] = extremes.minimum;
+    minimum[kFan] = extremes.maximum;
 }
 
 void ExtremePyramid::findBlocks(float* numbers, std::span<const float> samples, float floor)
@@ -97,9 +94,7 @@ void ExtremePyramid::findBlocks(float* numbers, std::span<const float> samples, 
         const auto part = samples.subspan(from, std::min(length, samples.size() - from));
         const Extremes extremes = extremesOf(part, floor);
         m_hasNaN = m_hasNaN || std::any_of(part.begin(), part.end(), [](float sample) { return std::isnan(sample); });
-        float* place = numbers + (block >> kFanShift) * 2 * kFan + (block & (kFan - 1));
-        place[0] = extremes.minimum;
-        place[kFan] = extremes.maximum;
+        set(numbers, 0, block, extremes);
     }
 }
 
@@ -109,18 +104,16 @@ void ExtremePyramid::findLevel(float* numbers, std::size_t level)
     for (std::size_t index = 0; index < padded; ++index) {
         Extremes found;
         if (index < m_counts[level]) {
-            const float* group = numbers + m_offsets[level - 1] + index * 2 * kFan;
+            const float* group = numbers + placeOf(level - 1, index << kFanShift);
             FloatLanes minimum(kInfinity);
             FloatLanes maximum(-kInfinity);
             for (std::size_t i = 0; i < kFan; i += kLanes) {
                 minimum = FloatLanes::lesser(FloatLanes::load(group + i), minimum);
                 maximum = FloatLanes::greater(FloatLanes::load(group + kFan + i), maximum);
             }
-            found = reduced(minimum, maximum);
+            found = extremesOfLanes(minimum, maximum);
         }
-        float* place = numbers + m_offsets[level] + (index >> kFanShift) * 2 * kFan + (index & (kFan - 1));
-        place[0] = found.minimum;
-        place[kFan] = found.maximum;
+        set(numbers, level, index, found);
     }
 }
 
@@ -137,7 +130,7 @@ Extremes ExtremePyramid::extremesOfEntries(std::size_t level, std::size_t from, 
             minimum = FloatLanes::lesser(FloatLanes::load(place), minimum);
             maximum = FloatLanes::greater(FloatLanes::load(place + kFan), maximum);
         }
-        result.add(reduced(minimum, maximum));
+        result.add(extremesOfLanes(minimum, maximum));
     }
     while (from < end)
         result.add(entry(level, from++));

@@ -61,7 +61,7 @@ public:
     /// Of the entries from the first to before the end.
     [[nodiscard]] Extremes extremesOfEntries(std::size_t level, std::size_t from, std::size_t end) const;
     /// Where the smallest sample of an entry is kept; the largest is kFan numbers further, and the next entry one number, up to the next multiple of kFan.
-    [[nodiscard]] const float* minimumOf(std::size_t level, std::size_t index) const { return m_numbers.get() + m_offsets[level] + (index >> kFanShift) * 2 * kFan + (index & (kFan - 1)); }
+    [[nodiscard]] const float* minimumOf(std::size_t level, std::size_t index) const { return m_numbers.get() + placeOf(level, index); }
     /// Of the samples from the first to before the end, which have to be those that the pyramid was made of.
     [[nodiscard]] Extremes extremesInRange(std::span<const float> samples, std::size_t from, std::size_t end) const;
 
@@ -82,7 +82,10 @@ public:
 private:
     static constexpr std::size_t kMostLevels = 16;
 
+    /// Where in the row the minimum of an entry is.
+    [[nodiscard]] std::size_t placeOf(std::size_t level, std::size_t index) const { return m_offsets[level] + (index >> kFanShift) * 2 * kFan + (index & (kFan - 1)); }
     void layOut();
+    void set(float* numbers, std::size_t level, std::size_t index, const Extremes& extremes) const;
     void findBlocks(float* numbers, std::span<const float> samples, float floor);
     void findLevel(float* numbers, std::size_t level);
     void findExtremes() { m_extremes = extremesOfEntries(m_levelCount - 1, 0, m_counts[m_levelCount - 1]); }

@@ -50,7 +50,7 @@ Extremes extremesOfSamples(const float* samples, std::size_t count, float floor)
         prefetch(samples + i + kPrefetchDistance);
         lanes.add(samples + i);
     }
-    Extremes result = reduced(lanes.minimum(), lanes.maximum());
+    Extremes result = extremesOfLanes(lanes.minimum(), lanes.maximum());
     for (; i < count; ++i) {
         const float sample = samples[i];
         result.minimum = sample < result.minimum && (!IsFiltered || sample >= floor) ? sample : result.minimum;

@@ -1,7 +1,6 @@
 #include "SampleKernels.h"
 
-#include "ExtremePyramid.h"
-#include "FloatLanes.h"
+#include "LaneExtremes.h"
 #include "Prefetch.h"
 
 #include <array>
@@ -17,18 +16,6 @@ namespace TOLVGraphing {
 namespace {
 
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
-
-Extremes reduced(FloatLanes minimum, FloatLanes maximum)
-{
-    std::array<float, FloatLanes::kCount> low;
-    std::array<float, FloatLanes::kCount> high;
-    minimum.store(low.data());
-    maximum.store(high.data());
-    Extremes result;
-    for (std::size_t i = 0; i < FloatLanes::kCount; ++i)
-        result.add({low[i], high[i]});
-    return result;
-}
 
 } // namespace
 

@@ -13,7 +13,7 @@ namespace TOLVGraphing {
 namespace {
 
 constexpr std::size_t kLanes = FloatLanes::kCount;
-constexpr std::size_t kStep = 4 * kLanes;
+constexpr std::size_t kStep = SortedSamples::kWindow;
 constexpr std::size_t kSkip = std::size_t{1} << SortedSamples::kSkipShift;
 
 /// Of kStep ascending samples the number that are not above the value.
@@ -26,7 +26,7 @@ std::size_t countNotAbove(const float* samples, FloatLanes value)
     return static_cast<std::size_t>(std::countr_one(mask));
 }
 
-/// The first index from `low` to `high` whose sample, `stride` apart, is above the value, searched outwards from `guess` in growing steps.
+/// The first index from `low` to `high` whose sample is above the value, searched outwards from `guess` in growing steps.
 std::size_t gallop(const float* samples, float value, std::size_t low, std::size_t high, std::size_t guess, std::size_t firstStep)
 {
     guess = std::clamp(guess, low, high);

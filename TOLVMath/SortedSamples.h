@@ -14,6 +14,8 @@ namespace TOLVGraphing {
 class SortedSamples {
 public:
     static constexpr std::size_t kSkipShift = 8;
+    /// A search looks at so many samples around the guess first.
+    static constexpr std::size_t kWindow = 16;
 
     /// Looks through the samples once; null when they are not ascending.
     [[nodiscard]] static std::unique_ptr<const SortedSamples> of(std::span<const float> samples);

@@ -284,7 +284,7 @@ constexpr std::size_t kFewLogarithms = 3;
 /// The memory around the edges of so many columns is read before it is needed.
 constexpr std::size_t kColumnsAhead = 32;
 /// Edges are first looked for so many samples around where they should be.
-constexpr std::size_t kHalfWindow = 8;
+constexpr std::size_t kHalfWindow = SortedSamples::kWindow / 2;
 
 /// Column by column: two edges and two extremes of each.
 template <typename XScale, typename YScale>

@@ -5,7 +5,6 @@
 #include "../text/PangoTextSystem.h"
 #include "../text/TextLayout.h"
 #include "AreaFills.h"
-#include "AreaFills.h"
 #include "GlyphMasks.h"
 #include "PolylineStrokes.h"
 #include "UprightBoxes.h"
@@ -136,12 +135,6 @@ bool hasPlainPixels(cairo_surface_t* surface)
     cairo_surface_get_device_offset(surface, &xOffset, &yOffset);
     return cairo_surface_get_type(surface) == CAIRO_SURFACE_TYPE_IMAGE && xScale == 1.0 && yScale == 1.0 && xOffset == 0.0 && yOffset == 0.0;
 }
-
-struct ClipListDeleter {
-    void operator()(cairo_rectangle_list_t* list) const { cairo_rectangle_list_destroy(list); }
-};
-
-using ClipListPointer = std::unique_ptr<cairo_rectangle_list_t, ClipListDeleter>;
 
 bool isDrawableBox(const FixedBox& box, const Color& color)
 {
@@ -433,18 +426,7 @@ double CairoContext::strokeReach() const
 
 std::optional<PixelRange> CairoContext::foundClip() const
 {
-    if (!m_hasPlainPixels || !ImagePixels::canChange(cairo_get_group_target(m_target)))
-        return std::nullopt;
-    // In device units, as in visibleWindow.
-    cairo_matrix_t matrix;
-    cairo_get_matrix(m_target, &matrix);
-    cairo_identity_matrix(m_target);
-    const ClipListPointer list(cairo_copy_clip_rectangle_list(m_target));
-    cairo_set_matrix(m_target, &matrix);
-    if (list->status != CAIRO_STATUS_SUCCESS || list->num_rectangles != 1)
-        return std::nullopt;
-    const cairo_rectangle_t& box = list->rectangles[0];
-    return PixelRange{static_cast<int>(box.x), static_cast<int>(box.y), static_cast<int>(box.x + box.width), static_cast<int>(box.y + box.height)};
+    return m_hasPlainPixels && ImagePixels::canChange(cairo_get_group_target(m_target)) ? clipOfWholePixels(m_target) : std::nullopt;
 }
 
 std::optional<PixelRange> CairoContext::clipWithin(const Path& path) const

@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <memory>
 
 namespace TOLVGraphing::cairo {
 
@@ -14,6 +15,12 @@ namespace {
 
 constexpr int kFixedOne = 256;
 constexpr std::uint32_t kOpaque = 255;
+
+struct ClipListDeleter {
+    void operator()(cairo_rectangle_list_t* list) const { cairo_rectangle_list_destroy(list); }
+};
+
+using ClipListPointer = std::unique_ptr<cairo_rectangle_list_t, ClipListDeleter>;
 
 int floorOfFixed(int fixed)
 {
@@ -137,6 +144,20 @@ PixelRange FixedBox::pixels() const
 int fixedFromPixels(double coordinate)
 {
     return static_cast<int>(std::nearbyint(coordinate * kFixedOne));
+}
+
+std::optional<PixelRange> clipOfWholePixels(cairo_t* target)
+{
+    cairo_matrix_t matrix;
+    cairo_get_matrix(target, &matrix);
+    cairo_identity_matrix(target);
+    // Cairo lists rectangles only of a clip that is made of whole pixels.
+    const ClipListPointer list(cairo_copy_clip_rectangle_list(target));
+    cairo_set_matrix(target, &matrix);
+    if (list->status != CAIRO_STATUS_SUCCESS || list->num_rectangles != 1)
+        return std::nullopt;
+    const cairo_rectangle_t& box = list->rectangles[0];
+    return PixelRange{static_cast<int>(box.x), static_cast<int>(box.y), static_cast<int>(box.x + box.width), static_cast<int>(box.y + box.height)};
 }
 
 bool ImagePixels::canChange(cairo_surface_t* surface)

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 // What a graph draws again and again on pixels, background, grid lines and labels, without Cairo: upright boxes and masks. Cairo takes some 60 instructions for each pixel that a thin
 // line covers in part, and some 10,000 for the smallest mask. Every byte comes out as Cairo's.
@@ -26,6 +27,9 @@ struct PixelRange {
 };
 
 [[nodiscard]] PixelRange intersectionRange(const PixelRange& one, const PixelRange& other);
+
+/// The target's clip in pixels of its device, whatever its units are now, where it is one box of whole pixels.
+[[nodiscard]] std::optional<PixelRange> clipOfWholePixels(cairo_t* target);
 
 /// An upright box in 256ths of a pixel, as Cairo rounds coordinates; rows counted downwards.
 struct FixedBox {

@@ -6,6 +6,7 @@
 #include "../raster/StrokeWorkers.h"
 #include "../raster/SweptCoverage.h"
 #include "CairoPointers.h"
+#include "ImagePixels.h"
 
 #include <algorithm>
 #include <cmath>
@@ -107,33 +108,20 @@ std::optional<std::uint32_t> solidColor(cairo_t* target)
     return color;
 }
 
-/// The clip, when it is one rectangle of whole pixels. Units have to be those of the device.
-std::optional<raster::PixelBox> clippedPixels(cairo_t* target)
-{
-    cairo_rectangle_list_t* list = cairo_copy_clip_rectangle_list(target);
-    std::optional<raster::PixelBox> box;
-    if (list->status == CAIRO_STATUS_SUCCESS && list->num_rectangles == 1) {
-        const cairo_rectangle_t& clip = list->rectangles[0];
-        box = raster::PixelBox{static_cast<int>(clip.x), static_cast<int>(clip.y), static_cast<int>(clip.width), static_cast<int>(clip.height)};
-    }
-    cairo_rectangle_list_destroy(list);
-    return box;
-}
-
-/// What writes the image's pixels as Cairo would; nothing when only Cairo can, because of a group, the operator, the source or the clip. Units have to be those of the device.
+/// What writes the image's pixels as Cairo would; nothing when only Cairo can, because of a group, the operator, the source or the clip.
 std::optional<raster::CoverageBlender> blenderOf(cairo_t* target)
 {
     cairo_surface_t* surface = cairo_get_target(target);
-    const bool isImage = surface == cairo_get_group_target(target) && cairo_surface_get_type(surface) == CAIRO_SURFACE_TYPE_IMAGE;
-    if (!raster::kHasVectorLanes || !isImage || cairo_get_operator(target) != CAIRO_OPERATOR_OVER)
+    const bool isPlain = surface == cairo_get_group_target(target) && ImagePixels::canChange(surface) && cairo_get_operator(target) == CAIRO_OPERATOR_OVER;
+    if (!raster::kHasVectorLanes || !isPlain)
         return std::nullopt;
-    const cairo_format_t format = cairo_image_surface_get_format(surface);
     const std::optional<std::uint32_t> color = solidColor(target);
-    std::optional<raster::PixelBox> box = clippedPixels(target);
-    if ((format != CAIRO_FORMAT_ARGB32 && format != CAIRO_FORMAT_RGB24) || !color || !box)
+    const std::optional<PixelRange> clip = clipOfWholePixels(target);
+    if (!color || !clip)
         return std::nullopt;
+    const raster::PixelBox box{clip->left, clip->top, clip->right - clip->left, clip->bottom - clip->top};
     cairo_surface_flush(surface);
-    return raster::CoverageBlender({cairo_image_surface_get_data(surface), cairo_image_surface_get_stride(surface)}, *box, *color);
+    return raster::CoverageBlender({cairo_image_surface_get_data(surface), cairo_image_surface_get_stride(surface)}, box, *color);
 }
 
 /// Puts the target's source where strips of coverage are, in device units while it lives: by itself where it can, otherwise by way of Cairo.
