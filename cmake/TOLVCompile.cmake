@@ -1,5 +1,26 @@
 # How every target of this project is compiled.
 
+# What is built in beside the program itself: checks of a sanitizer, counters of lines, the tracing of libFuzzer.
+set(tolv_instrumentation)
+set(tolv_link_instrumentation)
+if(TOLVGRAPHING_SANITIZE STREQUAL "thread")
+  list(APPEND tolv_instrumentation -fsanitize=thread -fno-omit-frame-pointer)
+  list(APPEND tolv_link_instrumentation -fsanitize=thread)
+elseif(TOLVGRAPHING_SANITIZE)
+  list(APPEND tolv_instrumentation -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  list(APPEND tolv_link_instrumentation -fsanitize=address,undefined)
+endif()
+if(TOLVGRAPHING_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "TOLVGRAPHING_FUZZ needs Clang, which brings libFuzzer; the compiler is ${CMAKE_CXX_COMPILER_ID}")
+  endif()
+  list(APPEND tolv_instrumentation -fsanitize=fuzzer-no-link)
+endif()
+if(TOLVGRAPHING_COVERAGE)
+  list(APPEND tolv_instrumentation --coverage -fprofile-update=atomic)
+  list(APPEND tolv_link_instrumentation --coverage)
+endif()
+
 # tolv_compile(<target>): the language level, the arithmetic rules and the warnings.
 # Results are defined to the last bit, one rounding per written operation, so multiply and add are never fused.
 function(tolv_compile target)
@@ -11,10 +32,8 @@ function(tolv_compile target)
   if(TOLVGRAPHING_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
-  if(TOLVGRAPHING_SANITIZE)
-    target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
-    target_link_options(${target} PRIVATE -fsanitize=address,undefined)
-  endif()
+  target_compile_options(${target} PRIVATE ${tolv_instrumentation})
+  target_link_options(${target} PRIVATE ${tolv_link_instrumentation})
 endfunction()
 
 # tolv_sources(<variable> <folder>...): the .cpp files below the folders, without the tests beside them.

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
-#include <ranges>
 
 namespace TOLVGraphing {
 
@@ -26,8 +24,15 @@ template <typename IsReached, typename Distance>
 [[nodiscard]] std::size_t nearestIndexOfOrdered(std::size_t count, IsReached isReached, Distance distance)
 {
     const auto firstFrom = [](std::size_t end, auto holds) {
-        const auto indexes = std::views::iota(std::size_t{0}, end);
-        return static_cast<std::size_t>(std::ranges::partition_point(indexes, [&](std::size_t i) { return !holds(i); }) - indexes.begin());
+        std::size_t first = 0;
+        while (first < end) {
+            const std::size_t middle = first + (end - first) / 2;
+            if (holds(middle))
+                end = middle;
+            else
+                first = middle + 1;
+        }
+        return first;
     };
     const std::size_t reached = firstFrom(count, isReached);
     if (reached == 0 || (reached < count && distance(reached) < distance(reached - 1)))

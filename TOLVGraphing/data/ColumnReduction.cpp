@@ -224,7 +224,7 @@ private:
     {
         if (std::isnan(exactValue))
             return from;
-        constexpr double kLargest = std::numeric_limits<float>::max();
+        constexpr auto kLargest = static_cast<double>(std::numeric_limits<float>::max());
         const auto value = static_cast<float>(std::clamp(exactValue, -kLargest, kLargest));
         if (!m_series.sortedX)
             return firstSampleAbove(m_series.xs, value, from, m_end, near);

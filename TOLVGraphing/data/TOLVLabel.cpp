@@ -21,12 +21,11 @@ std::shared_ptr<TOLVLabel> TOLVLabel::labelWithAttributedString(AttributedString
 
 bool TOLVLabel::overlapsLabelInArray(std::span<const std::shared_ptr<TOLVLabel>> labels, const EdgeInsets& withInsets) const
 {
-    const auto& [top, left, bottom, right] = withInsets;
     return std::any_of(labels.begin(), labels.end(), [&](const auto& placed) {
         const Rect& r = placed->rect();
         if (!r.valid())
             return false;
-        return intersectsRect({r.x() - left, r.y() - bottom, r.width() + left + right, r.height() + top + bottom}, m_rect);
+        return intersectsRect({r.x() - withInsets.left, r.y() - withInsets.bottom, r.width() + withInsets.left + withInsets.right, r.height() + withInsets.top + withInsets.bottom}, m_rect);
     });
 }
 

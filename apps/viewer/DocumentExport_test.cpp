@@ -12,6 +12,8 @@
 #include <TOLVGraphing/graph/TOLVGraph.h>
 #include <TOLVGraphing/platform/text/TextSystem.h>
 
+#include <TestPaths.h>
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -41,7 +43,7 @@ protected:
     std::string drawn(const std::string& content, std::vector<std::string> arguments, const std::string& suffix)
     {
         const std::string output = "command" + suffix;
-        arguments.insert(arguments.begin(), {TOLV_COMMAND_LINE, folder.write("data.csv", content), "-o", folder.path(output)});
+        arguments.insert(arguments.begin(), {TOLV_PROGRAM_TOLVGRAPH, folder.write("data.csv", content), "-o", folder.path(output)});
         const auto result = testing_support::runProcess(arguments);
         EXPECT_EQ(result.status, 0) << result.text();
         return folder.read(output);

@@ -27,7 +27,7 @@ std::string utf8(const std::u16string& text)
 
 struct ICUNumberFormatter::Format {
     struct Closer {
-        void operator()(UNumberFormat* format) const { unum_close(format); }
+        void operator()(UNumberFormat* opened) const { unum_close(opened); }
     };
 
     std::unique_ptr<UNumberFormat, Closer> format;

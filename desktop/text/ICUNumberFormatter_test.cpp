@@ -2,6 +2,8 @@
 
 #include "TOLVGraphing/platform/text/NumberText.h"
 
+#include <TestPaths.h>
+
 #include <gtest/gtest.h>
 
 #include <bit>

@@ -1,12 +1,14 @@
 #include "CommandLine.h"
 
+#include <TestPaths.h>
+
 #include <algorithm>
 
 namespace TOLVGraphing::testing_support {
 
 ProcessResult tolvgraph(std::vector<std::string> arguments, const ProcessSurroundings& surroundings)
 {
-    arguments.insert(arguments.begin(), TOLV_COMMAND_LINE);
+    arguments.insert(arguments.begin(), TOLV_PROGRAM_TOLVGRAPH);
     return runProcess(arguments, surroundings);
 }
 

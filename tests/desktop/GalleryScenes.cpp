@@ -3,6 +3,8 @@
 #include <desktop/layout/LayoutJson.h>
 #include <examples/Picture.h>
 
+#include <TestPaths.h>
+
 #include <algorithm>
 #include <stdexcept>
 

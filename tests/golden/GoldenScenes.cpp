@@ -9,6 +9,8 @@
 #include <TOLVGraphing/views/GraphSheet.h>
 #include <TOLVMath/TOLVRealVector.h>
 
+#include <TestPaths.h>
+
 #include <cstdlib>
 #include <stdexcept>
 #include <string_view>

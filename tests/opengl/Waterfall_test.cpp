@@ -7,6 +7,8 @@
 #include <tests/desktop/Process.h>
 #include <tests/desktop/TemporaryFolder.h>
 
+#include <TestPaths.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -143,7 +145,7 @@ protected:
 TEST_F(WaterfallProgram, DrawsARecordingWithoutADisplay)
 {
     const std::string recording = m_folder.write("tone.wav", waveFile(decayingTone(1000.0, 100.0)));
-    const ProcessResult drawn = runProcess({TOLV_WATERFALL, "--output", m_output, "--size", "500", "300", "--start", "0", recording});
+    const ProcessResult drawn = runProcess({TOLV_PROGRAM_WATERFALL, "--output", m_output, "--size", "500", "300", "--start", "0", recording});
     ASSERT_EQ(drawn.status, 0) << drawn.text();
     EXPECT_EQ(drawn.output, m_output + "\n");
     EXPECT_EQ(drawn.error, "");
@@ -180,7 +182,7 @@ TEST_F(WaterfallProgram, BadInputGetsAMessage)
         {{"--output", m_output, "--size", "10", "10", tone}, "--size"},
     };
     for (const Case& wrong : cases) {
-        std::vector<std::string> arguments{TOLV_WATERFALL};
+        std::vector<std::string> arguments{TOLV_PROGRAM_WATERFALL};
         arguments.insert(arguments.end(), wrong.arguments.begin(), wrong.arguments.end());
         const ProcessResult result = runProcess(arguments);
         EXPECT_GT(result.status, 0) << wrong.message;

@@ -1,5 +1,7 @@
 // The example program of three lines, built as its own project against the installed library, and run.
 
+#include <TestPaths.h>
+
 #include <tests/desktop/Process.h>
 #include <tests/desktop/TemporaryFolder.h>
 

@@ -1,5 +1,7 @@
+#include <TestPaths.h>
+
 // The example of an OpenGL scene in a window, on the screen of the tests.
-#ifdef TOLV_WATERFALL
+#ifdef TOLV_PROGRAM_WATERFALL
 
 #include "WidgetSetup.h"
 
@@ -56,7 +58,7 @@ TEST_P(WaterfallWindow, ShowsTheDecay)
     ASSERT_TRUE(waitUntil([&] { return shownWarmPixels() == 0; })) << "another window is still there";
     QProcess program;
     program.setProcessEnvironment(environment);
-    program.start(TOLV_WATERFALL, {kRecording});
+    program.start(TOLV_PROGRAM_WATERFALL, {kRecording});
     const bool isShown = waitUntil([&] { return shownWarmPixels() > 200; });
     EXPECT_TRUE(isShown) << program.readAllStandardError().toStdString();
     EXPECT_EQ(program.state(), QProcess::Running);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TestPaths.h>
+
 #include <filesystem>
 #include <string>
 

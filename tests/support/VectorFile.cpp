@@ -1,5 +1,7 @@
 #include "VectorFile.h"
 
+#include <TestPaths.h>
+
 #include <exception>
 #include <filesystem>
 #include <fstream>

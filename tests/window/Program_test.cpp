@@ -1,5 +1,7 @@
 #include "../desktop/Process.h"
 
+#include <TestPaths.h>
+
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -17,7 +19,7 @@ ProcessResult runWithoutDisplay(const std::vector<std::string>& arguments, const
 {
     std::vector<std::string> words{"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-u", "QT_QPA_PLATFORM"};
     words.insert(words.end(), environment.begin(), environment.end());
-    words.emplace_back(TOLV_VIEWER);
+    words.emplace_back(TOLV_PROGRAM_TOLVGRAPH_VIEWER);
     words.insert(words.end(), arguments.begin(), arguments.end());
     return testing_support::runProcess(words);
 }

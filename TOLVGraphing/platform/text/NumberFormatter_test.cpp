@@ -1,5 +1,7 @@
 #include "NumberFormatter.h"
 
+#include <TestPaths.h>
+
 #include <gtest/gtest.h>
 
 #include <charconv>
