@@ -393,7 +393,7 @@ public:
         if (m_series.isAscending)
             runAscending();
         else
-            SampleBySample(m_settings, m_series, m_xScale, m_yScale, m_vertices).run(0);
+            SampleBySample(m_settings, m_series, m_xScale, m_yScale, m_vertices).run(indexBeforeRange());
         if (m_settings.closed && !m_series.xs.empty())
             m_vertices.curve().addPoint({m_vertices.lastX(), m_settings.rect.y()});
     }
@@ -407,6 +407,14 @@ public:
     }
 
 private:
+    /// The sample before the first one that is not below the range, or the first of all. What lies before it is not looked at, not even for an abscissa that would end the curve, as every one does in a reversed range.
+    [[nodiscard]] std::size_t indexBeforeRange() const
+    {
+        const auto& xs = m_series.xs;
+        const auto first = static_cast<std::size_t>(std::ranges::find_if_not(xs, [&](float x) { return m_settings.xMinimum > x; }) - xs.begin());
+        return first > 0 ? first - 1 : 0;
+    }
+
     /// An end that is NaN leaves nothing out.
     void findRange()
     {

@@ -1,8 +1,7 @@
 #include "ColumnReduction.h"
 
-#include <TOLVMath/ExtremePyramid.h>
-#include <TOLVMath/SortedSamples.h>
 #include <tests/support/PlainColumnReduction.h>
+#include <tests/support/ReductionCase.h>
 
 #include <gtest/gtest.h>
 
@@ -13,8 +12,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <memory>
-#include <optional>
 #include <span>
 #include <sstream>
 #include <string>
@@ -22,6 +19,9 @@
 
 namespace TOLVGraphing {
 namespace {
+
+using testing_support::ReductionCase;
+using testing_support::ReductionSummaries;
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
@@ -65,22 +65,6 @@ public:
 
 private:
     std::uint64_t m_state;
-};
-
-/// A series as part of a longer storage, and how it is drawn.
-struct RandomCase {
-    ColumnReduction settings;
-    std::vector<float> xStorage;
-    std::vector<float> yStorage;
-    std::size_t xLocation = 0;
-    std::size_t yLocation = 0;
-    std::size_t count = 0;
-    bool hasTable = false;
-    /// Nothing: without a pyramid.
-    std::optional<unsigned> blockShift;
-
-    [[nodiscard]] std::span<const float> xs() const { return std::span(xStorage).subspan(xLocation, count); }
-    [[nodiscard]] std::span<const float> ys() const { return std::span(yStorage).subspan(yLocation, count); }
 };
 
 Rect randomRect(Dice& dice, std::size_t count)
@@ -196,9 +180,9 @@ void setRandomRange(Dice& dice, std::span<const float> samples, float& minimum, 
     }
 }
 
-RandomCase randomCase(Dice& dice)
+ReductionCase randomCase(Dice& dice)
 {
-    RandomCase result;
+    ReductionCase result;
     result.count = dice.oneIn(40) ? 200 + dice.below(3000) : 1 + dice.below(dice.oneIn(4) ? 300 : 60);
     ColumnReduction& settings = result.settings;
     settings.closed = dice.oneIn(3);
@@ -219,41 +203,7 @@ RandomCase randomCase(Dice& dice)
     return result;
 }
 
-/// The summaries as vectors would keep them.
-class Summaries {
-public:
-    explicit Summaries(const RandomCase& one)
-    {
-        m_series.xs = one.xs();
-        m_series.ys = one.ys();
-        m_series.isAscending = isAscending(one.xs());
-        m_series.xLocation = one.xLocation;
-        m_series.yLocation = one.yLocation;
-        if (one.hasTable) {
-            // Null where the storage does not ascend.
-            m_table = SortedSamples::of(one.xStorage);
-            m_series.sortedX = m_table.get();
-        }
-        if (!one.blockShift)
-            return;
-        m_pyramid = std::make_unique<ExtremePyramid>(one.yStorage, *one.blockShift);
-        m_series.pyramid = m_pyramid.get();
-        if (one.settings.yIsLog && m_pyramid->extremes().minimum < -kSmallestNormal) {
-            m_logarithms = std::make_unique<ExtremePyramid>(one.yStorage, *one.blockShift, -kSmallestNormal);
-            m_series.logarithms = m_logarithms.get();
-        }
-    }
-
-    [[nodiscard]] const ReducibleSeries& series() const { return m_series; }
-
-private:
-    ReducibleSeries m_series;
-    std::unique_ptr<const SortedSamples> m_table;
-    std::unique_ptr<const ExtremePyramid> m_pyramid;
-    std::unique_ptr<const ExtremePyramid> m_logarithms;
-};
-
-std::string description(const RandomCase& one)
+std::string description(const ReductionCase& one)
 {
     const ColumnReduction& settings = one.settings;
     std::ostringstream text;
@@ -290,8 +240,8 @@ TEST_P(ColumnReductionRandom, GivesThePlainRulesPointsToTheLastBit)
     Dice dice(firstSeed() * 4 + GetParam());
     TOLVCurve curve;
     for (std::size_t i = 0; i < cases; ++i) {
-        const RandomCase one = randomCase(dice);
-        const Summaries summaries(one);
+        const ReductionCase one = randomCase(dice);
+        const ReductionSummaries summaries(one);
         curve.reset();
         one.settings.reduce(summaries.series(), curve);
         byColumns += one.settings.goesByColumns(summaries.series()) ? 1U : 0U;

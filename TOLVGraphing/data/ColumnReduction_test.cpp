@@ -122,6 +122,20 @@ TEST(ColumnReduction, GivesThePlainRulesPointsForStrangeRangesAndRectangles)
     }
 }
 
+TEST(ColumnReduction, StartsBeforeTheFirstSampleInRangeOfUnsortedAbscissaeEvenInAReversedRange)
+{
+    // The sample without a position is the first that is not below the range; those before it would end the curve.
+    const std::vector<float> xs = {5.0F, 6.0F, -8.0F, kNaN, 7.0F};
+    const std::vector<float> ys(xs.size(), 0.5F);
+    ColumnReduction settings = settingsFor(100.0);
+    settings.xMinimum = 10.0F;
+    settings.xMaximum = 0.0F;
+    settings.closed = true;
+    expectPlainPoints(settings, xs, ys);
+    // Its position is no number, and neither is the end of the curve's lower edge.
+    EXPECT_TRUE(reduced(settings, xs, ys).empty());
+}
+
 TEST(ColumnReduction, AColumnShowsItsTrueExtremesWhateverTheNumberOfSamples)
 {
     // One spike up and one down in the same column among many samples.
