@@ -11,8 +11,8 @@ namespace TOLVGraphing {
 /// The smallest of the first lanes, and the largest of the others.
 inline Extremes extremesOfLanes(FloatLanes minimum, FloatLanes maximum)
 {
-    std::array<float, FloatLanes::kCount> low;
-    std::array<float, FloatLanes::kCount> high;
+    std::array<float, FloatLanes::kCount> low{};
+    std::array<float, FloatLanes::kCount> high{};
     minimum.store(low.data());
     maximum.store(high.data());
     Extremes result;

@@ -4,7 +4,7 @@
 
 namespace TOLVGraphing {
 
-GraphDisplayObserver::GraphDisplayObserver(const std::shared_ptr<TOLVGraph>& graph, std::function<void()> handler)
+GraphDisplayObserver::GraphDisplayObserver(const std::shared_ptr<TOLVGraph>& graph, const std::function<void()>& handler)
     : m_graph(graph)
 {
     if (!graph || !handler)

@@ -17,7 +17,7 @@ std::string numberText(double number)
 {
     char buffer[32];
     auto result = std::to_chars(buffer, buffer + sizeof buffer, number);
-    return std::string(buffer, result.ptr);
+    return {buffer, result.ptr};
 }
 
 } // namespace

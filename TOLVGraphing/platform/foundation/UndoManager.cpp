@@ -2,6 +2,7 @@
 
 #include "Exception.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace TOLVGraphing {
@@ -73,23 +74,33 @@ void UndoManager::perform(std::vector<Step>& from, Phase phase)
         return;
     Step step = std::move(from.back());
     from.pop_back();
-    // What the operations register becomes one step on the other side, also when one of them throws.
+    // However it ends, edits are recorded again afterwards.
     struct Restore {
         UndoManager& manager;
         ~Restore()
         {
-            manager.m_depth = 1;
-            manager.endUndoGrouping();
+            manager.m_depth = 0;
             manager.m_phase = Phase::Recording;
         }
     };
     m_phase = phase;
     m_depth = 1;
     const Restore restore{*this};
-    for (auto action = step.rbegin(); action != step.rend(); ++action) {
-        if (const auto target = action->target.lock())
-            action->operation();
+    const auto endGroup = [this] {
+        m_depth = 1;
+        endUndoGrouping();
+    };
+    try {
+        std::for_each(step.rbegin(), step.rend(), [](const Action& action) {
+            if (const auto target = action.target.lock())
+                action.operation();
+        });
+    } catch (...) {
+        // What was undone so far can be redone.
+        endGroup();
+        throw;
     }
+    endGroup();
 }
 
 void UndoManager::pushStep(Step step)
