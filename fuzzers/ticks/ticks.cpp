@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
 
 namespace TOLVGraphing::fuzzing {
@@ -63,8 +64,9 @@ Rect rectOf(InputReader& input, bool isVertical)
 double mostLines(double length, bool isLogarithmic, double min, double max)
 {
     const double byLength = length > 0.0 ? 1.5 * length / 4.0 + 13.0 : 13.0;
-    // Whatever the length, a logarithmic axis lists nine values for each decade; where no length is known, ninety.
-    return isLogarithmic ? std::max(byLength, (std::isnan(length) ? 90.0 : 9.0) * (std::log10(max) - std::log10(min) + 2.0)) : byLength;
+    // Whatever the length, a logarithmic axis lists nine values for each decade; where none has a position, ninety.
+    const bool havePositions = std::abs(length) <= static_cast<double>(std::numeric_limits<float>::max());
+    return isLogarithmic ? std::max(byLength, (havePositions ? 9.0 : 90.0) * (std::log10(max) - std::log10(min) + 2.0)) : byLength;
 }
 
 Verdict tryAxis(InputReader& input)
