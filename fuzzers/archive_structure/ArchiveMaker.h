@@ -33,8 +33,8 @@ struct MadeGraph {
     std::string verticalAxis;
 };
 
-/// Makes the archive of a graph as the bytes of an input say: mostly as it should be, with numbers inline or as objects and parts that are shared, and now and then with missing or odd values, references to anything, circles, deep lists
-/// and classes that are not known. Without bytes it is as it should be.
+/// Makes the archive of a graph as the bytes of an input say: mostly as it should be, with numbers inline or as objects and parts that are shared, and now and then with missing or
+/// odd values, references to anything, circles, deep lists and classes that are not known. Without bytes it is as it should be.
 class ArchiveMaker {
 public:
     explicit ArchiveMaker(InputReader input) : m_input(input) {}

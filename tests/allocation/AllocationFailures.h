@@ -9,8 +9,8 @@
 
 namespace TOLVGraphing::testing_support {
 
-/// Runs an action that answers whether all went well again and again, while its first allocation fails, then its second, and so on until none does. A failure has to come out as std::bad_alloc, nothing that was
-/// allocated may stay, and the action has to succeed right afterwards. Answers how many allocations there were.
+/// Runs an action, which answers whether all went well, while its first allocation fails, then its second, and so on until none does. A failure has to come out as std::bad_alloc,
+/// nothing that was allocated may stay, and the action has to succeed right afterwards. Answers how many allocations there were.
 template <typename Action>
 std::int64_t allocationsThatMayFail(Failing failing, Action action)
 {

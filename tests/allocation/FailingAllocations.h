@@ -12,7 +12,8 @@ enum class Failing {
     FromThereOn,
 };
 
-/// Makes operator new fail on this thread for the life of the scope: at the `first` allocation, counted from 1. Only in programs that FailingAllocations.cpp is part of; it replaces operator new for all of them.
+/// Makes operator new fail on this thread for the life of the scope: at the `first` allocation, counted from 1. Only in programs that FailingAllocations.cpp is part of, which
+/// replaces operator new in all of the program.
 class FailingAllocations {
 public:
     FailingAllocations(std::int64_t first, Failing failing);
