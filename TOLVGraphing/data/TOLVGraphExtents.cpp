@@ -2,6 +2,8 @@
 
 #include "../graph/TOLVGraph.h"
 
+#include <utility>
+
 namespace TOLVGraphing {
 
 namespace {
@@ -33,17 +35,19 @@ void TOLVGraphExtents::stopObserving(Member& member)
 
 void TOLVGraphExtents::install(Member& member, const std::shared_ptr<const TOLVAxisExtents>& extents)
 {
-    willChangeValueForKey(member.key);
-    stopObserving(member);
-    member.extents = extents ? extents->copy() : nullptr;
-    if (member.extents) {
+    // Observed before it takes the place of the former one, so that a member without its observers never comes about.
+    Member observed{member.key, extents ? extents->copy() : nullptr};
+    if (observed.extents) {
         const auto announceMember = [this, key = member.key](const PropertyChange&) {
             willChangeValueForKey(key);
             didChangeValueForKey(key);
         };
-        member.minToken = member.extents->addObserver("min", announceMember);
-        member.maxToken = member.extents->addObserver("max", announceMember);
+        observed.minToken = observed.extents->addObserver("min", announceMember);
+        observed.maxToken = observed.extents->addObserver("max", announceMember);
     }
+    willChangeValueForKey(member.key);
+    stopObserving(member);
+    member = std::move(observed);
     didChangeValueForKey(member.key);
 }
 

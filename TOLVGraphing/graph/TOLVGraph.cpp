@@ -6,6 +6,7 @@
 #include "../drawing/CurveGraphDrawing.h"
 #include "../platform/text/TextSystem.h"
 
+#include <array>
 #include <typeinfo>
 #include <utility>
 
@@ -163,7 +164,10 @@ void TOLVGraph::observeExtents()
     if (!m_extents)
         return;
     m_extents->setGraph(weak_from_this());
-    for (const char* key : {"x", "y", "z"}) {
+    constexpr std::array kKeys = {"x", "y", "z"};
+    // No token may be lost once its observer is there.
+    m_extentsTokens.reserve(kKeys.size());
+    for (const char* key : kKeys) {
         m_extentsTokens.push_back(m_extents->addObserver(key, [this](const PropertyChange&) {
             const PropertyChangeScope change(*this, "canDraw");
         }));

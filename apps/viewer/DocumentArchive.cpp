@@ -33,6 +33,9 @@ constexpr std::size_t kMostMarkers = 10'000;
 constexpr double kSmallestSide = 1.0;
 constexpr double kSmallestPositive = std::numeric_limits<double>::min();
 constexpr std::size_t kColorComponents = 4;
+/// Bytes of a text, and of a whole sentence about one, in an error text.
+constexpr std::size_t kLongestShown = 120;
+constexpr std::size_t kLongestProblem = 500;
 
 // Writing.
 
@@ -151,16 +154,27 @@ std::shared_ptr<ArchiveObject> archived(const TOLVGraph& graph)
 
 // Reading.
 
+/// What is found goes into error texts, and those into windows: a text in a document may be far longer than fits.
+std::string shown(std::string_view text, std::size_t longest)
+{
+    if (text.size() <= longest)
+        return std::string(text);
+    std::size_t end = longest;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+        --end;
+    return std::string(text.substr(0, end)) + "…";
+}
+
 SourceReference sourceFrom(const ArchivedValues& values)
 {
     SourceReference source;
     source.path = pathOfText(values.text("path"));
     if (!std::filesystem::path(source.path).is_absolute() || source.path.find('\0') != std::string::npos)
-        values.fail("path", "'" + values.text("path") + "'", "the absolute path of a file");
+        values.fail("path", "'" + shown(values.text("path"), kLongestShown) + "'", "the absolute path of a file");
     if (const auto text = values.optionalText("relativePath")) {
         source.relativePath = pathOfText(*text);
         if (text->empty() || std::filesystem::path(*source.relativePath).is_absolute() || source.relativePath->find('\0') != std::string::npos)
-            values.fail("relativePath", "'" + *text + "'", "a path without a slash at its beginning");
+            values.fail("relativePath", "'" + shown(*text, kLongestShown) + "'", "a path without a slash at its beginning");
     }
     if (values.has("size") || values.has("modified")) {
         const std::int64_t size = values.wholeNumber("size", 0);
@@ -294,7 +308,7 @@ DocumentContents contentsFrom(const std::shared_ptr<ArchiveObject>& root)
             contents.sources.push_back(sourceFrom(source));
         contents.options = optionsFrom(document.object("options", kOptionsClass));
     } catch (const UsageError& problem) {
-        throw ArchiveError(problem.what());
+        throw ArchiveError(shown(problem.what(), kLongestProblem));
     }
     contents.graph = graphFrom(document);
     return contents;

@@ -51,6 +51,27 @@ TEST(DocumentArchive, refusesToStoreWhatItCouldNotRead)
     EXPECT_THROW(static_cast<void>(documentData(contents)), ArchiveError);
 }
 
+TEST(DocumentArchive, tellsTheBeginningOfALongText)
+{
+    DocumentContents contents = usualContents();
+    // The 120th byte of the path is in the middle of a character.
+    contents.sources[0].path = std::string(119, 'a') + "éé";
+    try {
+        static_cast<void>(documentData(contents));
+        ADD_FAILURE();
+    } catch (const ArchiveError& error) {
+        EXPECT_EQ(std::string(error.what()), "sources[0].path: found '" + std::string(119, 'a') + "…', expected the absolute path of a file");
+    }
+    contents = usualContents();
+    contents.options.xRange = RangeText{std::string(5000, 'x'), ""};
+    try {
+        static_cast<void>(documentData(contents));
+        ADD_FAILURE();
+    } catch (const ArchiveError& error) {
+        EXPECT_EQ(std::string(error.what()).size(), 500 + std::string("…").size());
+    }
+}
+
 TEST(DocumentArchive, refusesEveryBeginningOfADocument)
 {
     const std::vector<std::byte> data = documentData(usualContents());

@@ -1,5 +1,6 @@
-#include "BinaryPropertyListCheck.h"
+#include "BinaryPropertyListReader.h"
 #include "PropertyListArchive.h"
+#include "tests/support/BinaryPropertyListBuilder.h"
 
 #include <gtest/gtest.h>
 
@@ -14,109 +15,9 @@
 namespace TOLVGraphing {
 namespace {
 
-using Bytes = std::vector<std::byte>;
-using Index = std::uint64_t;
-
-/// Puts binary property lists together value by value, wrong ones too: offsets have 8 bytes, references 4.
-class BinaryBuilder {
-public:
-    BinaryBuilder() { appendText("bplist00"); }
-
-    /// Values may be referred to before they are added: they are numbered in order.
-    Index addRaw(const std::vector<unsigned>& bytes)
-    {
-        m_offsets.push_back(m_bytes.size());
-        for (const unsigned byte : bytes)
-            m_bytes.push_back(static_cast<std::byte>(byte));
-        return m_offsets.size() - 1;
-    }
-    /// A value that lies where another one does.
-    Index addAlias(Index other)
-    {
-        m_offsets.push_back(m_offsets[other]);
-        return m_offsets.size() - 1;
-    }
-    Index addText(const std::string& text)
-    {
-        addHeader(0x50, text.size());
-        appendText(text);
-        return m_offsets.size() - 1;
-    }
-    Index addNumber(std::uint64_t number)
-    {
-        addRaw({0x13});
-        appendNumber(number, 8);
-        return m_offsets.size() - 1;
-    }
-    Index addReference(std::uint64_t number)
-    {
-        addRaw({0x83});
-        appendNumber(number, 4);
-        return m_offsets.size() - 1;
-    }
-    Index addArray(const std::vector<Index>& elements)
-    {
-        addHeader(0xA0, elements.size());
-        for (const Index element : elements)
-            appendNumber(element, 4);
-        return m_offsets.size() - 1;
-    }
-    Index addDictionary(const std::vector<std::pair<Index, Index>>& entries)
-    {
-        addHeader(0xD0, entries.size());
-        for (const auto& entry : entries)
-            appendNumber(entry.first, 4);
-        for (const auto& entry : entries)
-            appendNumber(entry.second, 4);
-        return m_offsets.size() - 1;
-    }
-    [[nodiscard]] Index next() const { return m_offsets.size(); }
-
-    [[nodiscard]] Bytes finish(Index top)
-    {
-        const std::uint64_t table = m_bytes.size();
-        for (const std::uint64_t offset : m_offsets)
-            appendNumber(offset, 8);
-        appendNumber(0, 6);
-        appendNumber(8, 1);
-        appendNumber(4, 1);
-        appendNumber(m_offsets.size(), 8);
-        appendNumber(top, 8);
-        appendNumber(table, 8);
-        return m_bytes;
-    }
-
-    /// A whole keyed archive around the list of objects.
-    [[nodiscard]] Bytes finishArchive(const std::vector<Index>& objects, Index root)
-    {
-        const Index top = addDictionary({{addText("root"), root}});
-        const Index all = addArray(objects);
-        const Index keys[] = {addText("$archiver"), addText("$version"), addText("$top"), addText("$objects")};
-        const Index name = addText("NSKeyedArchiver");
-        const Index version = addNumber(100000);
-        return finish(addDictionary({{keys[0], name}, {keys[1], version}, {keys[2], top}, {keys[3], all}}));
-    }
-
-private:
-    void addHeader(unsigned kind, std::uint64_t count)
-    {
-        addRaw({kind | 0xFU, 0x13});
-        appendNumber(count, 8);
-    }
-    void appendText(const std::string& text)
-    {
-        for (const char character : text)
-            m_bytes.push_back(static_cast<std::byte>(character));
-    }
-    void appendNumber(std::uint64_t number, unsigned size)
-    {
-        for (unsigned i = size; i > 0; --i)
-            m_bytes.push_back(static_cast<std::byte>(number >> (8U * (i - 1)) & 0xFFU));
-    }
-
-    Bytes m_bytes;
-    std::vector<std::uint64_t> m_offsets;
-};
+using testing_support::BinaryPropertyListBuilder;
+using Bytes = BinaryPropertyListBuilder::Bytes;
+using Index = BinaryPropertyListBuilder::Index;
 
 std::string errorOf(const Bytes& data, const ArchiveLimits& limits = {})
 {
@@ -131,7 +32,7 @@ std::string errorOf(const Bytes& data, const ArchiveLimits& limits = {})
 /// A single value, 0, as a whole property list.
 Bytes single(const std::vector<unsigned>& bytes)
 {
-    BinaryBuilder builder;
+    BinaryPropertyListBuilder builder;
     builder.addRaw(bytes);
     return builder.finish(0);
 }
@@ -228,7 +129,7 @@ TEST(HostileArchive, OffsetsAreChecked)
 TEST(HostileArchive, KeysHaveToBeTexts)
 {
     for (const std::vector<unsigned>& key : {std::vector<unsigned>{0x10, 0x41}, {0xA0}, {0xD0}, {0x09}, {0x80, 0x00}, {0x41, 0x41}}) {
-        BinaryBuilder builder;
+        BinaryPropertyListBuilder builder;
         builder.addRaw(key);
         EXPECT_EQ(errorOf(builder.finish(builder.addDictionary({{0, 0}}))), "binary property list: value 1: found a key that is not a text, expected a text");
     }
@@ -236,7 +137,7 @@ TEST(HostileArchive, KeysHaveToBeTexts)
 
 TEST(HostileArchive, SmallNumbersAndSinglePrecisionAreRead)
 {
-    BinaryBuilder builder;
+    BinaryPropertyListBuilder builder;
     const Index null = builder.addText("$null");
     const Index className = builder.addText("A");
     const Index classDictionary = builder.addDictionary({{builder.addText("$classname"), className}, {builder.addText("$classes"), builder.addArray({className})}});
@@ -246,8 +147,9 @@ TEST(HostileArchive, SmallNumbersAndSinglePrecisionAreRead)
     const Index minusTwo = builder.addRaw({0x14, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFE});
     const Index wide = builder.addRaw({0x62, 0xD8, 0x3D, 0xDE, 0x00});
     const Index date = builder.addRaw({0x33, 0x40, 0x59, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00});
+    const Index farDate = builder.addRaw({0x33, 0x7E, 0x37, 0xE4, 0x3C, 0x88, 0x00, 0x75, 0x9C});
     const Index object = builder.addDictionary({{builder.addText("half"), half}, {builder.addText("byte"), byte}, {builder.addText("minusTwo"), minusTwo},
-        {builder.addText("wide"), wide}, {builder.addText("date"), date}, {classKey, builder.addReference(2)}});
+        {builder.addText("wide"), wide}, {builder.addText("date"), date}, {builder.addText("farDate"), farDate}, {classKey, builder.addReference(2)}});
     const auto read = archiveObjectFromPropertyList(builder.finishArchive({null, object, classDictionary}, builder.addReference(1)));
     ASSERT_TRUE(read);
     EXPECT_EQ(*read->find("half"), ArchiveValue(0.5));
@@ -255,12 +157,13 @@ TEST(HostileArchive, SmallNumbersAndSinglePrecisionAreRead)
     EXPECT_EQ(*read->find("minusTwo"), ArchiveValue(std::int64_t{-2}));
     EXPECT_EQ(*read->find("wide"), ArchiveValue(std::string("😀")));
     EXPECT_EQ(*std::get<std::shared_ptr<ArchiveObject>>(*read->find("date"))->find("NS.time"), ArchiveValue(100.0));
+    EXPECT_EQ(*std::get<std::shared_ptr<ArchiveObject>>(*read->find("farDate"))->find("NS.time"), ArchiveValue(1e300));
 }
 
 TEST(HostileArchive, NestingIsBounded)
 {
     for (const int depth : {63, 64, 1000, 100000}) {
-        BinaryBuilder builder;
+        BinaryPropertyListBuilder builder;
         for (int i = 0; i < depth; ++i)
             builder.addArray({static_cast<Index>(i) + 1});
         builder.addRaw({0x09});
@@ -275,7 +178,7 @@ TEST(HostileArchive, NestingIsBounded)
 TEST(HostileArchive, NestingIsBoundedFromTheInsideToo)
 {
     // The outermost array names its parts from the innermost on, so that none looks deep when it is visited.
-    BinaryBuilder builder;
+    BinaryPropertyListBuilder builder;
     std::vector<Index> all{builder.addRaw({0x09})};
     for (int i = 0; i < 1000; ++i)
         all.push_back(builder.addArray({all.back()}));
@@ -285,20 +188,20 @@ TEST(HostileArchive, NestingIsBoundedFromTheInsideToo)
 TEST(HostileArchive, SharingIsNotUndoneWithoutEnd)
 {
     for (const int levels : {20, 60}) {
-        BinaryBuilder builder;
+        BinaryPropertyListBuilder builder;
         Index inner = builder.addRaw({0x09});
         for (int i = 0; i < levels; ++i)
             inner = builder.addArray(std::vector<Index>(10, inner));
         EXPECT_NE(errorOf(builder.finish(inner)).find("found more than 1000000 values in it, shared ones repeated, expected fewer"), std::string::npos);
     }
     // However large the limits are, the count does not wrap around.
-    BinaryBuilder builder;
+    BinaryPropertyListBuilder builder;
     Index inner = builder.addRaw({0x09});
     for (int i = 0; i < 63; ++i)
         inner = builder.addArray(std::vector<Index>(10, inner));
     const Bytes data = builder.finish(inner);
     try {
-        plist::checkBinaryPropertyList(data, {~std::size_t{0}, ~std::size_t{0}, ~std::size_t{0}});
+        static_cast<void>(plist::readBinaryPropertyList(data, {~std::size_t{0}, ~std::size_t{0}, ~std::size_t{0}}));
         ADD_FAILURE();
     } catch (const ArchiveError& error) {
         EXPECT_NE(std::string(error.what()).find("shared ones repeated"), std::string::npos);
@@ -307,14 +210,14 @@ TEST(HostileArchive, SharingIsNotUndoneWithoutEnd)
 
 TEST(HostileArchive, SharedTextsCountWhereverTheyAreUsed)
 {
-    BinaryBuilder builder;
+    BinaryPropertyListBuilder builder;
     const Index text = builder.addText(std::string(1'000'000, 'x'));
     EXPECT_NE(errorOf(builder.finish(builder.addArray(std::vector<Index>(100, text)))).find("found more than 67108864 bytes in it, shared values repeated, expected fewer"), std::string::npos);
 }
 
 TEST(HostileArchive, ValuesThatLieOverOneAnotherCountEach)
 {
-    BinaryBuilder builder;
+    BinaryPropertyListBuilder builder;
     const Index leaf = builder.addRaw({0x09});
     const Index wide = builder.addArray(std::vector<Index>(10000, leaf));
     std::vector<Index> aliases{wide};
@@ -323,7 +226,7 @@ TEST(HostileArchive, ValuesThatLieOverOneAnotherCountEach)
     const auto start = std::chrono::steady_clock::now();
     EXPECT_NE(errorOf(builder.finish(builder.addArray(aliases))).find("found more than 1000000 values"), std::string::npos);
 
-    BinaryBuilder texts;
+    BinaryPropertyListBuilder texts;
     const Index text = texts.addText(std::string(1'000'000, 'x'));
     std::vector<Index> copies{text};
     for (int i = 0; i < 20000; ++i)
@@ -334,7 +237,7 @@ TEST(HostileArchive, ValuesThatLieOverOneAnotherCountEach)
 
 TEST(HostileArchive, LimitsAreTheCallers)
 {
-    BinaryBuilder builder;
+    BinaryPropertyListBuilder builder;
     std::vector<Index> elements;
     for (int i = 0; i < 50; ++i)
         elements.push_back(builder.addRaw({0x09}));
@@ -347,7 +250,7 @@ TEST(HostileArchive, LimitsAreTheCallers)
 /// Keyed archives of lists: object n of the list names the objects given for it.
 Bytes archiveOfLists(const std::vector<std::vector<std::uint64_t>>& lists, std::uint64_t root)
 {
-    BinaryBuilder builder;
+    BinaryPropertyListBuilder builder;
     const Index listName = builder.addText("NSArray");
     const Index listClass = builder.addDictionary({{builder.addText("$classname"), listName}, {builder.addText("$classes"), builder.addArray({listName})}});
     const Index elementsKey = builder.addText("NS.objects");
@@ -432,7 +335,7 @@ TEST(HostileArchive, CirclesOfReferencesAreErrors)
 
 TEST(HostileArchive, SharedTextsBehindReferencesCountWhereverTheyAreUsed)
 {
-    BinaryBuilder builder;
+    BinaryPropertyListBuilder builder;
     const Index listName = builder.addText("NSArray");
     const Index listClass = builder.addDictionary({{builder.addText("$classname"), listName}, {builder.addText("$classes"), builder.addArray({listName})}});
     const Index text = builder.addText(std::string(1'000'000, 'x'));
@@ -444,7 +347,7 @@ TEST(HostileArchive, SharedTextsBehindReferencesCountWhereverTheyAreUsed)
 
 TEST(HostileArchive, LongChainsOfBaseClassesCountForEveryObject)
 {
-    BinaryBuilder builder;
+    BinaryPropertyListBuilder builder;
     const Index name = builder.addText("A");
     const Index classDictionary = builder.addDictionary({{builder.addText("$classname"), name}, {builder.addText("$classes"), builder.addArray(std::vector<Index>(20000, name))}});
     const Index classKey = builder.addText("$class");
@@ -455,6 +358,52 @@ TEST(HostileArchive, LongChainsOfBaseClassesCountForEveryObject)
     for (std::uint64_t i = 2; i < 202; ++i)
         objects.push_back(builder.addDictionary({{partKey, builder.addReference(i == 201 ? 0 : i + 1)}, {classKey, classReference}}));
     EXPECT_NE(errorOf(builder.finishArchive(objects, builder.addReference(2))).find("found more than 1000000 values, expected fewer"), std::string::npos);
+}
+
+/// An archive of a list of so many objects of the class, each with true under the keys.
+Bytes archiveOfObjects(const std::string& className, std::size_t count, const std::vector<std::string>& keys)
+{
+    BinaryPropertyListBuilder builder;
+    const Index name = builder.addText(className);
+    const Index classDictionary = builder.addDictionary({{builder.addText("$classname"), name}, {builder.addText("$classes"), builder.addArray({name})}});
+    const Index listName = builder.addText("NSArray");
+    const Index listClass = builder.addDictionary({{builder.addText("$classname"), listName}, {builder.addText("$classes"), builder.addArray({listName})}});
+    const Index classKey = builder.addText("$class");
+    std::vector<std::pair<Index, Index>> entries{{classKey, builder.addReference(1)}};
+    for (const std::string& key : keys)
+        entries.emplace_back(builder.addText(key), builder.addRaw({0x09}));
+    const Index object = builder.addDictionary(entries);
+    std::vector<Index> objects{builder.addText("$null"), classDictionary, listClass};
+    std::vector<Index> elements;
+    for (std::size_t i = 0; i < count; ++i) {
+        elements.push_back(builder.addReference(objects.size()));
+        objects.push_back(object);
+    }
+    const Index list = builder.addArray(elements);
+    objects.push_back(builder.addDictionary({{builder.addText("NS.objects"), list}, {classKey, builder.addReference(2)}}));
+    return builder.finishArchive(objects, builder.addReference(objects.size() - 1));
+}
+
+TEST(HostileArchive, NamesOfClassesCountForEveryObject)
+{
+    const ArchiveLimits limits{100'000, 1'000'000, 256};
+    EXPECT_EQ(errorOf(archiveOfObjects(std::string(1000, 'A'), 90, {}), limits), "no error");
+    EXPECT_EQ(errorOf(archiveOfObjects(std::string(1000, 'A'), 101, {}), limits), "keyed archive, object 103: found more than 100000 bytes of text, expected fewer");
+}
+
+TEST(HostileArchive, NamesOfClassesAreNotLong)
+{
+    EXPECT_EQ(errorOf(archiveOfObjects(std::string(1024, 'A'), 1, {})), "no error");
+    EXPECT_EQ(errorOf(archiveOfObjects(std::string(1025, 'A'), 1, {})), "keyed archive, object 3: found the name of a class with 1025 bytes, expected at most 1024");
+}
+
+TEST(HostileArchive, KeysComeOnce)
+{
+    EXPECT_EQ(errorOf(archiveOfObjects("A", 1, {"a", "b"})), "no error");
+    EXPECT_EQ(errorOf(archiveOfObjects("A", 1, {"a", "b", "a"})), "keyed archive, object 3: found the key \"a\" twice in one dictionary, expected it once");
+    // The second is stored with another "$" before it.
+    EXPECT_EQ(errorOf(archiveOfObjects("A", 1, {"$a", "$$a"})), "keyed archive, object 3: found the key \"$a\" twice in one dictionary, expected it once");
+    EXPECT_EQ(errorOf(archiveOfObjects("A", 1, {"$class"})), "keyed archive, object 3: found the key \"$class\" twice in one dictionary, expected it once");
 }
 
 /// An archive with every kind of value, as a graph's document has them.

@@ -3,71 +3,55 @@
 #include "PropertyListScalars.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace TOLVGraphing::plist {
 
 namespace {
 
 constexpr std::string_view kArchiverName = "NSKeyedArchiver";
-constexpr std::uint64_t kVersion = 100000;
+constexpr std::int64_t kVersion = 100000;
 constexpr std::string_view kNullText = "$null";
 constexpr std::string_view kRootClassName = "NSObject";
 /// Objects are read recursively; no reader of objects goes deeper either.
 constexpr std::size_t kGreatestDepth = 256;
+/// Every object carries the name of its class, and error texts tell it.
+constexpr std::size_t kLongestClassName = 1024;
 
-plist_t entryIn(const std::vector<std::pair<std::string, plist_t>>& entries, std::string_view key)
+/// A value for error texts: what it is, and the text itself of a short one.
+std::string found(const Value* value)
 {
-    const auto found = std::find_if(entries.begin(), entries.end(), [&](const auto& entry) { return entry.first == key; });
-    return found == entries.end() ? nullptr : found->second;
-}
-
-bool isOfType(plist_t node, plist_type type)
-{
-    return node && plist_get_node_type(node) == type;
-}
-
-/// A node for error texts: what it is, and the text itself of a short one.
-std::string found(plist_t node)
-{
-    if (isOfType(node, PLIST_STRING) && textOf(node).size() <= 40)
-        return "the text \"" + std::string(textOf(node)) + "\"";
-    return describe(node);
+    const auto* text = value ? value->as<std::string>() : nullptr;
+    return text && text->size() <= 40 ? "the text \"" + *text + "\"" : describe(value);
 }
 
 } // namespace
 
-bool KeyedObjectReader::ClassChain::isOrDerivesFrom(std::string_view className) const
-{
-    return name == className || std::find(baseNames.begin(), baseNames.end(), className) != baseNames.end();
-}
-
-KeyedObjectReader::KeyedObjectReader(plist_t archive, const ArchiveLimits& limits)
+KeyedObjectReader::KeyedObjectReader(const Value& archive, const ArchiveLimits& limits)
     : m_limits{limits.bytes, limits.objects, std::min(limits.depth, kGreatestDepth)}
 {
-    if (!isOfType(archive, PLIST_DICT))
-        fail("found " + describe(archive) + ", expected a dictionary with $archiver, $version, $top and $objects");
-    const Entries entries = dictionaryEntries(archive);
-    plist_t archiver = entryOfType(entries, "$archiver", PLIST_STRING, "the text \"NSKeyedArchiver\"");
-    if (textOf(archiver) != kArchiverName)
-        fail("found " + found(archiver) + " under \"$archiver\", expected the text \"NSKeyedArchiver\"");
-    std::uint64_t version = 0;
-    plist_get_uint_val(entryOfType(entries, "$version", PLIST_UINT, "the whole number 100000"), &version);
-    if (version != kVersion)
-        fail("found version " + std::to_string(static_cast<std::int64_t>(version)) + ", expected 100000");
-    for (plist_t node : arrayElements(entryOfType(entries, "$objects", PLIST_ARRAY, "the list of objects")))
-        m_slots.push_back({node, State::Unread, {}});
-    if (m_slots.empty() || !isOfType(m_slots[0].node, PLIST_STRING) || textOf(m_slots[0].node) != kNullText)
-        fail("found " + found(m_slots.empty() ? nullptr : m_slots[0].node) + " as the first of $objects, expected the text \"$null\"");
-    const Entries top = dictionaryEntries(entryOfType(entries, "$top", PLIST_DICT, "a dictionary with the entry \"root\""));
-    m_root = top.size() == 1 ? top[0].second : entryIn(top, "root");
+    const auto* entries = archive.as<Dictionary>();
+    if (!entries)
+        fail("found " + describe(&archive) + ", expected a dictionary with $archiver, $version, $top and $objects");
+    requireDistinctKeys(*entries);
+    if (entryOfType<std::string>(*entries, "$archiver", "the text \"NSKeyedArchiver\"") != kArchiverName)
+        fail("found " + found(valueIn(*entries, "$archiver")) + " under \"$archiver\", expected the text \"NSKeyedArchiver\"");
+    if (const auto version = entryOfType<std::int64_t>(*entries, "$version", "the whole number 100000"); version != kVersion)
+        fail("found version " + std::to_string(version) + ", expected 100000");
+    for (const Value& value : entryOfType<Array>(*entries, "$objects", "the list of objects"))
+        m_slots.push_back({&value, State::Unread, {}});
+    const auto* null = m_slots.empty() ? nullptr : m_slots[0].value->as<std::string>();
+    if (!null || *null != kNullText)
+        fail("found " + found(m_slots.empty() ? nullptr : m_slots[0].value) + " as the first of $objects, expected the text \"$null\"");
+    const auto& top = entryOfType<Dictionary>(*entries, "$top", "a dictionary with the entry \"root\"");
+    requireDistinctKeys(top);
+    m_root = top.size() == 1 ? &top[0].value : valueIn(top, "root");
     if (!m_root)
         fail("found " + std::to_string(top.size()) + " entries under \"$top\" and none of them \"root\", expected \"root\" or a single entry");
 }
 
 std::shared_ptr<ArchiveObject> KeyedObjectReader::readRoot()
 {
-    const auto reference = referenceIn(m_root);
+    const auto reference = referenceIn(*m_root);
     if (!reference)
         fail("found " + describe(m_root) + " as the root, expected a reference to an object");
     Reading root = readReference(*reference, 1);
@@ -85,77 +69,78 @@ void KeyedObjectReader::fail(const std::string& text) const
     throw ArchiveError(m_path.empty() ? "keyed archive: " + text : "keyed archive, object " + std::to_string(m_path.back()) + ": " + text);
 }
 
-plist_t KeyedObjectReader::entryOfType(const Entries& entries, std::string_view key, plist_type type, const std::string& expected) const
+template <typename Type>
+const Type& KeyedObjectReader::entryOfType(const Dictionary& entries, std::string_view key, const std::string& expected) const
 {
-    plist_t node = entryIn(entries, key);
-    if (!isOfType(node, type))
-        fail("found " + found(node) + " under \"" + std::string(key) + "\", expected " + expected);
-    return node;
+    const Value* value = valueIn(entries, key);
+    const auto* content = value ? value->as<Type>() : nullptr;
+    if (!content)
+        fail("found " + found(value) + " under \"" + std::string(key) + "\", expected " + expected);
+    return *content;
 }
 
-std::optional<std::uint64_t> KeyedObjectReader::referenceIn(plist_t node) const
+void KeyedObjectReader::requireDistinctKeys(const Dictionary& entries) const
 {
-    std::uint64_t number = 0;
-    if (isOfType(node, PLIST_UID)) {
-        plist_get_uid_val(node, &number);
-        return number;
-    }
+    std::vector<std::string_view> keys;
+    keys.reserve(entries.size());
+    for (const Entry& entry : entries)
+        keys.emplace_back(entry.key);
+    requireDistinct(std::move(keys));
+}
+
+void KeyedObjectReader::requireDistinct(std::vector<std::string_view> keys) const
+{
+    std::sort(keys.begin(), keys.end());
+    if (const auto twice = std::adjacent_find(keys.begin(), keys.end()); twice != keys.end())
+        fail("found the key \"" + std::string(beginningOf(*twice)) + "\" twice in one dictionary, expected it once");
+}
+
+std::optional<std::uint64_t> KeyedObjectReader::referenceIn(const Value& value) const
+{
+    if (const auto* reference = value.as<Reference>())
+        return reference->number;
     // XML has no references of its own.
-    if (!isOfType(node, PLIST_DICT) || plist_dict_get_size(node) != 1)
+    const auto* entries = value.as<Dictionary>();
+    if (!entries || entries->size() != 1 || entries->front().key != "CF$UID")
         return std::nullopt;
-    plist_t written = plist_dict_get_item(node, "CF$UID");
-    if (!isOfType(written, PLIST_UINT))
-        return std::nullopt;
-    plist_get_uint_val(written, &number);
-    return number;
+    const auto* number = entries->front().value.as<std::int64_t>();
+    return number ? std::optional(static_cast<std::uint64_t>(*number)) : std::nullopt;
 }
 
-KeyedObjectReader::Reading KeyedObjectReader::readValue(plist_t node, std::size_t depth)
+KeyedObjectReader::Reading KeyedObjectReader::readValue(const Value& value, std::size_t depth)
 {
-    if (const auto reference = referenceIn(node))
+    if (const auto reference = referenceIn(value))
         return readReference(*reference, depth);
     chargeValues(1);
-    switch (plist_get_node_type(node)) {
-    case PLIST_BOOLEAN: {
-        std::uint8_t flag = 0;
-        plist_get_bool_val(node, &flag);
-        return {flag != 0, 0};
-    }
-    case PLIST_UINT: {
-        std::uint64_t number = 0;
-        plist_get_uint_val(node, &number);
-        return {static_cast<std::int64_t>(number), 0};
-    }
-    case PLIST_REAL: {
-        double number = 0.0;
-        plist_get_real_val(node, &number);
-        return {number, 0};
-    }
-    case PLIST_STRING:
-        chargeBytes(textOf(node).size());
-        return {std::string(textOf(node)), 0};
-    case PLIST_DATA: {
-        checkDepth(depth);
-        std::uint64_t length = 0;
-        const char* bytes = plist_get_data_ptr(node, &length);
-        chargeBytes(length * 4 / 3);
-        return boxed("NSData", "NS.bytes", base64FromBytes({bytes ? bytes : "", bytes ? length : 0}));
-    }
-    case PLIST_DATE:
-        checkDepth(depth);
-        return boxed("NSDate", "NS.time", dateValue(node));
-    case PLIST_ARRAY: return readList(node, depth);
-    default: return readObject(node, depth);
-    }
-}
+    struct Visitor {
+        KeyedObjectReader& reader;
+        std::size_t depth;
 
-ArchiveValue KeyedObjectReader::dateValue(plist_t date) const
-{
-    std::int32_t seconds = 0;
-    std::int32_t microseconds = 0;
-    plist_get_date_val(date, &seconds, &microseconds);
-    const double fraction = static_cast<double>(microseconds) / 1e6;
-    return static_cast<double>(seconds) + (seconds < 0 ? -fraction : fraction);
+        Reading operator()(bool flag) const { return {flag, 0}; }
+        Reading operator()(std::int64_t number) const { return {number, 0}; }
+        Reading operator()(double number) const { return {number, 0}; }
+        Reading operator()(const std::string& text) const
+        {
+            reader.chargeBytes(text.size());
+            return {text, 0};
+        }
+        Reading operator()(const Data& data) const
+        {
+            reader.checkDepth(depth);
+            reader.chargeBytes(data.bytes.size() / 3 * 4 + 4);
+            return reader.boxed("NSData", "NS.bytes", base64FromBytes(data.bytes));
+        }
+        Reading operator()(const Date& date) const
+        {
+            reader.checkDepth(depth);
+            return reader.boxed("NSDate", "NS.time", date.seconds);
+        }
+        Reading operator()(const Array& list) const { return reader.readList(list, depth); }
+        Reading operator()(const Dictionary& dictionary) const { return reader.readObject(dictionary, depth); }
+        /// References have been followed above.
+        Reading operator()(const Reference&) const { return {}; }
+    };
+    return std::visit(Visitor{*this, depth}, value.content);
 }
 
 KeyedObjectReader::Reading KeyedObjectReader::boxed(const std::string& className, const std::string& key, ArchiveValue value) const
@@ -182,79 +167,97 @@ KeyedObjectReader::Reading KeyedObjectReader::readReference(std::uint64_t number
             checkDepth(depth + slot.reading.height - 1);
         if (const auto* text = std::get_if<std::string>(&slot.reading.value))
             chargeBytes(text->size());
-        return slot.reading;
+        return copyOf(slot.reading);
     }
     slot.state = State::BeingRead;
     m_path.push_back(number);
-    if (referenceIn(slot.node))
+    if (referenceIn(*slot.value))
         fail("found a reference in the list of objects, expected an object");
-    slot.reading = readValue(slot.node, depth);
+    slot.reading = readValue(*slot.value, depth);
     m_path.pop_back();
     slot.state = State::Read;
-    return slot.reading;
+    return copyOf(slot.reading);
 }
 
-KeyedObjectReader::Reading KeyedObjectReader::readList(plist_t array, std::size_t depth)
+/// A text is copied before it becomes a value: a variant of these types that is itself being copied when memory runs out takes itself for complete, and destroys what it does not hold.
+KeyedObjectReader::Reading KeyedObjectReader::copyOf(const Reading& reading)
+{
+    if (const auto* text = std::get_if<std::string>(&reading.value))
+        return {std::string(*text), reading.height};
+    return reading;
+}
+
+KeyedObjectReader::Reading KeyedObjectReader::readList(const Array& array, std::size_t depth)
 {
     checkDepth(depth);
     auto list = std::make_shared<ArchiveArray>();
+    list->elements.reserve(array.size());
     std::size_t height = 0;
-    for (plist_t node : arrayElements(array)) {
-        Reading element = readValue(node, depth + 1);
+    for (const Value& value : array) {
+        Reading element = readValue(value, depth + 1);
         height = std::max(height, element.height);
         list->elements.push_back(std::move(element.value));
     }
     return {std::move(list), height + 1};
 }
 
-KeyedObjectReader::Reading KeyedObjectReader::readObject(plist_t dictionary, std::size_t depth)
+KeyedObjectReader::Reading KeyedObjectReader::readObject(const Dictionary& entries, std::size_t depth)
 {
     checkDepth(depth);
-    const Entries entries = dictionaryEntries(dictionary);
-    plist_t classReference = entryIn(entries, "$class");
+    const Value* classReference = valueIn(entries, "$class");
     if (!classReference)
         fail("found a dictionary without \"$class\", expected an object");
-    const ClassChain& chain = readClass(classReference);
-    if (chain.isOrDerivesFrom("NSArray"))
-        return readElements(entries, "NS.objects", depth);
-    if (chain.isOrDerivesFrom("NSDictionary"))
-        return readDictionary(entries, depth);
-    if (chain.isOrDerivesFrom("NSString"))
-        return readString(entries, depth);
+    requireDistinctKeys(entries);
+    const ClassChain& chain = readClass(*classReference);
+    switch (chain.kind) {
+    case ClassChain::Kind::Elements: return readElements(entries, "NS.objects", depth);
+    case ClassChain::Kind::Entries: return readDictionary(entries, depth);
+    case ClassChain::Kind::Text: return readString(entries, depth);
+    case ClassChain::Kind::Plain: break;
+    }
     auto object = std::make_shared<ArchiveObject>();
+    chargeValues(chain.baseNames.size());
+    chargeBytes(chain.bytes);
     object->className = chain.name;
     object->baseClassNames = chain.baseNames;
-    chargeValues(chain.baseNames.size());
-    for (const std::string& name : chain.baseNames)
-        chargeBytes(name.size());
+    object->values.reserve(entries.size() - 1);
     std::size_t height = 0;
-    for (const auto& [key, node] : entries) {
+    for (const auto& [key, value] : entries) {
         if (key == "$class")
             continue;
-        Reading reading = readValue(node, depth + 1);
+        Reading reading = readValue(value, depth + 1);
         height = std::max(height, reading.height);
         // The writer put a "$" before keys that begin with one.
         object->values.emplace_back(key.starts_with("$$") ? key.substr(1) : key, std::move(reading.value));
     }
+    requireDistinctKeys(*object);
     return {std::move(object), height + 1};
 }
 
-KeyedObjectReader::Reading KeyedObjectReader::readElements(const Entries& entries, std::string_view key, std::size_t depth)
+void KeyedObjectReader::requireDistinctKeys(const ArchiveObject& object) const
 {
-    plist_t node = entryOfType(entries, key, PLIST_ARRAY, "the list of elements");
-    return readList(node, depth);
+    std::vector<std::string_view> keys;
+    keys.reserve(object.values.size());
+    for (const auto& entry : object.values)
+        keys.emplace_back(entry.first);
+    requireDistinct(std::move(keys));
 }
 
-KeyedObjectReader::Reading KeyedObjectReader::readString(const Entries& entries, std::size_t depth)
+KeyedObjectReader::Reading KeyedObjectReader::readElements(const Dictionary& entries, std::string_view key, std::size_t depth)
 {
-    plist_t node = entryIn(entries, "NS.string");
-    Reading text = node ? readValue(node, depth + 1) : Reading();
+    return readList(entryOfType<Array>(entries, key, "the list of elements"), depth);
+}
+
+KeyedObjectReader::Reading KeyedObjectReader::readString(const Dictionary& entries, std::size_t depth)
+{
+    const Value* value = valueIn(entries, "NS.string");
+    Reading text = value ? readValue(*value, depth + 1) : Reading();
     if (!std::holds_alternative<std::string>(text.value))
-        fail("found " + (node ? describeArchiveValue(text.value) : std::string("nothing")) + " under \"NS.string\", expected a text");
+        fail("found " + (value ? describeArchiveValue(text.value) : std::string("nothing")) + " under \"NS.string\", expected a text");
     return text;
 }
 
-KeyedObjectReader::Reading KeyedObjectReader::readDictionary(const Entries& entries, std::size_t depth)
+KeyedObjectReader::Reading KeyedObjectReader::readDictionary(const Dictionary& entries, std::size_t depth)
 {
     const Reading keys = readElements(entries, "NS.keys", depth);
     Reading values = readElements(entries, "NS.objects", depth);
@@ -271,33 +274,57 @@ KeyedObjectReader::Reading KeyedObjectReader::readDictionary(const Entries& entr
             fail("found " + describeArchiveValue(keyList[i]) + " as the key of a dictionary, expected a text");
         object->values.emplace_back(*key, std::move(valueList[i]));
     }
+    requireDistinctKeys(*object);
     return {std::move(object), values.height};
 }
 
-const KeyedObjectReader::ClassChain& KeyedObjectReader::readClass(plist_t reference)
+const std::string& KeyedObjectReader::shortName(const std::string& name) const
+{
+    if (name.size() > kLongestClassName)
+        fail("found the name of a class with " + std::to_string(name.size()) + " bytes, expected at most " + std::to_string(kLongestClassName));
+    return name;
+}
+
+const KeyedObjectReader::ClassChain& KeyedObjectReader::readClass(const Value& reference)
 {
     const auto number = referenceIn(reference);
     if (!number || *number >= m_slots.size())
-        fail("found " + (number ? "a reference to object " + std::to_string(*number) : found(reference)) + " under \"$class\", expected a reference to one of "
+        fail("found " + (number ? "a reference to object " + std::to_string(*number) : found(&reference)) + " under \"$class\", expected a reference to one of "
             + std::to_string(m_slots.size()) + " objects");
     if (const auto known = m_classes.find(*number); known != m_classes.end())
         return known->second;
-    plist_t node = m_slots[*number].node;
-    if (!isOfType(node, PLIST_DICT))
-        fail("found " + found(node) + " as the class, expected a dictionary with $classname and $classes");
-    const Entries entries = dictionaryEntries(node);
+    const auto* entries = m_slots[*number].value->as<Dictionary>();
+    if (!entries)
+        fail("found " + found(m_slots[*number].value) + " as the class, expected a dictionary with $classname and $classes");
     ClassChain chain;
-    chain.name = textOf(entryOfType(entries, "$classname", PLIST_STRING, "the name of a class"));
-    for (plist_t name : arrayElements(entryOfType(entries, "$classes", PLIST_ARRAY, "the list of the class and its base classes"))) {
-        if (!isOfType(name, PLIST_STRING))
-            fail("found " + found(name) + " in \"$classes\", expected the name of a class");
-        chain.baseNames.emplace_back(textOf(name));
+    chain.name = shortName(entryOfType<std::string>(*entries, "$classname", "the name of a class"));
+    for (const Value& value : entryOfType<Array>(*entries, "$classes", "the list of the class and its base classes")) {
+        const auto* name = value.as<std::string>();
+        if (!name)
+            fail("found " + found(&value) + " in \"$classes\", expected the name of a class");
+        chain.baseNames.push_back(shortName(*name));
     }
     if (!chain.baseNames.empty() && chain.baseNames.front() == chain.name)
         chain.baseNames.erase(chain.baseNames.begin());
     if (!chain.baseNames.empty() && chain.baseNames.back() == kRootClassName)
         chain.baseNames.pop_back();
+    chain.summarize();
     return m_classes.emplace(*number, std::move(chain)).first->second;
+}
+
+/// Once for the class and not for each of its objects: a chain may be long.
+void KeyedObjectReader::ClassChain::summarize()
+{
+    const auto isOrDerivesFrom = [this](std::string_view className) { return name == className || std::find(baseNames.begin(), baseNames.end(), className) != baseNames.end(); };
+    if (isOrDerivesFrom("NSArray"))
+        kind = Kind::Elements;
+    else if (isOrDerivesFrom("NSDictionary"))
+        kind = Kind::Entries;
+    else if (isOrDerivesFrom("NSString"))
+        kind = Kind::Text;
+    bytes = name.size();
+    for (const std::string& one : baseNames)
+        bytes += one.size();
 }
 
 void KeyedObjectReader::checkDepth(std::size_t depth) const

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ArchiveLimits.h"
-#include "PropertyListNode.h"
+#include "PropertyListValue.h"
 #include "TOLVGraphing/platform/foundation/KeyedArchive.h"
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 namespace TOLVGraphing::plist {
@@ -19,13 +19,12 @@ namespace TOLVGraphing::plist {
 class KeyedObjectReader {
 public:
     /// The tree has to outlive the reader. Throws ArchiveError when it has not the outline of a keyed archive.
-    KeyedObjectReader(plist_t archive, const ArchiveLimits& limits);
+    KeyedObjectReader(const Value& archive, const ArchiveLimits& limits);
 
     /// The object under "root" or, without that, the only one in "$top". Null for an archive of nothing.
     [[nodiscard]] std::shared_ptr<ArchiveObject> readRoot();
 
 private:
-    using Entries = std::vector<std::pair<std::string, plist_t>>;
     enum class State : unsigned char { Unread, BeingRead, Read };
 
     /// A value and the number of objects and lists from it down to its deepest part, itself included; zero for scalars.
@@ -34,30 +33,42 @@ private:
         std::size_t height = 0;
     };
     struct Slot {
-        plist_t node = nullptr;
+        const Value* value = nullptr;
         State state = State::Unread;
         Reading reading;
     };
     struct ClassChain {
+        /// What objects of the class are read as.
+        enum class Kind : unsigned char { Plain, Elements, Entries, Text };
+
         std::string name;
         std::vector<std::string> baseNames;
+        Kind kind = Kind::Plain;
+        /// Of all names together.
+        std::size_t bytes = 0;
 
-        [[nodiscard]] bool isOrDerivesFrom(std::string_view className) const;
+        /// Sets the kind and the bytes.
+        void summarize();
     };
 
     [[noreturn]] void fail(const std::string& text) const;
-    [[nodiscard]] plist_t entryOfType(const Entries& entries, std::string_view key, plist_type type, const std::string& expected) const;
-    [[nodiscard]] std::optional<std::uint64_t> referenceIn(plist_t node) const;
-    [[nodiscard]] Reading readValue(plist_t node, std::size_t depth);
+    template <typename Type>
+    [[nodiscard]] const Type& entryOfType(const Dictionary& entries, std::string_view key, const std::string& expected) const;
+    void requireDistinctKeys(const Dictionary& entries) const;
+    void requireDistinctKeys(const ArchiveObject& object) const;
+    void requireDistinct(std::vector<std::string_view> keys) const;
+    [[nodiscard]] std::optional<std::uint64_t> referenceIn(const Value& value) const;
+    [[nodiscard]] const std::string& shortName(const std::string& name) const;
+    [[nodiscard]] Reading readValue(const Value& value, std::size_t depth);
     [[nodiscard]] Reading readReference(std::uint64_t number, std::size_t depth);
-    [[nodiscard]] Reading readList(plist_t array, std::size_t depth);
-    [[nodiscard]] Reading readObject(plist_t dictionary, std::size_t depth);
-    [[nodiscard]] Reading readString(const Entries& entries, std::size_t depth);
-    [[nodiscard]] Reading readDictionary(const Entries& entries, std::size_t depth);
-    [[nodiscard]] Reading readElements(const Entries& entries, std::string_view key, std::size_t depth);
-    [[nodiscard]] const ClassChain& readClass(plist_t reference);
+    [[nodiscard]] static Reading copyOf(const Reading& reading);
+    [[nodiscard]] Reading readList(const Array& array, std::size_t depth);
+    [[nodiscard]] Reading readObject(const Dictionary& entries, std::size_t depth);
+    [[nodiscard]] Reading readString(const Dictionary& entries, std::size_t depth);
+    [[nodiscard]] Reading readDictionary(const Dictionary& entries, std::size_t depth);
+    [[nodiscard]] Reading readElements(const Dictionary& entries, std::string_view key, std::size_t depth);
+    [[nodiscard]] const ClassChain& readClass(const Value& reference);
     [[nodiscard]] Reading boxed(const std::string& className, const std::string& key, ArchiveValue value) const;
-    [[nodiscard]] ArchiveValue dateValue(plist_t date) const;
     void checkDepth(std::size_t depth) const;
     void chargeValues(std::size_t count);
     void chargeBytes(std::size_t count);
@@ -65,7 +76,7 @@ private:
     const ArchiveLimits m_limits;
     std::vector<Slot> m_slots;
     std::map<std::uint64_t, ClassChain> m_classes;
-    plist_t m_root = nullptr;
+    const Value* m_root = nullptr;
     /// The objects being read, outermost first: where errors are.
     std::vector<std::uint64_t> m_path;
     std::size_t m_values = 0;

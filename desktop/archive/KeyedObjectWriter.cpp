@@ -1,6 +1,7 @@
 #include "KeyedObjectWriter.h"
 
 #include "ArchiveLimits.h"
+#include "PropertyListScalars.h"
 
 #include <utility>
 

@@ -1,18 +1,25 @@
 #pragma once
 
-#include "PropertyListNode.h"
 #include "TOLVGraphing/platform/foundation/KeyedArchive.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <plist/plist.h>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace TOLVGraphing::plist {
+
+struct NodeDeleter {
+    void operator()(void* node) const { plist_free(node); }
+};
+
+/// A tree that is going to be written, owned.
+using OwnedNode = std::unique_ptr<void, NodeDeleter>;
 
 /// Lays archived objects out as the property list of a keyed archive. One writer writes one archive.
 class KeyedObjectWriter {

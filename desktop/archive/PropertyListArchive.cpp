@@ -1,9 +1,8 @@
 #include "PropertyListArchive.h"
 
-#include "BinaryPropertyListCheck.h"
+#include "BinaryPropertyListReader.h"
 #include "KeyedObjectReader.h"
 #include "KeyedObjectWriter.h"
-#include "PropertyListNode.h"
 #include "XmlPropertyListReader.h"
 #include "desktop/output/AtomicFile.h"
 
@@ -12,7 +11,6 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -40,18 +38,6 @@ std::vector<std::byte> binaryData(plist_t tree)
         throw ArchiveError("the archive cannot be laid out as a binary property list");
     const auto* first = reinterpret_cast<const std::byte*>(bytes);
     return {first, first + length};
-}
-
-plist::OwnedNode readBinary(std::span<const std::byte> data, const ArchiveLimits& limits)
-{
-    plist::checkBinaryPropertyList(data, limits);
-    if (data.size() > std::numeric_limits<std::uint32_t>::max())
-        throw ArchiveError("binary property list: found " + std::to_string(data.size()) + " bytes, expected fewer than 4 GiB");
-    plist_t tree = nullptr;
-    plist_from_bin(reinterpret_cast<const char*>(data.data()), static_cast<std::uint32_t>(data.size()), &tree);
-    if (!tree)
-        throw ArchiveError("binary property list: found values that cannot be read, expected the values of a property list");
-    return plist::OwnedNode(tree);
 }
 
 bool looksLikeXml(std::span<const std::byte> data)
@@ -103,8 +89,8 @@ std::shared_ptr<ArchiveObject> archiveObjectFromPropertyList(std::span<const std
         throw ArchiveError("found no bytes, expected a binary or XML property list");
     if (!looksBinary(data) && !looksLikeXml(data))
         throw ArchiveError("found something else than a property list, expected one that begins with \"bplist00\" or \"<\"");
-    const plist::OwnedNode tree = looksBinary(data) ? readBinary(data, limits) : plist::readXmlPropertyList(data, limits);
-    return plist::KeyedObjectReader(tree.get(), limits).readRoot();
+    const plist::Value tree = looksBinary(data) ? plist::readBinaryPropertyList(data, limits) : plist::readXmlPropertyList(data, limits);
+    return plist::KeyedObjectReader(tree, limits).readRoot();
 }
 
 void writeArchive(const std::filesystem::path& path, const Codable& root)

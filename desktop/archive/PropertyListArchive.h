@@ -30,7 +30,8 @@ namespace TOLVGraphing {
 /// "NS.objects". An archive of nothing gives null.
 ///
 /// Throws ArchiveError, saying what was found where and what was expected, on anything else: damaged or truncated files, references in circles or out of
-/// range, whole numbers beyond 64 bits with sign, and whatever exceeds the limits.
+/// range, keys that come twice in an object, names of classes of more than 1024 bytes, whole numbers beyond 64 bits with sign, other encodings than UTF-8, and whatever exceeds the limits.
+/// Throws std::bad_alloc when memory runs out.
 [[nodiscard]] std::shared_ptr<ArchiveObject> archiveObjectFromPropertyList(std::span<const std::byte> data, const ArchiveLimits& limits = {});
 
 /// Archives the object into the file, which is replaced as a whole or stays as it was. Throws FileError, which names the path and the reason, when the file

@@ -1,6 +1,5 @@
 #include "PropertyListArchive.h"
 
-#include "PropertyListNode.h"
 #include "desktop/output/FileError.h"
 #include "tests/support/OptionalFiles.h"
 
@@ -11,9 +10,12 @@
 #include <cstring>
 #include <fstream>
 #include <limits>
+#include <memory>
+#include <plist/plist.h>
 #include <string>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 
 namespace TOLVGraphing {
 namespace {
@@ -63,6 +65,26 @@ std::string errorOf(Action action)
     }
 }
 
+struct NodeDeleter {
+    void operator()(void* node) const { plist_free(node); }
+};
+
+std::vector<std::pair<std::string, plist_t>> dictionaryEntries(plist_t dictionary)
+{
+    std::vector<std::pair<std::string, plist_t>> entries;
+    plist_dict_iter iterator = nullptr;
+    plist_dict_new_iter(dictionary, &iterator);
+    for (std::uint32_t i = 0; i < plist_dict_get_size(dictionary); ++i) {
+        char* key = nullptr;
+        plist_t value = nullptr;
+        plist_dict_next_item(dictionary, iterator, &key, &value);
+        entries.emplace_back(key, value);
+        std::free(key);
+    }
+    std::free(iterator);
+    return entries;
+}
+
 /// A node in a short form: "text", 5, 1.5, true, #3 for a reference, [..], {key=..}.
 std::string nodeText(plist_t node)
 {
@@ -73,14 +95,14 @@ std::string nodeText(plist_t node)
     case PLIST_BOOLEAN: return plist_bool_val_is_true(node) == 1 ? "true" : "false";
     case PLIST_UINT: plist_get_uint_val(node, &whole); return std::to_string(static_cast<std::int64_t>(whole));
     case PLIST_REAL: plist_get_real_val(node, &number); return std::to_string(number);
-    case PLIST_STRING: return "\"" + std::string(plist::textOf(node)) + "\"";
+    case PLIST_STRING: return "\"" + std::string(plist_get_string_ptr(node, nullptr)) + "\"";
     case PLIST_UID: plist_get_uid_val(node, &whole); return "#" + std::to_string(whole);
     case PLIST_ARRAY:
-        for (plist_t element : plist::arrayElements(node))
-            text += (text.empty() ? "" : " ") + nodeText(element);
+        for (std::uint32_t i = 0; i < plist_array_get_size(node); ++i)
+            text += (i == 0 ? "" : " ") + nodeText(plist_array_get_item(node, i));
         return "[" + text + "]";
     case PLIST_DICT:
-        for (const auto& [key, value] : plist::dictionaryEntries(node))
+        for (const auto& [key, value] : dictionaryEntries(node))
             text += (text.empty() ? "" : " ") + key + "=" + nodeText(value);
         return "{" + text + "}";
     default: return "?";
@@ -92,16 +114,17 @@ std::vector<std::string> layoutOf(const std::vector<std::byte>& data)
 {
     plist_t tree = nullptr;
     plist_from_bin(reinterpret_cast<const char*>(data.data()), static_cast<std::uint32_t>(data.size()), &tree);
-    const plist::OwnedNode owner(tree);
+    const std::unique_ptr<void, NodeDeleter> owner(tree);
     std::vector<std::string> lines;
     if (!tree)
         return lines;
     std::string outline;
-    for (const auto& [key, value] : plist::dictionaryEntries(tree))
+    for (const auto& [key, value] : dictionaryEntries(tree))
         outline += key == "$objects" ? "" : key + "=" + nodeText(value) + " ";
     lines.push_back(outline);
-    for (plist_t object : plist::arrayElements(plist_dict_get_item(tree, "$objects")))
-        lines.push_back(std::to_string(lines.size() - 1) + " " + nodeText(object));
+    plist_t objects = plist_dict_get_item(tree, "$objects");
+    for (std::uint32_t i = 0; i < plist_array_get_size(objects); ++i)
+        lines.push_back(std::to_string(i) + " " + nodeText(plist_array_get_item(objects, i)));
     return lines;
 }
 

@@ -31,6 +31,28 @@ std::optional<Number> wholeText(std::string_view text)
     return number;
 }
 
+/// The length of the UTF-8 sequence at the start of the text, or 0 when there is no well-formed one.
+std::size_t sequenceLength(std::string_view text)
+{
+    const auto byte = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned>(static_cast<unsigned char>(text[i])) : 0U; };
+    const auto continues = [&](std::size_t i) { return (byte(i) & 0xC0U) == 0x80U; };
+    const unsigned first = byte(0);
+    if (first < 0x80U)
+        return 1;
+    if (first >= 0xC2U && first < 0xE0U)
+        return continues(1) ? 2 : 0;
+    if (first >= 0xE0U && first < 0xF0U) {
+        // Neither a longer form of a shorter sequence nor half of a surrogate pair.
+        const bool allowed = (first != 0xE0U || byte(1) >= 0xA0U) && (first != 0xEDU || byte(1) < 0xA0U);
+        return allowed && continues(1) && continues(2) ? 3 : 0;
+    }
+    if (first >= 0xF0U && first < 0xF5U) {
+        const bool allowed = (first != 0xF0U || byte(1) >= 0x90U) && (first != 0xF4U || byte(1) < 0x90U);
+        return allowed && continues(1) && continues(2) && continues(3) ? 4 : 0;
+    }
+    return 0;
+}
+
 /// Reads exactly `count` digits off the front.
 std::optional<int> takeDigits(std::string_view& text, std::size_t count)
 {
@@ -62,8 +84,8 @@ std::optional<std::string> bytesFromBase64(std::string_view text)
 {
     std::string bytes;
     std::uint32_t bits = 0;
-    int digits = 0;
-    int padding = 0;
+    std::size_t digits = 0;
+    std::size_t padding = 0;
     for (const char character : text) {
         if (kSpaces.find(character) != std::string_view::npos)
             continue;
@@ -81,10 +103,10 @@ std::optional<std::string> bytesFromBase64(std::string_view text)
             bits = 0;
         }
     }
-    const int rest = digits % 4;
+    const std::size_t rest = digits % 4;
     if (rest == 1 || (rest == 0 ? padding != 0 : padding != 4 - rest))
         return std::nullopt;
-    bits <<= 6U * static_cast<unsigned>(4 - rest);
+    bits <<= 6U * (4U - rest);
     if (rest >= 2)
         bytes += static_cast<char>(static_cast<unsigned char>(bits >> 16U & 0xFFU));
     if (rest == 3)
@@ -129,6 +151,28 @@ std::optional<std::int32_t> secondsFromDate(std::string_view text)
     if (since < std::numeric_limits<std::int32_t>::min() || since > std::numeric_limits<std::int32_t>::max())
         return std::nullopt;
     return static_cast<std::int32_t>(since);
+}
+
+bool isStorableText(std::string_view text)
+{
+    while (!text.empty()) {
+        const std::size_t length = text.front() == '\0' ? 0 : sequenceLength(text);
+        if (length == 0)
+            return false;
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
+std::string_view beginningOf(std::string_view text)
+{
+    constexpr std::size_t kLongest = 40;
+    if (text.size() <= kLongest)
+        return text;
+    std::size_t end = kLongest;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+        --end;
+    return text.substr(0, end);
 }
 
 bool appendCodePoint(std::string& text, std::uint32_t code)

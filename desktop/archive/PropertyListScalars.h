@@ -7,7 +7,7 @@
 
 namespace TOLVGraphing::plist {
 
-/// The text forms of single values in an XML property list. Each answers nothing when the text is something else. Space around a number or a date is passed over.
+// The text forms of single values in an XML property list. Each answers nothing when the text is something else. Space around a number or a date is passed over.
 
 /// A decimal number of 64 bits with an optional sign.
 [[nodiscard]] std::optional<std::int64_t> wholeNumberFromText(std::string_view text);
@@ -17,6 +17,11 @@ namespace TOLVGraphing::plist {
 [[nodiscard]] std::optional<std::string> bytesFromBase64(std::string_view text);
 /// Seconds from the start of 2001 to a date such as 2013-03-18T09:30:00Z; nothing when they do not fit into 32 bits.
 [[nodiscard]] std::optional<std::int32_t> secondsFromDate(std::string_view text);
+
+/// True when the bytes are well-formed UTF-8 without a zero character, which is what a property list can keep.
+[[nodiscard]] bool isStorableText(std::string_view text);
+/// The first characters of a text for an error, at most 40 bytes and never a part of a character.
+[[nodiscard]] std::string_view beginningOf(std::string_view text);
 
 /// Base64 in one line.
 [[nodiscard]] std::string base64FromBytes(std::string_view bytes);

@@ -1,15 +1,17 @@
 #include "XmlPropertyListReader.h"
 
-#include "BinaryPropertyListCheck.h"
 #include "PropertyListScalars.h"
 #include "TOLVGraphing/platform/foundation/KeyedArchive.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace TOLVGraphing::plist {
@@ -28,14 +30,18 @@ class XmlReader {
 public:
     XmlReader(std::string_view text, const ArchiveLimits& limits) : m_text(text), m_limits(limits) {}
 
-    OwnedNode run();
+    Value run();
 
 private:
-    /// An array or a dictionary whose end has not been reached; it belongs to the one around it, the outermost to the reader.
+    /// An array or a dictionary whose end has not been reached.
     struct Container {
         std::string name;
-        plist_t node;
+        Value value;
         std::optional<std::string> key;
+        /// Those of a dictionary so far.
+        std::set<std::string, std::less<>> keys;
+
+        [[nodiscard]] bool isDictionary() const { return value.as<Dictionary>() != nullptr; }
     };
 
     [[noreturn]] void fail(const std::string& text) const;
@@ -43,22 +49,24 @@ private:
     void skipPast(std::string_view token, const std::string& what);
     void skipSpaces();
     void skipBetweenElements();
+    void readDeclaration();
     void skipDocumentType();
     [[nodiscard]] Tag readTag();
     [[nodiscard]] std::string readText(const Tag& tag);
     void appendCharacter(std::string& text);
     void appendEntity(std::string& text);
     void readElement(const Tag& tag);
-    [[nodiscard]] OwnedNode readLeaf(const Tag& tag);
+    [[nodiscard]] Value readLeaf(const Tag& tag);
     void readKey(const Tag& tag);
-    void attach(OwnedNode node);
+    void requirePlace();
+    void attach(Value value);
     void close(const Tag& tag);
 
     std::string_view m_text;
     const ArchiveLimits& m_limits;
     std::size_t m_at = 0;
     std::size_t m_elements = 0;
-    OwnedNode m_root;
+    std::optional<Value> m_root;
     std::vector<Container> m_open;
 };
 
@@ -94,6 +102,26 @@ void XmlReader::skipBetweenElements()
     }
 }
 
+/// The bytes have turned out to be UTF-8. A file that says it is something else would be read as what it is not.
+void XmlReader::readDeclaration()
+{
+    if (!startsWith("<?xml") || kSpaces.find(m_text.substr(m_at + 5).substr(0, 1)) == std::string_view::npos)
+        return;
+    const std::size_t start = m_at;
+    skipPast("?>", "the XML declaration");
+    const std::string_view declaration = m_text.substr(start, m_at - start);
+    const std::size_t name = declaration.find("encoding");
+    const std::size_t open = name == std::string_view::npos ? name : declaration.find_first_of("\"'", name);
+    if (open == std::string_view::npos)
+        return;
+    const std::size_t close = declaration.find(declaration[open], open + 1);
+    std::string encoding(declaration.substr(open + 1, close == std::string_view::npos ? close : close - open - 1));
+    const std::string found(beginningOf(encoding));
+    std::transform(encoding.begin(), encoding.end(), encoding.begin(), [](char one) { return one >= 'a' && one <= 'z' ? static_cast<char>(one - 'a' + 'A') : one; });
+    if (encoding != "UTF-8" && encoding != "UTF8" && encoding != "US-ASCII" && encoding != "ASCII")
+        fail("found the encoding \"" + found + "\", expected UTF-8");
+}
+
 void XmlReader::skipDocumentType()
 {
     if (!startsWith("<!DOCTYPE"))
@@ -118,7 +146,7 @@ Tag XmlReader::readTag()
         ++m_at;
     }
     const std::size_t nameEnd = std::min(m_text.find_first_of(" \t\r\n/><", m_at), m_text.size());
-    tag.name = m_text.substr(m_at, std::min<std::size_t>(nameEnd - m_at, 40));
+    tag.name = beginningOf(m_text.substr(m_at, nameEnd - m_at));
     m_at = nameEnd;
     char quote = '\0';
     for (; m_at < m_text.size(); ++m_at) {
@@ -154,7 +182,7 @@ void XmlReader::appendEntity(std::string& text)
         const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), code, isHexadecimal ? 16 : 10);
         const bool isComplete = isNumber && read.ec == std::errc() && read.ptr == digits.data() + digits.size();
         if (!isComplete || !appendCodePoint(text, code))
-            fail("found &" + std::string(name.substr(0, 20)) + ", expected &lt; &gt; &amp; &quot; &apos; or a numbered character such as &#233;");
+            fail("found &" + std::string(beginningOf(name)) + ", expected &lt; &gt; &amp; &quot; &apos; or a numbered character such as &#233;");
     }
     m_at = end + 1;
 }
@@ -198,69 +226,80 @@ std::string XmlReader::readText(const Tag& tag)
     fail("found the end of the file, expected </" + tag.name + ">");
 }
 
-OwnedNode XmlReader::readLeaf(const Tag& tag)
+Value XmlReader::readLeaf(const Tag& tag)
 {
     const std::string text = readText(tag);
-    const auto reject = [&](const std::string& expected) { fail("found \"" + text.substr(0, 40) + "\" in <" + tag.name + ">, expected " + expected); };
+    const auto reject = [&](const std::string& expected) { fail("found \"" + std::string(beginningOf(text)) + "\" in <" + tag.name + ">, expected " + expected); };
     if (tag.name == "string")
-        return OwnedNode(plist_new_string(text.c_str()));
+        return {text};
     if (tag.name == "integer") {
         const auto number = wholeNumberFromText(text);
         if (!number)
             reject("a whole number of 64 bits with sign");
-        return OwnedNode(plist_new_uint(static_cast<std::uint64_t>(*number)));
+        return {*number};
     }
     if (tag.name == "real") {
         const auto number = numberFromText(text);
         if (!number)
             reject("a number");
-        return OwnedNode(plist_new_real(*number));
+        return {*number};
     }
     if (tag.name == "data") {
         const auto bytes = bytesFromBase64(text);
         if (!bytes)
             reject("base64");
-        return OwnedNode(plist_new_data(bytes->c_str(), bytes->size()));
+        return {Data{*bytes}};
     }
     if (tag.name == "date") {
         const auto seconds = secondsFromDate(text);
         if (!seconds)
             reject("a date such as 2013-03-18T09:30:00Z between 1933 and 2068");
-        return OwnedNode(plist_new_date(*seconds, 0));
+        return {Date{static_cast<double>(*seconds)}};
     }
     if (tag.name != "true" && tag.name != "false")
         fail("found <" + tag.name + ">, expected dict, array, key, string, integer, real, true, false, data or date");
     if (text.find_first_not_of(kSpaces) != std::string::npos)
         reject("nothing");
-    return OwnedNode(plist_new_bool(tag.name == "true" ? 1 : 0));
+    return {tag.name == "true"};
 }
 
 void XmlReader::readKey(const Tag& tag)
 {
-    if (m_open.empty() || m_open.back().name != "dict" || m_open.back().key)
+    if (m_open.empty() || !m_open.back().isDictionary() || m_open.back().key)
         fail("found a key, expected a value");
     m_open.back().key = readText(tag);
 }
 
-void XmlReader::attach(OwnedNode node)
+void XmlReader::attach(Value value)
+{
+    if (m_open.empty()) {
+        m_root = std::move(value);
+        return;
+    }
+    Container& container = m_open.back();
+    if (auto* elements = std::get_if<Array>(&container.value.content)) {
+        elements->push_back(std::move(value));
+        return;
+    }
+    std::get<Dictionary>(container.value.content).push_back({*std::move(container.key), std::move(value)});
+    container.key.reset();
+}
+
+/// Before a value is read: whether there may be one.
+void XmlReader::requirePlace()
 {
     if (m_open.empty()) {
         if (m_root)
             fail("found a second value, expected </plist>");
-        m_root = std::move(node);
         return;
     }
     Container& container = m_open.back();
-    if (container.name == "array") {
-        plist_array_append_item(container.node, node.release());
+    if (!container.isDictionary())
         return;
-    }
     if (!container.key)
         fail("found a value, expected a key");
-    if (plist_dict_get_item(container.node, container.key->c_str()))
-        fail("found the key \"" + container.key->substr(0, 40) + "\" twice in one dictionary, expected it once");
-    plist_dict_set_item(container.node, container.key->c_str(), node.release());
-    container.key.reset();
+    if (!container.keys.insert(*container.key).second)
+        fail("found the key \"" + std::string(beginningOf(*container.key)) + "\" twice in one dictionary, expected it once");
 }
 
 void XmlReader::readElement(const Tag& tag)
@@ -273,17 +312,20 @@ void XmlReader::readElement(const Tag& tag)
     }
     const bool isArray = tag.name == "array";
     if (!isArray && tag.name != "dict") {
-        attach(readLeaf(tag));
+        Value leaf = readLeaf(tag);
+        requirePlace();
+        attach(std::move(leaf));
         return;
     }
-    OwnedNode node(isArray ? plist_new_array() : plist_new_dict());
-    plist_t container = node.get();
-    attach(std::move(node));
-    if (tag.isEmpty)
+    requirePlace();
+    Value container = isArray ? Value{Array()} : Value{Dictionary()};
+    if (tag.isEmpty) {
+        attach(std::move(container));
         return;
+    }
     if (m_open.size() >= kMaximumNesting)
         fail("found more than " + std::to_string(kMaximumNesting) + " arrays and dictionaries inside one another, expected fewer");
-    m_open.push_back({tag.name, container, std::nullopt});
+    m_open.push_back({tag.name, std::move(container), std::nullopt, {}});
 }
 
 void XmlReader::close(const Tag& tag)
@@ -294,14 +336,18 @@ void XmlReader::close(const Tag& tag)
     if (m_open.empty())
         return;
     if (m_open.back().key)
-        fail("found no value after the key \"" + m_open.back().key->substr(0, 40) + "\", expected one");
+        fail("found no value after the key \"" + std::string(beginningOf(*m_open.back().key)) + "\", expected one");
+    Value complete = std::move(m_open.back().value);
     m_open.pop_back();
+    attach(std::move(complete));
 }
 
-OwnedNode XmlReader::run()
+Value XmlReader::run()
 {
     if (startsWith("\xEF\xBB\xBF"))
         m_at = 3;
+    skipSpaces();
+    readDeclaration();
     skipBetweenElements();
     skipDocumentType();
     const Tag start = readTag();
@@ -324,12 +370,12 @@ OwnedNode XmlReader::run()
     skipBetweenElements();
     if (m_at < m_text.size())
         fail("found something after </plist>, expected the end of the file");
-    return std::move(m_root);
+    return *std::move(m_root);
 }
 
 } // namespace
 
-OwnedNode readXmlPropertyList(std::span<const std::byte> data, const ArchiveLimits& limits)
+Value readXmlPropertyList(std::span<const std::byte> data, const ArchiveLimits& limits)
 {
     if (data.size() > limits.bytes)
         throw ArchiveError("XML property list: found " + std::to_string(data.size()) + " bytes, expected at most " + std::to_string(limits.bytes));

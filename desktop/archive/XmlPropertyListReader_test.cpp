@@ -1,6 +1,5 @@
 #include "XmlPropertyListReader.h"
 
-#include "BinaryPropertyListCheck.h"
 #include "PropertyListScalars.h"
 #include "TOLVGraphing/platform/foundation/KeyedArchive.h"
 
@@ -13,7 +12,7 @@
 namespace TOLVGraphing::plist {
 namespace {
 
-OwnedNode read(const std::string& text, const ArchiveLimits& limits = {})
+Value read(const std::string& text, const ArchiveLimits& limits = {})
 {
     return readXmlPropertyList(std::as_bytes(std::span(text.data(), text.size())), limits);
 }
@@ -21,7 +20,7 @@ OwnedNode read(const std::string& text, const ArchiveLimits& limits = {})
 std::string errorOf(const std::string& text, const ArchiveLimits& limits = {})
 {
     try {
-        read(text, limits);
+        static_cast<void>(read(text, limits));
         return "no error";
     } catch (const ArchiveError& error) {
         return error.what();
@@ -38,24 +37,20 @@ std::string repeated(const std::string& text, int count)
 
 TEST(XmlPropertyListReader, ReadsEveryKindOfValue)
 {
-    const OwnedNode tree = read("<?xml version='1.0'?><!-- a <note> --><!DOCTYPE plist><plist version=\"1.0\">\n<array>\n<string>t</string><integer>-1</integer><real>0.5</real>"
+    const Value tree = read("<?xml version='1.0'?><!-- a <note> --><!DOCTYPE plist><plist version=\"1.0\">\n<array>\n<string>t</string><integer>-1</integer><real>0.5</real>"
                                 "<true/><false/><data>AQI=</data><date>2001-01-02T00:00:00Z</date><array/><dict/></array></plist><!-- end -->\n");
-    const auto elements = arrayElements(tree.get());
-    ASSERT_EQ(elements.size(), 9U);
-    EXPECT_EQ(textOf(elements[0]), "t");
-    std::uint64_t whole = 0;
-    plist_get_uint_val(elements[1], &whole);
-    EXPECT_EQ(static_cast<std::int64_t>(whole), -1);
-    double number = 0.0;
-    plist_get_real_val(elements[2], &number);
-    EXPECT_EQ(number, 0.5);
-    EXPECT_EQ(plist_bool_val_is_true(elements[3]), 1);
-    EXPECT_EQ(plist_bool_val_is_true(elements[4]), 0);
-    const std::uint8_t bytes[] = {1, 2};
-    EXPECT_EQ(plist_data_val_compare(elements[5], bytes, 2), 0);
-    EXPECT_EQ(plist_date_val_compare(elements[6], 86400, 0), 0);
-    EXPECT_EQ(plist_array_get_size(elements[7]), 0U);
-    EXPECT_EQ(plist_dict_get_size(elements[8]), 0U);
+    const auto* elements = tree.as<Array>();
+    ASSERT_TRUE(elements);
+    ASSERT_EQ(elements->size(), 9U);
+    EXPECT_EQ(std::get<std::string>((*elements)[0].content), "t");
+    EXPECT_EQ(std::get<std::int64_t>((*elements)[1].content), -1);
+    EXPECT_EQ(std::get<double>((*elements)[2].content), 0.5);
+    EXPECT_TRUE(std::get<bool>((*elements)[3].content));
+    EXPECT_FALSE(std::get<bool>((*elements)[4].content));
+    EXPECT_EQ(std::get<Data>((*elements)[5].content).bytes, "\x01\x02");
+    EXPECT_EQ(std::get<Date>((*elements)[6].content).seconds, 86400.0);
+    EXPECT_TRUE(std::get<Array>((*elements)[7].content).empty());
+    EXPECT_TRUE(std::get<Dictionary>((*elements)[8].content).empty());
 }
 
 TEST(XmlPropertyListReader, SaysWhereAndWhatIsWrong)
@@ -101,6 +96,39 @@ TEST(XmlPropertyListReader, SaysWhereAndWhatIsWrong)
         EXPECT_EQ(errorOf(one.text), "XML property list, " + std::string(one.expected)) << one.text;
     EXPECT_EQ(errorOf("<plist><string>\xFF</string></plist>"), "XML property list: found bytes that are not UTF-8 text, expected UTF-8");
     EXPECT_EQ(errorOf(std::string("<plist>\0<true/></plist>", 22)), "XML property list: found bytes that are not UTF-8 text, expected UTF-8");
+}
+
+TEST(XmlPropertyListReader, TakesOnlyWhatSaysItIsUtf8)
+{
+    const auto declared = [](const std::string& declaration) { return errorOf(declaration + "<plist><string>\xC3\xA9</string></plist>"); };
+    for (const char* sound : {"", "<?xml version=\"1.0\"?>", "<?xml version='1.0' encoding='utf-8' standalone='yes'?>", "\n <?xml version=\"1.0\" encoding = \"UTF-8\"?>", "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF8\"?>",
+             "<?xml version=\"1.0\" encoding=\"us-ascii\"?>", "<?xml-style encoding=\"latin\"?>"})
+        EXPECT_EQ(declared(sound), "no error") << sound;
+    for (const char* encoding : {"ISO-8859-1", "UTF-16", "", "UTF-8 "})
+        EXPECT_EQ(declared("<?xml version=\"1.0\" encoding=\"" + std::string(encoding) + "\"?>"), "XML property list, line 1: found the encoding \"" + std::string(encoding) + "\", expected UTF-8");
+    EXPECT_EQ(declared("<?xml version=\"1.0\""), "XML property list, line 1: found no end of the XML declaration, expected ?>");
+    EXPECT_EQ(declared("<?xml encoding=\"UTF-8?>"), "XML property list, line 1: found the encoding \"UTF-8?>\", expected UTF-8");
+}
+
+TEST(XmlPropertyListReader, QuotesWholeCharacters)
+{
+    // The 40th byte is the first of the last character's two.
+    EXPECT_EQ(errorOf("<plist><real>" + std::string(39, 'a') + "\xC3\xA9\xC3\xA9</real></plist>"), "XML property list, line 1: found \"" + std::string(39, 'a') + "\" in <real>, expected a number");
+    EXPECT_EQ(errorOf("<plist><real>" + std::string(38, 'a') + "\xC3\xA9\xC3\xA9</real></plist>"), "XML property list, line 1: found \"" + std::string(38, 'a') + "\xC3\xA9\" in <real>, expected a number");
+    EXPECT_EQ(errorOf("<plist><string>&\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9x\xC3\xA9;</string></plist>"),
+        "XML property list, line 1: found &\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9x\xC3\xA9, expected &lt; &gt; &amp; &quot; &apos; or a numbered character such as &#233;");
+}
+
+TEST(XmlPropertyListReader, ReadsDictionariesOfManyKeys)
+{
+    constexpr int kCount = 200'000;
+    std::string entries;
+    for (int i = 0; i < kCount; ++i)
+        entries += "<key>" + std::to_string(i) + "</key><true/>";
+    const Value tree = read("<plist><dict>" + entries + "</dict></plist>");
+    ASSERT_TRUE(tree.as<Dictionary>());
+    EXPECT_EQ(tree.as<Dictionary>()->size(), 200'000U);
+    EXPECT_EQ(errorOf("<plist><dict>" + entries + "<key>77</key><true/></dict></plist>"), "XML property list, line 1: found the key \"77\" twice in one dictionary, expected it once");
 }
 
 TEST(XmlPropertyListReader, BoundsNestingElementsAndBytes)

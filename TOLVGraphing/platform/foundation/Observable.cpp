@@ -112,4 +112,14 @@ void Observable::announce(const PropertyChange& change)
     }
 }
 
+PropertyChangeScope::~PropertyChangeScope() noexcept(false)
+{
+    try {
+        m_object.didChangeValueForKey(m_key);
+    } catch (...) {
+        if (std::uncaught_exceptions() <= m_exceptions)
+            throw;
+    }
+}
+
 } // namespace TOLVGraphing

@@ -3,6 +3,7 @@
 #include "IndexSet.h"
 
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <string>
@@ -77,17 +78,19 @@ private:
     std::shared_ptr<State> m_observing;
 };
 
-/// Begins a change of a property and ends it with the scope.
+/// Begins a change of a property and ends it with the scope. What observers throw leaves the scope, unless another exception is doing so already: that one goes on.
 class PropertyChangeScope {
 public:
-    PropertyChangeScope(Observable& object, std::string key) : m_object(object), m_key(std::move(key)) { m_object.willChangeValueForKey(m_key); }
-    ~PropertyChangeScope() { m_object.didChangeValueForKey(m_key); }
+    PropertyChangeScope(Observable& object, std::string key) : m_object(object), m_key(std::move(key)), m_exceptions(std::uncaught_exceptions()) { m_object.willChangeValueForKey(m_key); }
+    ~PropertyChangeScope() noexcept(false);
     PropertyChangeScope(const PropertyChangeScope&) = delete;
     PropertyChangeScope& operator=(const PropertyChangeScope&) = delete;
 
 private:
     Observable& m_object;
     std::string m_key;
+    /// Those under way when the scope began.
+    int m_exceptions;
 };
 
 } // namespace TOLVGraphing

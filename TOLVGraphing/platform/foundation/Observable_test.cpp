@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 namespace TOLVGraphing {
 namespace {
 
@@ -262,6 +264,20 @@ TEST(Observable, CopiesHaveNoObservers)
     assigned = document;
     assigned.setTitle("b");
     EXPECT_EQ(diary.entries, Entries{"title setting"});
+}
+
+TEST(Observable, WhatAnObserverThrowsLeavesTheScopeOfAChange)
+{
+    Observable object;
+    object.addObserver("key", [](const PropertyChange&) { throw std::runtime_error("from the observer"); });
+    const auto change = [&] { const PropertyChangeScope scope(object, "key"); };
+    EXPECT_THROW(change(), std::runtime_error);
+    // Another exception that is on its way through the scope goes on.
+    const auto failingChange = [&] {
+        const PropertyChangeScope scope(object, "key");
+        throw std::logic_error("from the change");
+    };
+    EXPECT_THROW(failingChange(), std::logic_error);
 }
 
 } // namespace

@@ -1,11 +1,14 @@
-#include "BinaryPropertyListCheck.h"
+#include "BinaryPropertyListReader.h"
 
+#include "PropertyListScalars.h"
 #include "TOLVGraphing/platform/foundation/KeyedArchive.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace TOLVGraphing::plist {
@@ -18,8 +21,8 @@ constexpr unsigned kLongCount = 0xF;
 
 /// What one object is: a leaf with a payload, or a container with references.
 struct Layout {
-    enum class Kind : unsigned char { Leaf, Ascii, Utf16, Array, Dictionary };
-    Kind kind = Kind::Leaf;
+    enum class Kind : unsigned char { Fixed, Bytes, Ascii, Utf16, Array, Dictionary };
+    Kind kind = Kind::Fixed;
     /// Where the payload or the first reference is.
     std::uint64_t data = 0;
     std::uint64_t payload = 0;
@@ -37,17 +40,18 @@ struct Extent {
     std::size_t height = 0;
 };
 
-class BinaryCheck {
+class BinaryReader {
 public:
-    BinaryCheck(std::span<const std::byte> data, const ArchiveLimits& limits) : m_data(data), m_limits(limits) {}
+    BinaryReader(std::span<const std::byte> data, const ArchiveLimits& limits) : m_data(data), m_limits(limits) {}
 
-    void run()
+    [[nodiscard]] Value run()
     {
         readTrailer();
         m_states.resize(m_count, State::Unseen);
         m_layouts.resize(m_count);
         m_extents.resize(m_count);
         walk();
+        return valueOf(m_top);
     }
 
 private:
@@ -88,6 +92,11 @@ private:
     void walk();
     void open(std::uint64_t object);
     void include(const Step& step, std::uint64_t child);
+    [[nodiscard]] std::uint64_t childOf(const Layout& layout, std::uint64_t index) const;
+    [[nodiscard]] Value valueOf(std::uint64_t object) const;
+    [[nodiscard]] Value fixedValue(std::uint64_t offset) const;
+    [[nodiscard]] std::string bytesOf(const Layout& layout) const;
+    [[nodiscard]] std::string textOf(const Layout& layout) const;
 
     std::span<const std::byte> m_data;
     const ArchiveLimits& m_limits;
@@ -104,7 +113,7 @@ private:
     std::vector<Step> m_path;
 };
 
-void BinaryCheck::readTrailer()
+void BinaryReader::readTrailer()
 {
     if (m_data.size() < kMagic.size() + kTrailerSize)
         fail("found " + std::to_string(m_data.size()) + " bytes, expected at least " + std::to_string(kMagic.size() + kTrailerSize));
@@ -128,7 +137,7 @@ void BinaryCheck::readTrailer()
         fail("found value " + std::to_string(m_top) + " as the outermost one, expected one of " + std::to_string(m_count));
 }
 
-void BinaryCheck::checkSpace(std::uint64_t object, std::uint64_t offset, std::uint64_t count, std::uint64_t size) const
+void BinaryReader::checkSpace(std::uint64_t object, std::uint64_t offset, std::uint64_t count, std::uint64_t size) const
 {
     // The values lie before the table of offsets.
     if (offset > m_table || count > (m_table - offset) / size)
@@ -136,7 +145,7 @@ void BinaryCheck::checkSpace(std::uint64_t object, std::uint64_t offset, std::ui
                 + ", expected them to end before " + std::to_string(m_table));
 }
 
-std::uint64_t BinaryCheck::readCount(std::uint64_t object, std::uint64_t& offset) const
+std::uint64_t BinaryReader::readCount(std::uint64_t object, std::uint64_t& offset) const
 {
     const unsigned shortCount = byteAt(offset) & 0xFU;
     ++offset;
@@ -154,7 +163,7 @@ std::uint64_t BinaryCheck::readCount(std::uint64_t object, std::uint64_t& offset
     return count;
 }
 
-void BinaryCheck::checkWholeNumber(std::uint64_t object, std::uint64_t offset, std::uint64_t size) const
+void BinaryReader::checkWholeNumber(std::uint64_t object, std::uint64_t offset, std::uint64_t size) const
 {
     if (size < 16)
         return;
@@ -164,13 +173,13 @@ void BinaryCheck::checkWholeNumber(std::uint64_t object, std::uint64_t offset, s
         fail(object, "found a whole number beyond 64 bits with sign, expected a smaller one");
 }
 
-void BinaryCheck::checkReference(std::uint64_t object, std::uint64_t offset, std::uint64_t size) const
+void BinaryReader::checkReference(std::uint64_t object, std::uint64_t offset, std::uint64_t size) const
 {
     if (numberAt(offset, size) > 0xFFFFFFFFU)
         fail(object, "found a reference to object " + std::to_string(numberAt(offset, size)) + ", expected a number of 32 bits");
 }
 
-void BinaryCheck::checkAscii(std::uint64_t object, std::uint64_t offset, std::uint64_t count) const
+void BinaryReader::checkAscii(std::uint64_t object, std::uint64_t offset, std::uint64_t count) const
 {
     const auto text = m_data.subspan(offset, count);
     const bool plain = std::all_of(text.begin(), text.end(), [](std::byte one) { return one != std::byte{0} && one < std::byte{0x80}; });
@@ -178,7 +187,7 @@ void BinaryCheck::checkAscii(std::uint64_t object, std::uint64_t offset, std::ui
         fail(object, "found a text with a zero character or one that is not ASCII in a text of that kind");
 }
 
-void BinaryCheck::checkUtf16(std::uint64_t object, std::uint64_t offset, std::uint64_t count) const
+void BinaryReader::checkUtf16(std::uint64_t object, std::uint64_t offset, std::uint64_t count) const
 {
     for (std::uint64_t i = 0; i < count; ++i) {
         const std::uint64_t unit = numberAt(offset + 2 * i, 2);
@@ -193,14 +202,14 @@ void BinaryCheck::checkUtf16(std::uint64_t object, std::uint64_t offset, std::ui
     }
 }
 
-Layout BinaryCheck::layoutOf(std::uint64_t object) const
+Layout BinaryReader::layoutOf(std::uint64_t object) const
 {
     const std::uint64_t offset = offsetOf(object);
     if (offset < kMagic.size() || offset >= m_table)
         fail(object, "found it at offset " + std::to_string(offset) + ", expected one between " + std::to_string(kMagic.size()) + " and "
                 + std::to_string(m_table));
     switch (byteAt(offset) >> 4U) {
-    case 0x4: return countedLayout(object, offset, Layout::Kind::Leaf, 1);
+    case 0x4: return countedLayout(object, offset, Layout::Kind::Bytes, 1);
     case 0x5: return countedLayout(object, offset, Layout::Kind::Ascii, 1);
     case 0x6: return countedLayout(object, offset, Layout::Kind::Utf16, 2);
     case 0xA: return countedLayout(object, offset, Layout::Kind::Array, m_referenceSize);
@@ -210,7 +219,7 @@ Layout BinaryCheck::layoutOf(std::uint64_t object) const
 }
 
 /// Booleans, numbers, dates and references: the marker says how many bytes follow.
-Layout BinaryCheck::fixedLayout(std::uint64_t object, std::uint64_t offset) const
+Layout BinaryReader::fixedLayout(std::uint64_t object, std::uint64_t offset) const
 {
     const unsigned marker = byteAt(offset);
     const unsigned low = marker & 0xFU;
@@ -235,7 +244,7 @@ Layout BinaryCheck::fixedLayout(std::uint64_t object, std::uint64_t offset) cons
 }
 
 /// Bytes, texts, arrays and dictionaries: a count of elements, then these.
-Layout BinaryCheck::countedLayout(std::uint64_t object, std::uint64_t offset, Layout::Kind kind, std::uint64_t size) const
+Layout BinaryReader::countedLayout(std::uint64_t object, std::uint64_t offset, Layout::Kind kind, std::uint64_t size) const
 {
     const std::uint64_t count = readCount(object, offset);
     checkSpace(object, offset, count, size);
@@ -253,7 +262,7 @@ Layout BinaryCheck::countedLayout(std::uint64_t object, std::uint64_t offset, La
     return layout;
 }
 
-void BinaryCheck::chargeWork(const Layout& layout)
+void BinaryReader::chargeWork(const Layout& layout)
 {
     // Values may lie over one another in a file that was made for it, so the work is not bounded by the file's size.
     m_workReferences += layout.references;
@@ -264,7 +273,7 @@ void BinaryCheck::chargeWork(const Layout& layout)
         fail("found values of more than " + std::to_string(m_limits.bytes) + " bytes, expected fewer");
 }
 
-void BinaryCheck::open(std::uint64_t object)
+void BinaryReader::open(std::uint64_t object)
 {
     if (m_path.size() >= kMaximumNesting)
         fail(object, "found more than " + std::to_string(kMaximumNesting) + " lists and dictionaries inside one another, expected fewer");
@@ -280,7 +289,7 @@ void BinaryCheck::open(std::uint64_t object)
     m_path.push_back({object, 0});
 }
 
-void BinaryCheck::include(const Step& step, std::uint64_t child)
+void BinaryReader::include(const Step& step, std::uint64_t child)
 {
     if (step.next < m_layouts[step.object].keys && !m_layouts[child].isText())
         fail(step.object, "found a key that is not a text, expected a text");
@@ -298,7 +307,7 @@ void BinaryCheck::include(const Step& step, std::uint64_t child)
     whole.bytes += part.bytes;
 }
 
-void BinaryCheck::walk()
+void BinaryReader::walk()
 {
     open(m_top);
     while (!m_path.empty()) {
@@ -309,7 +318,7 @@ void BinaryCheck::walk()
             m_path.pop_back();
             continue;
         }
-        const std::uint64_t child = numberAt(layout.data + step.next * m_referenceSize, m_referenceSize);
+        const std::uint64_t child = childOf(layout, step.next);
         if (child >= m_count)
             fail(step.object, "found a reference to value " + std::to_string(child) + ", expected one of " + std::to_string(m_count));
         if (m_states[child] == State::Open)
@@ -323,13 +332,82 @@ void BinaryCheck::walk()
     }
 }
 
+std::uint64_t BinaryReader::childOf(const Layout& layout, std::uint64_t index) const
+{
+    return numberAt(layout.data + index * m_referenceSize, m_referenceSize);
+}
+
+// After the walk, which has checked all that these rely on.
+
+std::string BinaryReader::bytesOf(const Layout& layout) const
+{
+    const auto bytes = m_data.subspan(layout.data, layout.payload);
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+std::string BinaryReader::textOf(const Layout& layout) const
+{
+    if (layout.kind == Layout::Kind::Ascii)
+        return bytesOf(layout);
+    std::string text;
+    for (std::uint64_t at = layout.data; at < layout.data + layout.payload; at += 2) {
+        auto code = static_cast<std::uint32_t>(numberAt(at, 2));
+        if ((code & 0xF800U) == 0xD800U) {
+            at += 2;
+            code = 0x10000U + ((code & 0x3FFU) << 10U | static_cast<std::uint32_t>(numberAt(at, 2) & 0x3FFU));
+        }
+        appendCodePoint(text, code);
+    }
+    return text;
+}
+
+Value BinaryReader::fixedValue(std::uint64_t offset) const
+{
+    const unsigned marker = byteAt(offset);
+    const unsigned low = marker & 0xFU;
+    switch (marker >> 4U) {
+    case 0x0: return {marker == 0x09};
+    // Up to four bytes are without a sign; of sixteen the lower eight say everything.
+    case 0x1: return {static_cast<std::int64_t>(marker == 0x14 ? numberAt(offset + 9, 8) : numberAt(offset + 1, std::uint64_t{1} << low))};
+    case 0x2:
+        return {marker == 0x22 ? static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(numberAt(offset + 1, 4)))) : std::bit_cast<double>(numberAt(offset + 1, 8))};
+    case 0x3: return {Date{std::bit_cast<double>(numberAt(offset + 1, 8))}};
+    default: return {Reference{numberAt(offset + 1, low + 1U)}};
+    }
+}
+
+/// Recursive: nesting has been bounded.
+Value BinaryReader::valueOf(std::uint64_t object) const
+{
+    const Layout& layout = m_layouts[object];
+    switch (layout.kind) {
+    case Layout::Kind::Fixed: return fixedValue(offsetOf(object));
+    case Layout::Kind::Bytes: return {Data{bytesOf(layout)}};
+    case Layout::Kind::Ascii:
+    case Layout::Kind::Utf16: return {textOf(layout)};
+    case Layout::Kind::Array: {
+        Array elements;
+        elements.reserve(layout.references);
+        for (std::uint64_t i = 0; i < layout.references; ++i)
+            elements.push_back(valueOf(childOf(layout, i)));
+        return {std::move(elements)};
+    }
+    case Layout::Kind::Dictionary: break;
+    }
+    Dictionary entries;
+    entries.reserve(layout.keys);
+    for (std::uint64_t i = 0; i < layout.keys; ++i)
+        entries.push_back({textOf(m_layouts[childOf(layout, i)]), valueOf(childOf(layout, layout.keys + i))});
+    return {std::move(entries)};
+}
+
 } // namespace
 
-void checkBinaryPropertyList(std::span<const std::byte> data, const ArchiveLimits& limits)
+Value readBinaryPropertyList(std::span<const std::byte> data, const ArchiveLimits& limits)
 {
     if (data.size() > limits.bytes)
         throw ArchiveError("binary property list: found " + std::to_string(data.size()) + " bytes, expected at most " + std::to_string(limits.bytes));
-    BinaryCheck(data, limits).run();
+    return BinaryReader(data, limits).run();
 }
 
 } // namespace TOLVGraphing::plist
