@@ -20,6 +20,8 @@ namespace TOLVGraphing {
 
 namespace {
 
+/// Seconds.
+constexpr double kLaterPatience = 0.1;
 /// The library counts paper in hundredths of millimetres.
 constexpr double kPaperUnitsPerPoint = 2540.0 / 72.0;
 
@@ -80,10 +82,11 @@ public:
     }
 
 private:
-    /// The library asks a server that has stopped answering again and again, without an end. So somebody else answers on the connection: that the service is unavailable.
+    /// The library asks a server that has stopped answering again and again, without an end. So somebody else answers on the connection: that the service is unavailable. Further requests are not waited for as long.
     static int answerInstead(http_t* connection, void* server)
     {
         static_cast<Server*>(server)->m_hasStoppedAnswering = true;
+        httpSetTimeout(connection, kLaterPatience, &Server::answerInstead, server);
         static constexpr std::string_view kAnswer = "HTTP/1.1 503 Service Unavailable\r\nContent-Length: 0\r\n\r\n";
         std::array<int, 2> ends{};
         if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
@@ -189,6 +192,16 @@ PrintError::PrintError(std::string queue, const std::string& message)
     : std::runtime_error(message)
     , m_queue(std::move(queue))
 {
+}
+
+void requireAnsweringPrintServer(std::chrono::milliseconds patience)
+{
+    const Server server(patience);
+    if (!server.connection())
+        return;
+    const Destinations destinations(server);
+    if (server.hasStoppedAnswering())
+        throw PrintError({}, server.reason());
 }
 
 std::vector<PrintQueue> printQueues(std::chrono::milliseconds patience)

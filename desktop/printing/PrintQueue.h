@@ -34,11 +34,14 @@ struct PrintQueue {
     friend bool operator==(const PrintQueue&, const PrintQueue&) = default;
 };
 
-// The server is the one that libcups finds: in CUPS_SERVER (a host, or the path of a socket), else in the user's and the system's client.conf, else on this machine. Calls wait for it, at most so long for each of its answers; a server that
+// The server is the one that libcups finds: in CUPS_SERVER (a host, or the path of a socket), else in the user's and the system's client.conf, else on this machine. Calls wait for it, at most so long for an answer; a server that
 // stops answering, or goes away, is an error then.
 
 /// Half a minute.
 inline constexpr std::chrono::milliseconds kUsualPrintPatience{30000};
+
+/// Throws PrintError where a server is there and does not answer: toolkits' dialogs would wait for it without an end. Nothing happens where none is.
+void requireAnsweringPrintServer(std::chrono::milliseconds patience = kUsualPrintPatience);
 
 /// The queues that this user can print to, none without any. Throws PrintError.
 [[nodiscard]] std::vector<PrintQueue> printQueues(std::chrono::milliseconds patience = kUsualPrintPatience);

@@ -244,6 +244,19 @@ TEST_P(FaultyServer, CannotTellItsQueues)
     EXPECT_GT(server.heardBytes(), 0U);
 }
 
+TEST(PrintServerThatIsAsked, HasToAnswerWhereItIsThere)
+{
+    {
+        const FaultyPrintServer server(FaultyPrintServer::Fault::Hangs, 0);
+        const ServerAddress address(server.socket());
+        EXPECT_EQ(errorOf([] { requireAnsweringPrintServer(kShortPatience); }), "the print server " + server.socket() + " does not answer");
+    }
+    const FaultyPrintServer server(FaultyPrintServer::Fault::Disappears, 0);
+    const ServerAddress address(server.socket());
+    EXPECT_EQ(errorOf([] { requireAnsweringPrintServer(kShortPatience); }), "no error");
+    EXPECT_EQ(errorOf([] { requireAnsweringPrintServer(kShortPatience); }), "no error") << "nothing listens any more";
+}
+
 TEST_P(FaultyServer, CannotPrint)
 {
     const FaultyPrintServer server(GetParam(), 0);

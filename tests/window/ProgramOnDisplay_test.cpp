@@ -74,7 +74,7 @@ protected:
     /// Runs the program with a file and these assignments, or options, of env, and does something when its window is there.
     [[nodiscard]] ProcessResult run(const std::vector<std::string>& environment, const std::function<void(pid_t)>& whenShown)
     {
-        std::vector<std::string> words{"env", "-u", "WAYLAND_DISPLAY", "DISPLAY=" + m_display->name(), "QT_QPA_PLATFORM=xcb", "XDG_RUNTIME_DIR=" + m_folder.path()};
+        std::vector<std::string> words{"env", "-u", "WAYLAND_DISPLAY", "DISPLAY=" + m_display->name(), "QT_QPA_PLATFORM=xcb", "XDG_RUNTIME_DIR=" + m_folder.path(), "env"};
         words.insert(words.end(), environment.begin(), environment.end());
         words.emplace_back(TOLV_PROGRAM_TOLVGRAPH_VIEWER);
         words.push_back(m_folder.path("table.csv"));
