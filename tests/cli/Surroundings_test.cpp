@@ -137,10 +137,10 @@ TEST_F(Surroundings, environmentThatIsBroken)
         {"LC_ALL=xx"},
         {"LANG=de_DE.nothing", "LC_NUMERIC=de_DE.UTF-8"},
         {"-u", "HOME", "-u", "XDG_CACHE_HOME", "-u", "XDG_CONFIG_HOME"},
-        {"HOME=/nowhere"},
+        {"-u", "XDG_CACHE_HOME", "HOME=/proc/nowhere"},
         {"HOME=" + folder().path("file"), "XDG_CACHE_HOME=" + folder().path("file"), "XDG_CONFIG_HOME=" + folder().path("file"), "XDG_RUNTIME_DIR=" + folder().path("file")},
         {"XDG_CACHE_HOME=relative"},
-        {"TMPDIR=/nowhere"},
+        {"TMPDIR=/proc/nowhere"},
         {"-u", "PATH"},
     };
     for (const auto& environment : kCases) {

@@ -78,7 +78,7 @@ protected:
             ADD_FAILURE() << "the display does not start";
             return {};
         }
-        std::vector<std::string> words{"env", "-u", "WAYLAND_DISPLAY", "DISPLAY=" + m_display->name(), "QT_QPA_PLATFORM=xcb", "XDG_RUNTIME_DIR=" + m_folder.path(), "env"};
+        std::vector<std::string> words{"env", "-u", "WAYLAND_DISPLAY", "DISPLAY=" + m_display->name(), "QT_QPA_PLATFORM=xcb", "XDG_RUNTIME_DIR=" + m_folder.path(), "HOME=" + m_folder.path(), "env", "-u", "XDG_CONFIG_HOME", "-u", "XDG_CACHE_HOME", "-u", "XDG_DATA_HOME"};
         words.insert(words.end(), environment.begin(), environment.end());
         words.emplace_back(TOLV_PROGRAM_TOLVGRAPH_VIEWER);
         words.push_back(m_folder.path("table.csv"));
@@ -111,9 +111,10 @@ TEST_F(ViewerOnDisplay, startsWhereNothingCanBeKept)
 {
     const std::string file = m_folder.write("file", "no folder");
     const std::vector<std::vector<std::string>> kCases = {
-        {"-u", "HOME"},
+        // Without it the home folder is that of the whole machine.
+        {"-u", "HOME", "XDG_CONFIG_HOME=" + m_folder.path("made"), "XDG_CACHE_HOME=" + m_folder.path("made"), "XDG_DATA_HOME=" + m_folder.path("made")},
         {"HOME=" + file, "XDG_CONFIG_HOME=" + file, "XDG_CACHE_HOME=" + file, "XDG_DATA_HOME=" + file},
-        {"HOME=/nowhere", "TMPDIR=/nowhere", "LC_ALL=xx"},
+        {"HOME=/proc/nowhere", "TMPDIR=/proc/nowhere", "LC_ALL=xx"},
     };
     for (const auto& environment : kCases) {
         const ProcessResult result = run(environment, end);

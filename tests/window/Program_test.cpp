@@ -41,7 +41,7 @@ TEST(ViewerProgram, saysSoWhereADisplayDoesNotAnswerOrAPlatformIsUnknown)
     } kCases[] = {
         {{"DISPLAY=:4711"},                                                  ""      },
         {{"DISPLAY=nonsense"},                                               ""      },
-        {{"WAYLAND_DISPLAY=nothing", "XDG_RUNTIME_DIR=/nowhere"},            ""      },
+        {{"WAYLAND_DISPLAY=nothing", "XDG_RUNTIME_DIR=/proc/nowhere"},            ""      },
         {{"QT_QPA_PLATFORM=xcb"},                                            "xcb"   },
         {{"DISPLAY=:4711", "QT_QPA_PLATFORM=xcb"},                           "xcb"   },
         {{"WAYLAND_DISPLAY=nothing", "QT_QPA_PLATFORM=wayland"},             "wayland"},
