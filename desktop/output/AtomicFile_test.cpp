@@ -191,20 +191,20 @@ TEST_F(AtomicFileTest, AFullDiskLeavesTheOldFile)
 TEST_F(AtomicFileTest, TargetsThatTakeNothingAreNamedAndNothingIsLeft)
 {
     put(path, "old");
+    std::filesystem::create_symlink("nowhere/target", folder / "dangling");
     const struct {
         std::filesystem::path target;
         const char* reason;
     } kCases[] = {
-        {path / "below",                   ": cannot be written: Not a directory"           },
-        {folder / std::string(300, 'n'),   ": cannot be written: File name too long"        },
-        {std::string(5000, 'n'),           ": cannot be written: File name too long"        },
-        {folder / "dangling",              ": cannot be written, no file can be made in the folder " },
-        {"/dev/full",                      ": cannot be written: No space left on device"   },
-        {"/proc/self/fd/987654",           ": cannot be written: Bad file descriptor"       },
+        {path / "below",                 ": cannot be written: Not a directory"},
+        {folder / std::string(300, 'n'), ": cannot be written: File name too long"},
+        {std::string(5000, 'n'),         ": cannot be written: File name too long"},
+        {folder / "dangling",            ": cannot be written, no file can be made in the folder "},
+        {"/dev/full",                    ": cannot be written: No space left on device"},
+        {"/proc/self/fd/987654",         ": cannot be written: Bad file descriptor"},
     };
-    std::filesystem::create_symlink("nowhere/target", folder / "dangling");
-    for (const auto& [target, reason] : kCases)
-        EXPECT_EQ(errorOf([&] { writeFileAtomically(target, bytesOf("new")); }).find(target.string() + reason), 0U) << target;
+    for (const auto& one : kCases)
+        EXPECT_EQ(errorOf([&] { writeFileAtomically(one.target, bytesOf("new")); }).find(one.target.string() + one.reason), 0U) << one.target;
     EXPECT_EQ(contentsOf(path), "old");
     EXPECT_EQ(entries(), 2);
 }

@@ -165,9 +165,9 @@ TEST_F(Surroundings, targetsThatTakeNoFile)
         std::string start;
         std::string reason;
     } kCases[] = {
-        {"file/picture",    ": cannot be written: Not a directory"                                                                   },
-        {"nowhere/picture", ": cannot be written, no file can be made in the folder nowhere: No such file or directory"             },
-        {longName,          ": cannot be written: File name too long"                                                                },
+        {"file/picture",    ": cannot be written: Not a directory"},
+        {"nowhere/picture", ": cannot be written, no file can be made in the folder nowhere: No such file or directory"},
+        {longName,          ": cannot be written: File name too long"},
     };
     for (const auto& [start, reason] : kCases) {
         for (const std::string& output : outputs) {

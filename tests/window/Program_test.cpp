@@ -39,15 +39,15 @@ TEST(ViewerProgram, saysSoWhereADisplayDoesNotAnswerOrAPlatformIsUnknown)
         std::vector<std::string> environment;
         std::string platform;
     } kCases[] = {
-        {{"DISPLAY=:4711"},                                                  ""      },
-        {{"DISPLAY=nonsense"},                                               ""      },
-        {{"WAYLAND_DISPLAY=nothing", "XDG_RUNTIME_DIR=/proc/nowhere"},            ""      },
-        {{"QT_QPA_PLATFORM=xcb"},                                            "xcb"   },
-        {{"DISPLAY=:4711", "QT_QPA_PLATFORM=xcb"},                           "xcb"   },
-        {{"WAYLAND_DISPLAY=nothing", "QT_QPA_PLATFORM=wayland"},             "wayland"},
-        {{"QT_QPA_PLATFORM=nonsense"},                                       "nonsense"},
-        {{"QT_QPA_PLATFORM=xcb;nonsense"},                                   "xcb;nonsense"},
-        {{"DISPLAY=:4711", "QT_QPA_PLATFORM_PLUGIN_PATH=/nowhere"},          ""      },
+        {{"DISPLAY=:4711"},                                            ""},
+        {{"DISPLAY=nonsense"},                                         ""},
+        {{"WAYLAND_DISPLAY=nothing", "XDG_RUNTIME_DIR=/proc/nowhere"}, ""},
+        {{"QT_QPA_PLATFORM=xcb"},                                      "xcb"},
+        {{"DISPLAY=:4711", "QT_QPA_PLATFORM=xcb"},                     "xcb"},
+        {{"WAYLAND_DISPLAY=nothing", "QT_QPA_PLATFORM=wayland"},       "wayland"},
+        {{"QT_QPA_PLATFORM=nonsense"},                                 "nonsense"},
+        {{"QT_QPA_PLATFORM=xcb;nonsense"},                             "xcb;nonsense"},
+        {{"DISPLAY=:4711", "QT_QPA_PLATFORM_PLUGIN_PATH=/nowhere"},    ""},
     };
     for (const auto& [environment, platform] : kCases) {
         const ProcessResult result = runWithoutDisplay({}, environment);
