@@ -5,6 +5,7 @@
 #include <apps/plotting/GraphBuilder.h>
 #include <apps/plotting/OptionValues.h>
 #include <apps/plotting/Pictures.h>
+#include <apps/plotting/ProgramStart.h>
 #include <apps/plotting/TableSeries.h>
 #include <desktop/input/MeasurementReader.h>
 #include <desktop/layout/LayoutJson.h>
@@ -100,6 +101,7 @@ void run(const Options& options)
 
 int main(int argumentCount, char** arguments)
 {
+    prepareProgram();
     try {
         const ParsedOptions parsed = parseOptions(argumentCount, arguments, std::cout, std::cerr);
         if (!parsed.options) {

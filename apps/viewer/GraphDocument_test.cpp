@@ -4,6 +4,7 @@
 #include <desktop/archive/PropertyListArchive.h>
 
 #include "tests/desktop/TemporaryFolder.h"
+#include "tests/support/FileSizeLimit.h"
 #include "tests/viewer/HostThread.h"
 
 #include <TOLVGraphing/axes/TOLVBarAxis.h>
@@ -483,6 +484,26 @@ TEST_F(GraphDocumentTest, leavesTheOldFileWhenWhatItHasCannotBeStored)
         EXPECT_EQ(error.what(), path + ": options.title: found a text of 70000 bytes, expected at most 65536");
     }
     EXPECT_EQ(folder.read("plot.tolvgraph"), saved);
+    EXPECT_TRUE(document->isModified());
+}
+
+TEST_F(GraphDocumentTest, leavesTheOldFileOnAFullDisk)
+{
+    const auto document = documentOf(kRising);
+    const std::string path = folder.path("plot.tolvgraph");
+    document->save(path);
+    const std::string saved = folder.read("plot.tolvgraph");
+    const auto names = folder.names();
+    document->graph()->placeHorizontalAxisMarkerWithValue(2.0);
+    try {
+        const testing_support::FileSizeLimit limit(100);
+        document->save(path);
+        FAIL();
+    } catch (const DocumentError& error) {
+        EXPECT_EQ(error.what(), path + ": cannot be written: File too large");
+    }
+    EXPECT_EQ(folder.read("plot.tolvgraph"), saved);
+    EXPECT_EQ(folder.names(), names) << "no temporary file is left";
     EXPECT_TRUE(document->isModified());
 }
 

@@ -1,6 +1,7 @@
 #include "PropertyListArchive.h"
 
 #include "desktop/output/FileError.h"
+#include "tests/support/FileSizeLimit.h"
 #include "tests/support/OptionalFiles.h"
 
 #include <gtest/gtest.h>
@@ -543,6 +544,28 @@ TEST_F(ArchiveFileTest, AFailureLeavesTheOldFile)
         path.string() + ": TestBroken \"text\": found a text with a zero character or one that is not UTF-8, expected UTF-8");
     EXPECT_EQ(std::filesystem::file_size(path), size);
     EXPECT_TRUE(readArchive(path));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
+}
+
+TEST_F(ArchiveFileTest, AFullDiskLeavesTheOldFile)
+{
+    const auto path = folder / "gauge.archive";
+    Gauge gauge;
+    gauge.reading = 0.5;
+    writeArchive(path, gauge);
+    gauge.reading = 0.75;
+    {
+        const testing_support::FileSizeLimit limit(50);
+        try {
+            writeArchive(path, gauge);
+            ADD_FAILURE();
+        } catch (const FileError& error) {
+            EXPECT_EQ(error.what(), path.string() + ": cannot be written: File too large");
+        }
+    }
+    const auto read = std::dynamic_pointer_cast<Gauge>(readArchive(path));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->reading, 0.5);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
 }
 

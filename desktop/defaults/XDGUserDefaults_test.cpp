@@ -4,6 +4,7 @@
 #include "TOLVGraphing/platform/foundation/Log.h"
 
 #include <tests/desktop/TemporaryFolder.h>
+#include <tests/support/FileSizeLimit.h>
 
 #include <gmock/gmock.h>
 
@@ -187,6 +188,29 @@ TEST_F(XDGUserDefaultsTest, SettersTellWhyTheyCannotWrite)
     XDGUserDefaults inFile(file + "/settings.ini");
     EXPECT_EQ(errorOf([&] { inFile.setBool(true, "key"); }), file + "/settings.ini: cannot be read: Not a directory");
     EXPECT_FALSE(inFile.boolForKey("key"));
+}
+
+TEST_F(XDGUserDefaultsTest, AFullDiskLeavesTheSettings)
+{
+    put("[General]\nkey=7\n");
+    {
+        const testing_support::FileSizeLimit limit(10);
+        EXPECT_EQ(errorOf([&] { m_defaults.setInteger(8, "key"); }), path() + ": cannot be written: File too large");
+        EXPECT_EQ(m_defaults.integerForKey("key"), 7);
+    }
+    EXPECT_EQ(written(), "[General]\nkey=7\n");
+    EXPECT_THAT(m_folder.names(), ElementsAre("settings.ini"));
+    m_defaults.setInteger(8, "key");
+    EXPECT_EQ(m_defaults.integerForKey("key"), 8);
+}
+
+TEST_F(XDGUserDefaultsTest, FoldersThatAreNoneAreNamed)
+{
+    const EnvironmentVariable home("HOME", "/dev/null");
+    const EnvironmentVariable configuration("XDG_CONFIG_HOME", nullptr);
+    XDGUserDefaults nowhere(XDGUserDefaults::defaultPath());
+    EXPECT_FALSE(nowhere.boolForKey("key"));
+    EXPECT_EQ(errorOf([&] { nowhere.setBool(true, "key"); }), "/dev/null/.config/TOLVGraphing/settings.ini: cannot be written, its folder /dev/null/.config/TOLVGraphing cannot be made: Not a directory");
 }
 
 TEST_F(XDGUserDefaultsTest, AnEmptyNameIsAnError)

@@ -2,6 +2,7 @@
 
 #include <desktop/input/MappedFile.h>
 #include <desktop/input/MeasurementError.h>
+#include <desktop/output/TemporaryFiles.h>
 
 #include <TOLVMath/ExtremePyramid.h>
 
@@ -103,6 +104,7 @@ public:
         : m_target(target)
         , m_temporary(target.string() + kUnfinished)
         , m_descriptor(::mkostemp(m_temporary.data(), O_CLOEXEC))
+        , m_temporaryName(m_temporary)
     {
     }
     ~NewFile()
@@ -136,6 +138,7 @@ private:
     fs::path m_target;
     std::string m_temporary;
     int m_descriptor;
+    output::TemporaryName m_temporaryName;
     bool m_isCommitted = false;
 };
 

@@ -5,6 +5,7 @@
 #include <desktop/input/testing/TemporaryFile.h>
 
 #include <TOLVMath/ExtremePyramid.h>
+#include <tests/support/FileSizeLimit.h>
 
 #include <gtest/gtest.h>
 
@@ -229,6 +230,22 @@ TEST_F(ExtremesFolderTest, thatMayNotBeWrittenIsLeftAlone)
     ExtremesFolder(path(), 1).keep(columnOf(samples), extremesOfSamples(samples));
     EXPECT_TRUE(fs::is_empty(path()));
     fs::permissions(path(), fs::perms::owner_all);
+}
+
+TEST_F(ExtremesFolderTest, onAFullDiskKeepsWhatItHas)
+{
+    const std::vector<float> small = noise(100);
+    const std::vector<float> large = noise(64 * 1000, 2);
+    folder().keep(columnOf(small), extremesOfSamples(small));
+    const auto kept = names();
+    ASSERT_EQ(kept.size(), 1U);
+    {
+        const testing_support::FileSizeLimit limit(1000);
+        folder().keep(columnOf(large, 6), extremesOfSamples(large));
+    }
+    EXPECT_EQ(names(), kept) << "nothing unfinished is left";
+    EXPECT_TRUE(folder().extremesOf(columnOf(small)));
+    EXPECT_FALSE(folder().extremesOf(columnOf(large, 6)));
 }
 
 TEST_F(ExtremesFolderTest, dropsTheOldestBeyondItsSize)

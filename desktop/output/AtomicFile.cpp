@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <fcntl.h>
 #include <optional>
+#include <poll.h>
 #include <random>
 #include <sys/stat.h>
 #include <system_error>
@@ -37,6 +38,23 @@ std::optional<int> openDescriptorNamed(const std::filesystem::path& path)
     if (read.ec != std::errc() || read.ptr != name.data() + name.size())
         return std::nullopt;
     return descriptor;
+}
+
+/// What the call answers once no signal has interrupted it.
+template <typename Call>
+auto uninterrupted(const Call& call)
+{
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+/// Until the descriptor takes bytes again, or cannot take any more.
+void waitForRoom(int descriptor)
+{
+    pollfd waiting{descriptor, POLLOUT, 0};
+    uninterrupted([&] { return ::poll(&waiting, 1, -1); });
 }
 
 std::string randomName()
@@ -83,6 +101,7 @@ AtomicFile::~AtomicFile()
         ::close(m_descriptor);
     if (!m_temporary.empty())
         ::unlink(m_temporary.c_str());
+    m_temporaryName.reset();
 }
 
 void AtomicFile::fail(const std::string& attempt, int errorNumber) const
@@ -92,7 +111,7 @@ void AtomicFile::fail(const std::string& attempt, int errorNumber) const
 
 void AtomicFile::openDirectly()
 {
-    m_descriptor = ::open(m_target.c_str(), O_WRONLY | O_CLOEXEC);
+    m_descriptor = uninterrupted([&] { return ::open(m_target.c_str(), O_WRONLY | O_CLOEXEC); });
     if (m_descriptor < 0)
         fail("cannot be written", errno);
 }
@@ -107,7 +126,8 @@ void AtomicFile::openTemporary()
     const std::filesystem::path folder = folderOf(m_target);
     for (int attempt = 0; m_descriptor < 0; ++attempt) {
         const std::filesystem::path name = folder / randomName();
-        m_descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        m_temporaryName.emplace(name);
+        m_descriptor = uninterrupted([&] { return ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666); });
         if (m_descriptor >= 0)
             m_temporary = name;
         else if (errno != EEXIST || attempt == kMaximumNameAttempts)
@@ -151,10 +171,12 @@ void AtomicFile::flush()
 void AtomicFile::store(std::span<const std::byte> bytes)
 {
     while (!bytes.empty()) {
-        const ssize_t written = ::write(m_descriptor, bytes.data(), bytes.size());
+        const ssize_t written = uninterrupted([&] { return ::write(m_descriptor, bytes.data(), bytes.size()); });
         if (written > 0)
             bytes = bytes.subspan(static_cast<std::size_t>(written));
-        else if (written == 0 || errno != EINTR)
+        else if (written < 0 && errno == EAGAIN)
+            waitForRoom(m_descriptor);
+        else
             fail("cannot be written", written == 0 ? EIO : errno);
     }
 }
@@ -165,7 +187,7 @@ void AtomicFile::commit()
         throw FileError(m_path.string(), "cannot be written, it has been finished");
     flush();
     // Some file systems report a full disk only here; pipes and terminals cannot be synchronised and say so.
-    if (!m_temporary.empty() && ::fsync(m_descriptor) != 0 && errno != EINVAL)
+    if (!m_temporary.empty() && uninterrupted([&] { return ::fsync(m_descriptor); }) != 0 && errno != EINVAL)
         fail("cannot be written", errno);
     if (::close(std::exchange(m_descriptor, -1)) != 0 && errno != EINTR)
         fail("cannot be written", errno);
@@ -178,6 +200,7 @@ void AtomicFile::replaceOldFile()
     if (::rename(m_temporary.c_str(), m_target.c_str()) != 0)
         fail("cannot be replaced", errno);
     m_temporary.clear();
+    m_temporaryName.reset();
     // The new name survives a power failure once the folder is on the disk too; where that cannot be asked for, the file is in place all the same.
     const int folder = ::open(folderOf(m_target).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder >= 0) {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "FileError.h"
+#include "TemporaryFiles.h"
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -11,10 +13,10 @@
 namespace TOLVGraphing {
 
 /// A file that is replaced as a whole or not at all: the bytes go to a temporary file in the same folder, which takes the file's place in `commit()`. Until
-/// then, and whenever something fails, the old file stays as it is and no temporary file remains.
+/// then, and whenever something fails, the old file stays as it is and no temporary file remains; not even after a signal in a program that has called `removeTemporaryFilesAtSignals`.
 ///
 /// A replaced file keeps its permissions; a new one gets those of the process's mask. A symbolic link stays, the file that it names is replaced. What is not a
-/// regular file (a terminal, a pipe, a device, or an open descriptor such as /dev/stdout) cannot be replaced: the bytes are written to it as they come.
+/// regular file (a terminal, a pipe, a device, or an open descriptor such as /dev/stdout) cannot be replaced: the bytes are written to it as they come, also where it takes them slowly and is not to be waited for (O_NONBLOCK).
 class AtomicFile {
 public:
     /// Prepares to write the file. Throws FileError when the path names a folder, a file without permission to write, or a folder that takes no new files.
@@ -46,6 +48,7 @@ private:
     std::filesystem::path m_target;
     /// Empty when the target is written directly, and once the temporary file has been renamed.
     std::filesystem::path m_temporary;
+    std::optional<output::TemporaryName> m_temporaryName;
     std::vector<std::byte> m_pending;
     int m_descriptor = -1;
 };

@@ -1,15 +1,19 @@
 #include "AtomicFile.h"
 
+#include <tests/support/FileSizeLimit.h>
+
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <fstream>
+#include <pthread.h>
 #include <string>
 #include <string_view>
-#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/time.h>
 #include <thread>
 #include <unistd.h>
 
@@ -176,19 +180,136 @@ TEST_F(AtomicFileTest, AFileWithoutPermissionIsNotReplaced)
 TEST_F(AtomicFileTest, AFullDiskLeavesTheOldFile)
 {
     put(path, "old");
-    // A limit on the size of files stands in for the disk's end.
-    struct rlimit former {};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &former), 0);
-    const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
-    struct rlimit small = former;
-    small.rlim_cur = 100000;
-    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const std::string error = errorOf([&] { writeFileAtomically(path, bytesOf(std::string(200000, 'x'))); });
-    ::setrlimit(RLIMIT_FSIZE, &former);
-    std::signal(SIGXFSZ, formerHandler);
-    EXPECT_EQ(error, path.string() + ": cannot be written: File too large");
+    {
+        const testing_support::FileSizeLimit limit(100000);
+        EXPECT_EQ(errorOf([&] { writeFileAtomically(path, bytesOf(std::string(200000, 'x'))); }), path.string() + ": cannot be written: File too large");
+    }
     EXPECT_EQ(contentsOf(path), "old");
     EXPECT_EQ(entries(), 1);
+}
+
+TEST_F(AtomicFileTest, TargetsThatTakeNothingAreNamedAndNothingIsLeft)
+{
+    put(path, "old");
+    std::filesystem::create_symlink("nowhere/target", folder / "dangling");
+    const struct {
+        std::filesystem::path target;
+        const char* reason;
+    } kCases[] = {
+        {path / "below",                 ": cannot be written: Not a directory"},
+        {folder / std::string(300, 'n'), ": cannot be written: File name too long"},
+        {std::string(5000, 'n'),         ": cannot be written: File name too long"},
+        {folder / "dangling",            ": cannot be written, no file can be made in the folder "},
+        {"/dev/full",                    ": cannot be written: No space left on device"},
+        {"/proc/self/fd/987654",         ": cannot be written: Bad file descriptor"},
+    };
+    for (const auto& one : kCases)
+        EXPECT_EQ(errorOf([&] { writeFileAtomically(one.target, bytesOf("new")); }).find(one.target.string() + one.reason), 0U) << one.target;
+    EXPECT_EQ(contentsOf(path), "old");
+    EXPECT_EQ(entries(), 2);
+}
+
+/// Interrupts the system's calls again and again, for the life of the object.
+class Interruptions {
+public:
+    Interruptions()
+    {
+        count = 0;
+        struct sigaction action {};
+        action.sa_handler = [](int) { ++count; };
+        ::sigaction(SIGALRM, &action, &m_former);
+        const itimerval often{{0, 500}, {0, 500}};
+        ::setitimer(ITIMER_REAL, &often, nullptr);
+    }
+    ~Interruptions()
+    {
+        const itimerval never{};
+        ::setitimer(ITIMER_REAL, &never, nullptr);
+        ::sigaction(SIGALRM, &m_former, nullptr);
+    }
+    Interruptions(const Interruptions&) = delete;
+    Interruptions& operator=(const Interruptions&) = delete;
+
+    /// Returns after some further ones.
+    static void wait()
+    {
+        for (const int now = count; count < now + 5;)
+            std::this_thread::yield();
+    }
+
+    static std::atomic<int> count;
+
+private:
+    struct sigaction m_former {};
+};
+
+std::atomic<int> Interruptions::count = 0;
+
+/// What a pipe brings that is opened late and emptied slowly. The signals go to other threads.
+std::string slowContentsOf(const std::filesystem::path& pipe)
+{
+    sigset_t alarm;
+    sigemptyset(&alarm);
+    sigaddset(&alarm, SIGALRM);
+    ::pthread_sigmask(SIG_BLOCK, &alarm, nullptr);
+    Interruptions::wait();
+    std::ifstream stream(pipe, std::ios::binary);
+    std::string contents;
+    std::string block(50000, ' ');
+    do {
+        Interruptions::wait();
+        stream.read(block.data(), static_cast<std::streamsize>(block.size()));
+        contents.append(block, 0, static_cast<std::size_t>(stream.gcount()));
+    } while (stream);
+    return contents;
+}
+
+std::string manyBytes()
+{
+    std::string bytes(1000000, ' ');
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>('a' + i * i % 23);
+    return bytes;
+}
+
+TEST_F(AtomicFileTest, InterruptedCallsAreMadeAgain)
+{
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    const Interruptions interruptions;
+    std::string received;
+    std::thread reader([&] { received = slowContentsOf(path); });
+    EXPECT_EQ(errorOf([&] { writeFileAtomically(path, bytesOf(manyBytes())); }), "no error");
+    reader.join();
+    EXPECT_TRUE(received == manyBytes());
+}
+
+TEST_F(AtomicFileTest, APipeThatIsNotToBeWaitedForGetsAll)
+{
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    const Interruptions interruptions;
+    std::string received;
+    std::thread reader([&] { received = slowContentsOf(path); });
+    int descriptor = -1;
+    do {
+        descriptor = ::open(path.c_str(), O_WRONLY);
+    } while (descriptor < 0 && errno == EINTR);
+    ASSERT_EQ(::fcntl(descriptor, F_SETFL, O_NONBLOCK), 0);
+    EXPECT_EQ(errorOf([&] { writeFileAtomically("/dev/fd/" + std::to_string(descriptor), bytesOf(manyBytes())); }), "no error");
+    ::close(descriptor);
+    reader.join();
+    EXPECT_TRUE(received == manyBytes());
+}
+
+TEST_F(AtomicFileTest, APipeThatNobodyReadsAnyMoreIsAnError)
+{
+    int ends[2] = {-1, -1};
+    ASSERT_EQ(::pipe(ends), 0);
+    ::close(ends[0]);
+    const auto formerHandler = std::signal(SIGPIPE, SIG_IGN);
+    const std::string name = "/dev/fd/" + std::to_string(ends[1]);
+    EXPECT_EQ(errorOf([&] { writeFileAtomically(name, bytesOf("gone")); }), name + ": cannot be written: Broken pipe");
+    std::signal(SIGPIPE, formerHandler);
+    ::close(ends[1]);
 }
 
 TEST_F(AtomicFileTest, PipesAreWrittenDirectly)

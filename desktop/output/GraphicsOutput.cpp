@@ -16,7 +16,9 @@
 
 #include <array>
 #include <cmath>
+#include <cstdio>
 #include <new>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -51,8 +53,16 @@ std::string sizeText(double width, double height)
     throw OutputError("cannot make the " + toString(kind) + " output: " + reason);
 }
 
+/// Cairo collects the pages of PostScript in a file of its own before it hands them over.
+[[noreturn]] void failOnTemporaryFile(OutputKind kind)
+{
+    failMaking(kind, "its page could not be kept in the folder for temporary files, expected room in " P_tmpdir);
+}
+
 void requireSuccess(OutputKind kind, cairo_status_t status)
 {
+    if (status == CAIRO_STATUS_WRITE_ERROR || status == CAIRO_STATUS_TEMP_FILE_ERROR)
+        failOnTemporaryFile(kind);
     if (status != CAIRO_STATUS_SUCCESS)
         failMaking(kind, cairo_status_to_string(status));
 }
@@ -106,6 +116,13 @@ std::vector<std::byte> renderPDF(const OutputSettings& settings, const OutputDra
     return bytes;
 }
 
+/// Cairo does not notice when the last part of the page is lost on the way.
+bool hasWholePage(std::span<const std::byte> bytes)
+{
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    return text.find("%%EndPageSetup\n") != std::string_view::npos && text.rfind("\nshowpage\n%%Trailer\n") != std::string_view::npos;
+}
+
 std::vector<std::byte> renderPostScript(OutputKind kind, const OutputSettings& settings, const OutputDrawing& drawing)
 {
     std::vector<std::byte> bytes;
@@ -124,6 +141,8 @@ std::vector<std::byte> renderPostScript(OutputKind kind, const OutputSettings& s
     });
     cairo_surface_finish(surface.get());
     requireSuccess(kind, cairo_surface_status(surface.get()));
+    if (!hasWholePage(bytes))
+        failOnTemporaryFile(kind);
     return output::withPageComments(bytes, {settings.size, settings.title, settings.creator});
 }
 

@@ -4,6 +4,8 @@
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
 #include "TOLVGraphing/platform/text/AttributedString.h"
 
+#include <tests/support/FileSizeLimit.h>
+
 #include <cairo.h>
 #include <gtest/gtest.h>
 #include <tiffio.h>
@@ -380,6 +382,31 @@ TEST(GraphicsOutput, errorsOfTheDrawingPassThrough)
                          }),
             std::logic_error);
         EXPECT_EQ(currentContext(), nullptr);
+    }
+}
+
+TEST(GraphicsOutput, aPostScriptPageIsWholeOrAnErrorWhateverTheRoomForIt)
+{
+    OutputSettings settings;
+    settings.size = {200.0, 100.0};
+    const auto manyLines = [](DrawingContext& context, const Rect&) {
+        for (int i = 0; i < 600; ++i)
+            context.fill(Rect{static_cast<double>(i % 20) * 10.0, static_cast<double>(i % 9) * 11.0, 3.25, 4.5}, Color(1.0, i / 600.0, 0.0));
+    };
+    for (const OutputKind kind : {OutputKind::PostScript, OutputKind::EPS}) {
+        const auto whole = renderToBytes(kind, settings, manyLines);
+        ASSERT_GT(whole.size(), 12000U);
+        int failures = 0;
+        for (rlim_t room = 500; room < whole.size() + 2000; room += 500) {
+            const testing_support::FileSizeLimit limit(room);
+            try {
+                EXPECT_TRUE(renderToBytes(kind, settings, manyLines) == whole) << room;
+            } catch (const OutputError& error) {
+                ++failures;
+                EXPECT_EQ(error.what(), "cannot make the " + toString(kind) + " output: its page could not be kept in the folder for temporary files, expected room in /tmp");
+            }
+        }
+        EXPECT_GT(failures, 20);
     }
 }
 

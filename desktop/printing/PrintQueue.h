@@ -3,6 +3,7 @@
 #include "../output/OutputError.h"
 #include "TOLVGraphing/views/TOLVPrintView.h"
 
+#include <chrono>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -33,13 +34,20 @@ struct PrintQueue {
     friend bool operator==(const PrintQueue&, const PrintQueue&) = default;
 };
 
-// The server is the one that libcups finds: in CUPS_SERVER (a host, or the path of a socket), else in the user's and the system's client.conf, else on this machine. Calls wait for it, at most half a minute for each of its answers.
+// The server is the one that libcups finds: in CUPS_SERVER (a host, or the path of a socket), else in the user's and the system's client.conf, else on this machine. Calls wait for it, at most so long for an answer; a server that
+// stops answering, or goes away, is an error then.
+
+/// Half a minute.
+inline constexpr std::chrono::milliseconds kUsualPrintPatience{30000};
+
+/// Throws PrintError where a server is there and does not answer: toolkits' dialogs would wait for it without an end. Nothing happens where none is.
+void requireAnsweringPrintServer(std::chrono::milliseconds patience = kUsualPrintPatience);
 
 /// The queues that this user can print to, none without any. Throws PrintError.
-[[nodiscard]] std::vector<PrintQueue> printQueues();
+[[nodiscard]] std::vector<PrintQueue> printQueues(std::chrono::milliseconds patience = kUsualPrintPatience);
 
 /// Sends the page as PDF to a queue, with the job's title, copies and paper, unscaled, and the options that the user has set for the queue. Answers the job's number on the server. Paper goes by its size, portrait or landscape, under the
 /// name that the queue has for it, or as a custom size where it has none. Throws OutputError as `dataOfPage` does, and PrintError also for less than one copy; no job is left behind then.
-int printPage(TOLVPrintView& view, const PrintQueue& queue);
+int printPage(TOLVPrintView& view, const PrintQueue& queue, std::chrono::milliseconds patience = kUsualPrintPatience);
 
 } // namespace TOLVGraphing

@@ -5,6 +5,7 @@
 #include "TOLVGraphing/platform/foundation/Log.h"
 
 #include <tests/desktop/ExampleView.h>
+#include <tests/desktop/FaultyPrintServer.h>
 #include <tests/desktop/PrivatePrintServer.h>
 
 #include <cups/cups.h>
@@ -149,7 +150,7 @@ TEST_F(PrintQueueTest, RefusalsNameTheQueueAndTheServersReason)
         const char* message;
     };
     const Case cases[] = {
-        {"missing", 1, "cannot print to missing: The printer or class does not exist."},
+        {"missing", 1, "cannot print to missing: the print server has no such queue"},
         {"closed", 1, "cannot print to closed: Destination \"closed\" is not accepting jobs."},
         {"plain", 0, "cannot print to plain: 0 copies were asked for, expected at least 1"},
     };
@@ -195,6 +196,103 @@ TEST(PrintQueueWithoutServer, ErrorsNameTheServer)
         EXPECT_THAT(error.what(), MatchesRegex("cannot print to plain: the print server " + socket + " cannot be reached: .+"));
     }
 }
+
+/// What a failed action says.
+template <typename Action>
+std::string errorOf(Action action)
+{
+    try {
+        action();
+        return "no error";
+    } catch (const PrintError& error) {
+        return error.what();
+    }
+}
+
+constexpr std::chrono::milliseconds kShortPatience{300};
+
+TEST(PrintQueueWithoutQueues, ListsNoneAndPrintsNothing)
+{
+    if (!PrivatePrintServer::isInstalled())
+        GTEST_SKIP() << "the print server cupsd is not installed";
+    const LogSinkScope silence([](std::string_view) {});
+    const PrivatePrintServer server(false);
+    if (!server.isRunning())
+        GTEST_SKIP() << "the print server cupsd refuses to run: " << server.log();
+    const ServerAddress address(server.socket());
+    EXPECT_THAT(printQueues(), testing::IsEmpty());
+    EXPECT_EQ(errorOf([] { printPage(*examplePage(PrintInfo()), {"plain", {}, false}); }), "cannot print to plain: the print server has no such queue");
+}
+
+class FaultyServer : public testing::TestWithParam<FaultyPrintServer::Fault> {
+protected:
+    TextSystemScope m_fonts{text::PangoTextSystem::shared()};
+    LogSinkScope m_silence{[](std::string_view) {}};
+};
+
+/// The library's own words for a server that has gone away depend on what it was doing.
+std::string reasonOf(FaultyPrintServer::Fault fault, const FaultyPrintServer& server)
+{
+    return fault == FaultyPrintServer::Fault::Hangs ? "the print server " + server.socket() + " does not answer" : ".+";
+}
+
+TEST_P(FaultyServer, CannotTellItsQueues)
+{
+    const FaultyPrintServer server(GetParam(), 0);
+    const ServerAddress address(server.socket());
+    EXPECT_THAT(errorOf([] { static_cast<void>(printQueues(kShortPatience)); }), MatchesRegex("cannot list the print queues: " + reasonOf(GetParam(), server)));
+    EXPECT_GT(server.heardBytes(), 0U);
+}
+
+TEST(PrintServerThatIsAsked, HasToAnswerWhereItIsThere)
+{
+    {
+        const FaultyPrintServer server(FaultyPrintServer::Fault::Hangs, 0);
+        const ServerAddress address(server.socket());
+        EXPECT_EQ(errorOf([] { requireAnsweringPrintServer(kShortPatience); }), "the print server " + server.socket() + " does not answer");
+    }
+    const FaultyPrintServer server(FaultyPrintServer::Fault::Disappears, 0);
+    const ServerAddress address(server.socket());
+    EXPECT_EQ(errorOf([] { requireAnsweringPrintServer(kShortPatience); }), "no error");
+    EXPECT_EQ(errorOf([] { requireAnsweringPrintServer(kShortPatience); }), "no error") << "nothing listens any more";
+}
+
+TEST_P(FaultyServer, CannotPrint)
+{
+    const FaultyPrintServer server(GetParam(), 0);
+    const ServerAddress address(server.socket());
+    EXPECT_THAT(errorOf([] { printPage(*examplePage(PrintInfo()), {"plain", {}, false}, kShortPatience); }), MatchesRegex("cannot print to plain: " + reasonOf(GetParam(), server)));
+    EXPECT_GT(server.heardBytes(), 0U);
+}
+
+TEST_P(FaultyServer, InTheMiddleOfAJobIsAnError)
+{
+    if (!PrivatePrintServer::isInstalled())
+        GTEST_SKIP() << "the print server cupsd is not installed";
+    const PrivatePrintServer server;
+    if (!server.isRunning())
+        GTEST_SKIP() << "the print server cupsd refuses to run: " << server.log();
+    const auto page = examplePage(PrintInfo());
+    std::size_t wholeJob = 0;
+    {
+        const FaultyPrintServer relay(GetParam(), std::size_t{1} << 30U, server.socket());
+        const ServerAddress address(relay.socket());
+        ASSERT_EQ(printPage(*page, {"plain", {}, false}), 1);
+        wholeJob = relay.heardBytes();
+    }
+    const std::size_t document = dataOfPage(*page, OutputKind::PDF).size();
+    ASSERT_GT(wholeJob, document);
+    // With the first request, with the next ones, and in the middle of the document, which comes last.
+    for (const std::size_t heard : {std::size_t{1}, (wholeJob - document) / 2, wholeJob - document / 2}) {
+        const FaultyPrintServer relay(GetParam(), heard, server.socket());
+        const ServerAddress address(relay.socket());
+        const std::string error = errorOf([&] { printPage(*page, {"plain", {}, false}, kShortPatience); });
+        EXPECT_THAT(error, MatchesRegex("cannot print to plain: " + reasonOf(GetParam(), relay))) << heard;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Faults, FaultyServer, testing::Values(FaultyPrintServer::Fault::Hangs, FaultyPrintServer::Fault::Disappears),
+    [](const auto& each) { return each.param == FaultyPrintServer::Fault::Hangs ? "Hangs" : "Disappears"; });
 
 } // namespace
 } // namespace TOLVGraphing

@@ -43,15 +43,12 @@ FontFace faceOf(const FcPattern* font)
     return face;
 }
 
-/// The first usable outline font whose `property` is exactly the value.
-std::optional<FontFace> firstFontWith(const char* property, const std::string& value)
+/// The first usable font that the pattern fits.
+std::optional<FontFace> firstFontFor(const FontconfigPointer<FcPattern>& pattern)
 {
-    const FontconfigPointer<FcPattern> pattern(FcPatternCreate());
     const FontconfigPointer<FcObjectSet> objects(FcObjectSetBuild(FC_FAMILY, FC_WEIGHT, FC_SLANT, FC_FONTFORMAT, nullptr));
-    if (!pattern || !objects || value.empty())
+    if (!pattern || !objects)
         return std::nullopt;
-    FcPatternAddString(pattern.get(), property, reinterpret_cast<const FcChar8*>(value.c_str()));
-    FcPatternAddBool(pattern.get(), FC_OUTLINE, FcTrue);
     const FontconfigPointer<FcFontSet> fonts(FcFontList(nullptr, pattern.get(), objects.get()));
     if (!fonts)
         return std::nullopt;
@@ -60,6 +57,17 @@ std::optional<FontFace> firstFontWith(const char* property, const std::string& v
             return faceOf(fonts->fonts[i]);
     }
     return std::nullopt;
+}
+
+/// The first usable outline font whose `property` is exactly the value.
+std::optional<FontFace> firstFontWith(const char* property, const std::string& value)
+{
+    const FontconfigPointer<FcPattern> pattern(FcPatternCreate());
+    if (!pattern || value.empty())
+        return std::nullopt;
+    FcPatternAddString(pattern.get(), property, reinterpret_cast<const FcChar8*>(value.c_str()));
+    FcPatternAddBool(pattern.get(), FC_OUTLINE, FcTrue);
+    return firstFontFor(pattern);
 }
 
 } // namespace
@@ -74,6 +82,11 @@ std::optional<FontFace> FontconfigCatalog::faceNamed(const std::string& name) co
     if (auto face = firstFontWith(FC_POSTSCRIPT_NAME, name))
         return face;
     return firstFontWith(FC_FULLNAME, name);
+}
+
+bool FontconfigCatalog::isEmpty() const
+{
+    return !firstFontFor(FontconfigPointer<FcPattern>(FcPatternCreate()));
 }
 
 } // namespace TOLVGraphing::text

@@ -16,6 +16,8 @@ public:
     [[nodiscard]] virtual bool hasFamily(const std::string& family) const = 0;
     /// The installed face with exactly this PostScript name ("NimbusSans-Bold") or full name ("Nimbus Sans Bold").
     [[nodiscard]] virtual std::optional<FontFace> faceNamed(const std::string& name) const = 0;
+    /// True when not a single font is installed.
+    [[nodiscard]] virtual bool isEmpty() const = 0;
 };
 
 /// What fontconfig lists.
@@ -23,6 +25,7 @@ class FontconfigCatalog final : public FontCatalog {
 public:
     [[nodiscard]] bool hasFamily(const std::string& family) const override;
     [[nodiscard]] std::optional<FontFace> faceNamed(const std::string& name) const override;
+    [[nodiscard]] bool isEmpty() const override;
 };
 
 } // namespace TOLVGraphing::text

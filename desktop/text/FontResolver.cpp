@@ -60,10 +60,19 @@ FontFace FontResolver::resolveNamed(const std::string& name, FontFace wanted, Na
         if (m_catalog->hasFamily(wanted.family))
             return wanted;
     }
-    if (!m_hasLogged.exchange(true))
-        writeLog("Neither " + name + " nor Nimbus Sans nor Liberation Sans is installed: texts are set in the system's sans-serif font and may be wider than elsewhere");
+    tellOfSubstitute(name);
     wanted.family = "sans-serif";
     return wanted;
+}
+
+void FontResolver::tellOfSubstitute(const std::string& name) const
+{
+    if (m_hasLogged.exchange(true))
+        return;
+    if (m_catalog->isEmpty())
+        writeLog("No usable font is installed: a box stands for each character");
+    else
+        writeLog("Neither " + name + " nor Nimbus Sans nor Liberation Sans is installed: texts are set in the system's sans-serif font and may be wider than elsewhere");
 }
 
 FontFace FontResolver::resolveOther(const std::string& name, const FontFace& wanted) const
@@ -72,6 +81,8 @@ FontFace FontResolver::resolveOther(const std::string& name, const FontFace& wan
         return *face;
     if (m_catalog->hasFamily(name))
         return {name, 400, false};
+    if (m_catalog->isEmpty())
+        tellOfSubstitute(name);
     return wanted;
 }
 

@@ -37,7 +37,7 @@ struct ResolvedFont {
 ///
 /// The library's own faces (HelveticaNeue, HelveticaNeue-Bold, HelveticaNeue-Light, Helvetica and further styles of both families) are the real fonts where they are
 /// installed, else Nimbus Sans, regular or bold (from weight 600 on), else Liberation Sans, else the sans-serif font that fontconfig offers, of which one line in the log
-/// tells. Their extents are always those of the named faces, since layouts are made for them: HelveticaNeue 0.952 / 0.213 / 0.028 em, Helvetica 0.770 / 0.230 / 0.
+/// tells, as it does where no font is installed at all. Their extents are always those of the named faces, since layouts are made for them: HelveticaNeue 0.952 / 0.213 / 0.028 em, Helvetica 0.770 / 0.230 / 0.
 ///
 /// Any other name is the face of that PostScript or full name, else the family of that name, else a family with a style ("Family-Bold", "Family-LightItalic"); what is
 /// not installed is left to fontconfig. Such fonts keep their own extents. Safe to use from several threads.
@@ -51,6 +51,8 @@ public:
 private:
     [[nodiscard]] FontFace resolveNamed(const std::string& name, FontFace wanted, NamedFamily family) const;
     [[nodiscard]] FontFace resolveOther(const std::string& name, const FontFace& wanted) const;
+    /// One line in the log, the first time.
+    void tellOfSubstitute(const std::string& name) const;
 
     std::shared_ptr<const FontCatalog> m_catalog;
     mutable std::atomic<bool> m_hasLogged = false;

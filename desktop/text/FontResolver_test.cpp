@@ -27,6 +27,7 @@ public:
         const auto found = m_faces.find(name);
         return found == m_faces.end() ? std::nullopt : std::optional(found->second);
     }
+    bool isEmpty() const override { return m_families.empty() && m_faces.empty(); }
 
 private:
     std::set<std::string> m_families;
@@ -81,6 +82,17 @@ TEST(FontResolver, withoutNimbusComesLiberationAndThenTheSystemWithOneLineInTheL
     EXPECT_EQ(bare.resolve("Helvetica"), (ResolvedFont{{"sans-serif", 400, false}, kPlain}));
     ASSERT_EQ(lines.size(), 1U);
     EXPECT_EQ(lines[0], "Neither HelveticaNeue nor Nimbus Sans nor Liberation Sans is installed: texts are set in the system's sans-serif font and may be wider than elsewhere");
+}
+
+TEST(FontResolver, withoutAnyFontOneLineInTheLogSaysSo)
+{
+    std::vector<std::string> lines;
+    const LogSinkScope sink([&](std::string_view line) { lines.emplace_back(line); });
+    const FontResolver bare = resolverFor({});
+    EXPECT_EQ(bare.resolve("Odd-Bold"), (ResolvedFont{{"Odd", 700, false}, std::nullopt}));
+    EXPECT_EQ(bare.resolve("HelveticaNeue"), (ResolvedFont{{"sans-serif", 400, false}, kNeue}));
+    EXPECT_EQ(bare.resolve("Helvetica"), (ResolvedFont{{"sans-serif", 400, false}, kPlain}));
+    EXPECT_EQ(lines, std::vector<std::string>{"No usable font is installed: a box stands for each character"});
 }
 
 TEST(FontResolver, otherNamesKeepTheirOwnExtents)

@@ -81,6 +81,16 @@ std::string_view beginning(std::string_view text)
     return text.substr(0, length);
 }
 
+/// Where there is no font at all, Pango measures and draws boxes, but leaves the offsets of their runs as it finds them in memory.
+void clearOffsetsWithoutFont(PangoLayoutLine* line)
+{
+    for (GSList* link = line->runs; link; link = link->next) {
+        auto* run = static_cast<PangoGlyphItem*>(link->data);
+        if (!run->item->analysis.font)
+            run->y_offset = run->start_x_offset = run->end_x_offset = 0;
+    }
+}
+
 /// The font size to shape a text of so many bytes at.
 double shapedSizeFor(double size, std::size_t bytes)
 {
@@ -181,6 +191,7 @@ TextLayout PangoTextSystem::Engine::makeLayout(const std::string& text, const Fo
     pango_layout_set_text(made.layout.get(), made.text.data(), static_cast<int>(made.text.size()));
     for (const GSList* link = pango_layout_get_lines_readonly(made.layout.get()); link; link = link->next) {
         auto* line = static_cast<PangoLayoutLine*>(link->data);
+        clearOffsetsWithoutFont(line);
         PangoRectangle logical{};
         pango_layout_line_get_extents(line, nullptr, &logical);
         const double width = static_cast<double>(logical.width) / PANGO_SCALE * made.scale;

@@ -2,10 +2,14 @@
 
 #include "WaterfallScene.h"
 
+#include <hosts/qt6/DisplayGuard.h>
+
 #include <QApplication>
 #include <QOpenGLContext>
 #include <QOpenGLWidget>
 #include <QSurfaceFormat>
+
+#include <optional>
 
 namespace {
 
@@ -46,7 +50,9 @@ int showWaterfall(int argumentCount, char** arguments, const Decay& decay, const
     format.setProfile(QSurfaceFormat::CompatibilityProfile);
     format.setSamples(4);
     QSurfaceFormat::setDefaultFormat(format);
+    std::optional<TOLVGraphing::DisplayGuard> guard(std::in_place, QStringLiteral("waterfall"), QStringLiteral("--output FILE.png needs none"));
     const QApplication application(argumentCount, arguments);
+    guard.reset();
     WaterfallWidget window(decay, title);
     window.resize(800, 560);
     window.show();

@@ -22,6 +22,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <exception>
 
 namespace TOLVGraphing {
@@ -29,6 +30,9 @@ namespace TOLVGraphing {
 namespace {
 
 constexpr std::array kPapers{QPageSize::A4, QPageSize::A3, QPageSize::A5, QPageSize::Letter, QPageSize::Legal};
+
+/// Before a dialog opens, nobody wants to wait.
+constexpr std::chrono::milliseconds kServerPatience{3000};
 
 /// The layout of the sheet; sizes that are none of the known ones become their own.
 QPageLayout layoutOf(const PrintInfo& info)
@@ -67,6 +71,7 @@ std::shared_ptr<TOLVPrintView> printViewOfGraphView(const TOLVGraphView& view, c
 
 bool printWithDialog(const TOLVGraphView& view, PrintInfo& printInfo, QWidget* parent)
 {
+    requireAnsweringPrintServer(kServerPatience);
     QPrinter printer;
     printer.setPageLayout(layoutOf(printInfo));
     printer.setCopyCount(printInfo.copies);

@@ -21,7 +21,7 @@ class TOLVPrintView;
 [[nodiscard]] std::shared_ptr<TOLVPrintView> printViewOfGraphView(const TOLVGraphView& view, const PrintInfo& printInfo);
 
 /// Lets the user choose a printer or a file, paper, margins and copies, and prints; `printInfo` is what the dialog starts with and receives what was chosen. A printer's queue receives the page as PDF, a file the page as PDF, or as
-/// PostScript when its name ends in .ps. False when the user cancels. Throws what printPage and printPageToPDF throw.
+/// PostScript when its name ends in .ps. False when the user cancels. Throws what printPage and printPageToPDF throw; PrintError instead of the dialog where the print server hangs.
 bool printWithDialog(const TOLVGraphView& view, PrintInfo& printInfo, QWidget* parent);
 
 /// Shows the page as it will be printed, with the choice of paper and direction, and offers to print it or to save it as PDF. Modal or not, as the host shows it.

@@ -64,10 +64,16 @@ PrivateDisplay::PrivateDisplay()
 
 PrivateDisplay::~PrivateDisplay()
 {
+    end();
+}
+
+void PrivateDisplay::end()
+{
     if (m_process <= 0)
         return;
     ::kill(m_process, SIGTERM);
     while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) { }
+    m_process = -1;
 }
 
 } // namespace TOLVGraphing::testing_support

@@ -16,6 +16,9 @@ public:
     PrivateDisplay(const PrivateDisplay&) = delete;
     PrivateDisplay& operator=(const PrivateDisplay&) = delete;
 
+    /// Ends the display before that; its programs lose their connections.
+    void end();
+
     [[nodiscard]] static bool isInstalled();
     /// For example ":99"; empty when the display refused to start.
     [[nodiscard]] const std::string& name() const { return m_name; }

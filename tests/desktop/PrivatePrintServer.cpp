@@ -147,9 +147,9 @@ bool PrivatePrintServer::isInstalled()
     return ::access(kServer, X_OK) == 0;
 }
 
-PrivatePrintServer::PrivatePrintServer()
+PrivatePrintServer::PrivatePrintServer(bool hasQueues)
 {
-    writeFiles();
+    writeFiles(hasQueues);
     start();
 }
 
@@ -161,7 +161,7 @@ PrivatePrintServer::~PrivatePrintServer()
     while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) { }
 }
 
-void PrivatePrintServer::writeFiles() const
+void PrivatePrintServer::writeFiles(bool hasQueues) const
 {
     for (const char* folder : {"root/ppd", "cache", "state", "spool/tmp", "bin/backend", "bin/filter"})
         std::filesystem::create_directories(m_folder.path(folder));
@@ -169,7 +169,7 @@ void PrivatePrintServer::writeFiles() const
     std::filesystem::create_directory_symlink("/usr/lib/cups/daemon", m_folder.path("bin/daemon"));
     m_folder.write("settings.conf", inFolder(kSettings, m_folder.path()));
     m_folder.write("folders.conf", inFolder(kFolders, m_folder.path()));
-    m_folder.write("root/printers.conf", kQueues);
+    m_folder.write("root/printers.conf", hasQueues ? kQueues : "");
     m_folder.write("root/ppd/papers.ppd", kPapers);
     // Not for others: the server then runs it as its own user, who may write into the folder.
     ::chmod(m_folder.write("bin/backend/keep", inFolder(kPrinter, m_folder.path())).c_str(), 0700);

@@ -14,8 +14,8 @@ namespace TOLVGraphing::testing_support {
 /// Its queues: "plain", the default one, "A plain queue", which knows no paper; "papers", which knows A4 as "iso_a4_210x297mm" and Letter as "na_letter_8.5x11in"; and "closed", which takes no jobs.
 class PrivatePrintServer {
 public:
-    /// Starts the server and waits until it listens.
-    PrivatePrintServer();
+    /// Starts the server, with its queues or without any, and waits until it listens.
+    explicit PrivatePrintServer(bool hasQueues = true);
     /// Ends the server.
     ~PrivatePrintServer();
     PrivatePrintServer(const PrivatePrintServer&) = delete;
@@ -37,7 +37,7 @@ public:
     [[nodiscard]] Printed waitForPrinted(std::chrono::seconds patience = std::chrono::seconds(20)) const;
 
 private:
-    void writeFiles() const;
+    void writeFiles(bool hasQueues) const;
     void start();
 
     TemporaryFolder m_folder;

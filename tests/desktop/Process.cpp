@@ -108,7 +108,9 @@ void requireInChild(bool success)
 {
     for (int i = 0; i < 3; ++i)
         requireInChild(::dup2(descriptors[static_cast<std::size_t>(i)], i) == i);
-    ::signal(SIGPIPE, SIG_DFL);
+    // A shell starts what runs in its background with some of them ignored.
+    for (const int signal : {SIGPIPE, SIGHUP, SIGINT, SIGTERM})
+        ::signal(signal, SIG_DFL);
     requireInChild(surroundings.folder.empty() || ::chdir(surroundings.folder.c_str()) == 0);
     if (surroundings.fileSizeLimit > 0) {
         const rlimit limit{surroundings.fileSizeLimit, surroundings.fileSizeLimit};
@@ -157,6 +159,8 @@ public:
 
     ProcessResult finish()
     {
+        if (m_surroundings.whileRunning)
+            m_surroundings.whileRunning(m_child);
         while (m_output.isOpen() || m_error.isOpen()) {
             if (Clock::now() - m_start > m_surroundings.timeout) {
                 m_result.timedOut = true;

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace TOLVGraphing::testing_support {
@@ -23,6 +25,8 @@ struct ProcessSurroundings {
     bool withoutPrivileges = false;
     /// No file grows beyond this many bytes: writing more fails as on a full disk. 0 for no limit.
     unsigned long fileSizeLimit = 0;
+    /// Called once with the program's process, soon after its start. What the program writes meanwhile has to fit into a pipe.
+    std::function<void(pid_t process)> whileRunning;
     /// A program that takes longer is ended.
     std::chrono::seconds timeout{60};
 };

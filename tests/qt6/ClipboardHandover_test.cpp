@@ -9,17 +9,25 @@
 #include <tests/desktop/TemporaryFolder.h>
 
 #include <TOLVGraphing/graph/TOLVGraph.h>
+#include <TOLVGraphing/platform/foundation/Log.h>
 #include <TOLVGraphing/views/TOLVGraphView.h>
+#include <hosts/qt6/ClipboardHandover.h>
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QProcess>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <signal.h>
+
 #include <algorithm>
+#include <optional>
 #include <string>
+#include <vector>
 
 using namespace TOLVGraphing;
 using namespace TOLVGraphing::testing_support;
@@ -47,6 +55,8 @@ public:
     Manager& operator=(const Manager&) = delete;
 
     [[nodiscard]] bool isReady() const { return m_isReady; }
+    /// It is there and answers nothing any more.
+    void stop() const { ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP); }
 
 private:
     QProcess m_process;
@@ -144,6 +154,61 @@ TEST_P(ClipboardHandoverTo, ContentsLongerThanOneMessageToTheDisplayOutliveThePr
     EXPECT_EQ(text.substr(text.rfind('\n', text.size() - 2)), "\n\t\t\t\t9.9999895\t0.9990001\n");
     EXPECT_EQ(pasted("application/pdf").substr(0, 5), "%PDF-");
     EXPECT_THAT(pasted("image/svg+xml"), EndsWith("</svg>\n"));
+}
+
+TEST_F(ClipboardHandover, AManagerThatHangsIsGivenUp)
+{
+    const Manager manager({});
+    ASSERT_TRUE(manager.isReady());
+    QGuiApplication::clipboard()->setText("kept");
+    manager.stop();
+    std::vector<std::string> log;
+    const LogSinkScope sink([&](std::string_view line) { log.emplace_back(line); });
+    EXPECT_FALSE(handClipboardOver(std::chrono::milliseconds(200)));
+    EXPECT_EQ(log, std::vector<std::string>{"the clipboard manager did not answer: what was copied may end with the program"});
+}
+
+TEST_F(ClipboardHandover, AManagerThatGoesAwayMeanwhileIsGivenUp)
+{
+    std::optional<Manager> manager(std::in_place, QStringList());
+    ASSERT_TRUE(manager->isReady());
+    QGuiApplication::clipboard()->setText("kept");
+    manager->stop();
+    QTimer::singleShot(50, qGuiApp, [&] { manager.reset(); });
+    const LogSinkScope silence([](std::string_view) {});
+    EXPECT_FALSE(handClipboardOver(std::chrono::milliseconds(300)));
+    EXPECT_FALSE(manager);
+    EXPECT_FALSE(handClipboardOver(std::chrono::milliseconds(300))) << "where no manager is any more";
+}
+
+TEST_F(ClipboardHandover, ProgramsThatPasteMayEndInTheMiddle)
+{
+    // Longer than one message to the display, so that it goes in pieces.
+    const QString contents(24 << 20, QLatin1Char('x'));
+    QGuiApplication::clipboard()->setText(contents);
+    for (int i = 0; i < 3; ++i) {
+        QProcess xclip;
+        xclip.start("xclip", {"-selection", "clipboard", "-out", "-target", "UTF8_STRING"});
+        ASSERT_TRUE(waitUntil([&] { return xclip.state() != QProcess::Starting && (i == 0 || xclip.bytesAvailable() > 0); }));
+        xclip.kill();
+        xclip.waitForFinished();
+    }
+    EXPECT_EQ(pasted("UTF8_STRING").size(), static_cast<std::size_t>(contents.size()));
+    QGuiApplication::clipboard()->setText("short");
+    EXPECT_EQ(pasted("UTF8_STRING"), "short");
+}
+
+TEST_F(ClipboardHandover, AnOwnerThatHasGoneLeavesNothingAndIsNotWaitedFor)
+{
+    QProcess program;
+    program.start(TOLV_COPYING_PROGRAM, {"--stay"});
+    ASSERT_TRUE(waitUntil([&] { return program.canReadLine(); }));
+    ASSERT_TRUE(QGuiApplication::clipboard()->mimeData()->hasFormat("application/pdf"));
+    program.kill();
+    program.waitForFinished();
+    const QMimeData* left = QGuiApplication::clipboard()->mimeData();
+    EXPECT_EQ(left ? left->data("application/pdf").size() : 0, 0);
+    EXPECT_FALSE(handClipboardOver(std::chrono::milliseconds(200)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Managers, ClipboardHandoverTo, testing::Values("", "--at-once"), [](const auto& each) { return std::string(*each.param ? "AtOnce" : "OneByOne"); });

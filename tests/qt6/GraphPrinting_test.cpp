@@ -1,9 +1,11 @@
 #include "WidgetSetup.h"
 
 #include <TOLVGraphing/views/TOLVGraphView.h>
+#include <desktop/printing/PrintQueue.h>
 #include <hosts/qt6/GraphPrinting.h>
 #include <hosts/qt6/QtServices.h>
 #include <tests/desktop/ExampleView.h>
+#include <tests/desktop/FaultyPrintServer.h>
 #include <tests/desktop/PrivatePrintServer.h>
 #include <tests/desktop/Process.h>
 #include <tests/desktop/TemporaryFolder.h>
@@ -98,6 +100,22 @@ TEST_F(Printing, QueueReceivesThePageWithTitleAndCopies)
     ASSERT_EQ(printed.document.substr(0, 5), "%PDF-");
     TOLV_REQUIRE_PROGRAM("pdftotext");
     EXPECT_THAT(runProcess({"pdftotext", "-raw", m_folder.write("printed.pdf", printed.document), "-"}).output, HasSubstr("Time (s)"));
+}
+
+TEST_F(Printing, ServerThatHangsIsAnErrorAndNoDialogWaitsForIt)
+{
+    const FaultyPrintServer server(FaultyPrintServer::Fault::Hangs, 0);
+    ::setenv("CUPS_SERVER", server.socket().c_str(), 1);
+    cupsSetServer(nullptr);
+    std::string error = "no error";
+    try {
+        printWithDialog(*m_view, m_info, nullptr);
+    } catch (const PrintError& problem) {
+        error = problem.what();
+    }
+    ::unsetenv("CUPS_SERVER");
+    cupsSetServer(nullptr);
+    EXPECT_EQ(error, "the print server " + server.socket() + " does not answer");
 }
 
 TEST_F(Printing, PreviewShowsThePageOnThePaperThatIsChosen)

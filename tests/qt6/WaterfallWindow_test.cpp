@@ -5,6 +5,8 @@
 
 #include "WidgetSetup.h"
 
+#include <tests/desktop/Process.h>
+
 #include <QGuiApplication>
 #include <QImage>
 #include <QProcess>
@@ -12,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 
@@ -42,6 +45,19 @@ std::string nameOf(const testing::TestParamInfo<const char*>& info)
 class WaterfallWindow : public testing::TestWithParam<const char*> { };
 
 INSTANTIATE_TEST_SUITE_P(Integrations, WaterfallWindow, testing::Values("xcb_glx", "xcb_egl"), nameOf);
+
+TEST(WaterfallProgram, SaysInOneLineThatItFindsNoDisplay)
+{
+    if (!std::filesystem::exists(kRecording))
+        GTEST_SKIP() << kRecording << " is not installed";
+    for (const char* environment : {"QT_QPA_PLATFORM=", "QT_QPA_PLATFORM=nonsense", "DISPLAY=:4711"}) {
+        const ProcessResult result = runProcess({"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-u", "QT_QPA_PLATFORM", environment, TOLV_PROGRAM_WATERFALL});
+        EXPECT_EQ(result.status, 1) << result.text();
+        EXPECT_TRUE(result.error.starts_with("waterfall: found no display to open a window on")) << result.error;
+        EXPECT_TRUE(result.error.ends_with("expected a desktop session (DISPLAY or WAYLAND_DISPLAY); --output FILE.png needs none\n")) << result.error;
+        EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 1) << result.error;
+    }
+}
 
 TEST_P(WaterfallWindow, ShowsTheDecay)
 {

@@ -33,11 +33,29 @@ TEST(ViewerProgram, saysThatItFindsNoDisplay)
     EXPECT_EQ(result.output, "");
 }
 
-TEST(ViewerProgram, saysSoWhereADisplayDoesNotAnswer)
+TEST(ViewerProgram, saysSoWhereADisplayDoesNotAnswerOrAPlatformIsUnknown)
 {
-    const ProcessResult result = runWithoutDisplay({}, {"DISPLAY=:4711", "QT_QPA_PLATFORM=xcb"});
-    EXPECT_EQ(result.status, 1) << result.text();
-    EXPECT_THAT(result.error, testing::StartsWith("tolvgraph-viewer: found no display"));
+    const struct {
+        std::vector<std::string> environment;
+        std::string platform;
+    } kCases[] = {
+        {{"DISPLAY=:4711"},                                            ""},
+        {{"DISPLAY=nonsense"},                                         ""},
+        {{"WAYLAND_DISPLAY=nothing", "XDG_RUNTIME_DIR=/proc/nowhere"}, ""},
+        {{"QT_QPA_PLATFORM=xcb"},                                      "xcb"},
+        {{"DISPLAY=:4711", "QT_QPA_PLATFORM=xcb"},                     "xcb"},
+        {{"WAYLAND_DISPLAY=nothing", "QT_QPA_PLATFORM=wayland"},       "wayland"},
+        {{"QT_QPA_PLATFORM=nonsense"},                                 "nonsense"},
+        {{"QT_QPA_PLATFORM=xcb;nonsense"},                             "xcb;nonsense"},
+        {{"DISPLAY=:4711", "QT_QPA_PLATFORM_PLUGIN_PATH=/nowhere"},    ""},
+    };
+    for (const auto& [environment, platform] : kCases) {
+        const ProcessResult result = runWithoutDisplay({}, environment);
+        EXPECT_EQ(result.status, 1) << result.text();
+        EXPECT_EQ(result.error, "tolvgraph-viewer: found no display to open a window on" + (platform.empty() ? "" : " with QT_QPA_PLATFORM=" + platform)
+            + ", expected a desktop session (DISPLAY or WAYLAND_DISPLAY); tolvgraph draws files without one\n");
+    }
+    EXPECT_EQ(runWithoutDisplay({"-platform", "nonsense"}).status, 1);
 }
 
 TEST(ViewerProgram, printsHelpAndVersionWithoutADisplay)

@@ -1,15 +1,20 @@
 #include "Appearance.h"
-#include "Display.h"
 #include "MainWindow.h"
 #include "ProgramIcon.h"
+
+#include <apps/plotting/ProgramStart.h>
+#include <hosts/qt6/DisplayGuard.h>
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <initializer_list>
 #include <optional>
 
+using namespace TOLVGraphing;
 using namespace TOLVGraphing::app;
 
 namespace {
@@ -22,19 +27,26 @@ void describe(QCommandLineParser& parser)
     parser.addPositionalArgument(QStringLiteral("FILES"), QCoreApplication::translate("main", "Measurement files for one graph, or one graph document (.tolvgraph)"), QStringLiteral("[FILES...]"));
 }
 
+bool containsAny(const QStringList& arguments, std::initializer_list<const char*> options)
+{
+    return std::any_of(options.begin(), options.end(), [&](const char* option) { return arguments.contains(QLatin1String(option)); });
+}
+
 bool asksForText(const QStringList& arguments)
 {
-    for (const char* option : {"-h", "--help", "--help-all", "-v", "--version"}) {
-        if (arguments.contains(QLatin1String(option)))
-            return true;
-    }
-    return false;
+    return containsAny(arguments, {"-h", "--help", "--help-all", "-v", "--version"});
+}
+
+bool mayHaveDisplay(const QStringList& arguments)
+{
+    return DisplayGuard::isDisplayNamed() || containsAny(arguments, {"-platform", "--platform"});
 }
 
 } // namespace
 
 int main(int argumentCount, char** arguments)
 {
+    prepareProgram();
     QCoreApplication::setOrganizationName(QStringLiteral("TOLVGraphing"));
     QCoreApplication::setApplicationName(QStringLiteral("viewer"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TOLVGRAPHING_VERSION));
@@ -42,16 +54,16 @@ int main(int argumentCount, char** arguments)
     QStringList words;
     for (int i = 0; i < argumentCount; ++i)
         words << QString::fromLocal8Bit(arguments[i]);
-    if (!hasDisplay(words) || asksForText(words)) {
+    std::optional<DisplayGuard> guard(std::in_place, QStringLiteral("tolvgraph-viewer"), QStringLiteral("tolvgraph draws files without one"));
+    if (!mayHaveDisplay(words) || asksForText(words)) {
         const QCoreApplication text(argumentCount, arguments);
         QCoreApplication::setApplicationName(QStringLiteral("tolvgraph-viewer"));
         describe(parser);
         // Ends the program where help or version are asked for, and where an option is unknown.
         parser.process(text);
-        sayThatDisplayIsMissing();
+        guard->sayThatDisplayIsMissing();
         return 1;
     }
-    std::optional<DisplayGuard> guard(std::in_place);
     const QApplication application(argumentCount, arguments);
     guard.reset();
     QGuiApplication::setDesktopFileName(QStringLiteral("tolvgraph-viewer"));

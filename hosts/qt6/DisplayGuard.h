@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+namespace TOLVGraphing {
+
+/// For a program to hold while it makes its QApplication. A display that is not there or does not answer, and a platform that Qt does not know, then end the program with the status 1 and one line on standard error, which names DISPLAY,
+/// WAYLAND_DISPLAY and a QT_QPA_PLATFORM that is set; Qt by itself says several lines and aborts. What Qt says of it as a warning meanwhile is left out. One guard at a time.
+class DisplayGuard {
+public:
+    /// The program's name stands at the front of the line. What it can do without a display may stand at the end: "expected ...; " and this text.
+    explicit DisplayGuard(const QString& program, const QString& withoutDisplay = QString());
+    ~DisplayGuard();
+    DisplayGuard(const DisplayGuard&) = delete;
+    DisplayGuard& operator=(const DisplayGuard&) = delete;
+
+    /// The environment names a display, or a platform for windows. Whether it answers, only connecting can tell.
+    [[nodiscard]] static bool isDisplayNamed();
+    /// Says the line.
+    void sayThatDisplayIsMissing() const;
+
+private:
+    static void answerMessage(QtMsgType type, const QMessageLogContext& context, const QString& text);
+
+    QString m_program;
+    QString m_withoutDisplay;
+    QtMessageHandler m_formerHandler = nullptr;
+};
+
+} // namespace TOLVGraphing
