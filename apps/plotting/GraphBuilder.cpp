@@ -85,6 +85,7 @@ public:
     std::vector<LegendEntry> configure(std::vector<std::string>& notes)
     {
         // Whatever can fail comes before the first change.
+        requireFewSeries();
         addSeriesToDraft();
         const Range fittingX = narrowed(visibleXRange(*m_draft, m_options, xIsDate(), m_notes));
         std::optional<Range> x;
@@ -238,6 +239,15 @@ private:
                 markers.push_back(TOLVMarker::markerWithValue(value));
         }
         return markers;
+    }
+
+    void requireFewSeries() const
+    {
+        std::size_t count = 0;
+        for (const FileSeries& file : m_files)
+            count += file.selection.series.size();
+        if (count > kMaximumSeriesCount)
+            throw UsageError("FILE", std::to_string(count) + " series", "at most " + std::to_string(kMaximumSeriesCount) + " in one graph; --y chooses some of them");
     }
 
     void replaceMarkers(const TOLVGraph::Markers& markers)

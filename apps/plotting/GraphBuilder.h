@@ -7,6 +7,7 @@
 #include <TOLVGraphing/views/GraphSheet.h>
 #include <TOLVGraphing/views/LegendRows.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +17,9 @@ class TOLVGraph;
 }
 
 namespace TOLVGraphing::app {
+
+/// The most series of a graph, of all files together. More is an error.
+inline constexpr std::size_t kMaximumSeriesCount = 16'384;
 
 /// What of a graph's view stays as it is while the graph is configured.
 struct KeptView {
@@ -35,7 +39,7 @@ struct KeptView {
 /// former one drew. The undo manager stays attached. Ranges and markers are those of the options unless they are kept; markers that are replaced empty the undo manager, whose steps would no longer fit.
 /// `notes` is replaced by sentences that the user should read. Nothing of the graph's looks beyond that is touched: margins are set by a sheet, see layoutSheet().
 ///
-/// Throws UsageError when a range or a marker that is looked at cannot be understood with these data, or when a logarithmic axis has nothing to show; graph and notes are then as they were. The vertical range is not looked at where it
+/// Throws UsageError when a range or a marker that is looked at cannot be understood with these data, when there are more than kMaximumSeriesCount series, or when a logarithmic axis has nothing to show; graph and notes are then as they were. The vertical range is not looked at where it
 /// is kept.
 [[nodiscard]] std::vector<LegendEntry> configureGraph(
     const std::shared_ptr<TOLVGraph>& graph, const std::vector<FileSeries>& files, const Options& options, const KeptView& kept, std::vector<std::string>& notes);

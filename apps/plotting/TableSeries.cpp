@@ -1,5 +1,7 @@
 #include "TableSeries.h"
 
+#include <desktop/input/MappedFile.h>
+
 #include <cstddef>
 #include <optional>
 #include <utility>
@@ -30,7 +32,16 @@ input::ReadSettings readSettings(const Options& options)
 FileSeries seriesOfTable(input::MeasurementTable&& table, const Options& options)
 {
     std::string file = table.sourceName;
-    return {std::move(file), input::selectSeries(std::move(table), {options.x, options.y, options.hasCategories(), options.categoryColumn})};
+    auto mappedFile = table.mappedFile();
+    return {std::move(file), input::selectSeries(std::move(table), {options.x, options.y, options.hasCategories(), options.categoryColumn}), std::move(mappedFile)};
+}
+
+void requireWholeFiles(const std::vector<FileSeries>& files)
+{
+    for (const FileSeries& series : files) {
+        if (series.mappedFile)
+            series.mappedFile->requireAllBytes(series.file);
+    }
 }
 
 std::vector<std::string> notesOnRaggedRows(const input::MeasurementTable& table)

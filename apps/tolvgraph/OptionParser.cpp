@@ -222,7 +222,7 @@ std::vector<std::string> unambiguous(const CLI::App& command, const std::vector<
 
 } // namespace
 
-ParsedOptions parseOptions(int argumentCount, const char* const* arguments, std::ostream& out, std::ostream& error)
+ParsedOptions parseOptions(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& error)
 {
     constexpr int kUsage = 2;
     Options options;
@@ -231,7 +231,7 @@ ParsedOptions parseOptions(int argumentCount, const char* const* arguments, std:
     command.footer(kFooter);
     declare(command, options, raw);
     try {
-        auto words = unambiguous(command, {arguments + std::min(argumentCount, 1), arguments + argumentCount});
+        auto words = unambiguous(command, arguments);
         // The parser takes them from the end.
         std::reverse(words.begin(), words.end());
         command.parse(words);

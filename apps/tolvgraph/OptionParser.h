@@ -4,14 +4,16 @@
 
 #include <iosfwd>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace TOLVGraphing::app {
 
-/// Reads the command line. Answers the options, or the exit status when there is nothing more to do: 0 after --help and --version, 2 after a message about wrong usage.
+/// Reads the arguments, without the program's name. Answers the options, or the exit status when there is nothing more to do: 0 after --help and --version, 2 after a message about wrong usage.
 struct ParsedOptions {
     std::optional<Options> options;
     int status = 0;
 };
-[[nodiscard]] ParsedOptions parseOptions(int argumentCount, const char* const* arguments, std::ostream& out, std::ostream& error);
+[[nodiscard]] ParsedOptions parseOptions(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& error);
 
 } // namespace TOLVGraphing::app

@@ -29,7 +29,7 @@ void exportDocument(const GraphDocument& document, const std::string& path, cons
     std::vector<std::string> notes;
     GraphSheet sheet = sheetOfGraph(copy, configureGraph(copy, document.files(), options, KeptView::everything(), notes), options);
     layoutSheet(sheet, options, {{}, size});
-    writePicture(sheet, options, path);
+    writePicture(sheet, document.files(), options, path);
 }
 
 } // namespace TOLVGraphing::app

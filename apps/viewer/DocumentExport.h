@@ -13,7 +13,7 @@ class GraphDocument;
 /// bytes that the command line writes with the same options.
 ///
 /// The file is replaced as a whole or stays as it was. Throws DocumentError for a document without data and where the file is one of its sources, FileError for other suffixes and where the file cannot be written, OutputError
-/// for sizes that the kind cannot have.
+/// for sizes that the kind cannot have, and MeasurementError where a source has become shorter since it was read.
 void exportDocument(const GraphDocument& document, const std::string& path, const Size& size, double scale);
 
 } // namespace TOLVGraphing::app

@@ -2,6 +2,7 @@
 
 #include "GraphDocument.h"
 
+#include <desktop/input/MeasurementError.h>
 #include <desktop/output/FileError.h>
 #include <desktop/text/PangoTextSystem.h>
 
@@ -195,6 +196,23 @@ TEST_F(DocumentExportTest, refusesWhatCannotBeWritten)
     EXPECT_EQ(errorOf(*document, folder.path("link.svg")), folder.path("link.svg") + ": found one of the document's own sources, expected another name");
     EXPECT_EQ(folder.read("data.csv"), kRising);
     EXPECT_TRUE(errorOf(*document, folder.path("missing/a.png")).starts_with(folder.path("missing/a.png") + ": "));
+}
+
+TEST_F(DocumentExportTest, refusesADocumentWhoseSourceHasBecomeShorter)
+{
+    // Samples of such a long file are used where they lie.
+    const std::string source = folder.write("long.f32", std::string(6'000'000, '?'));
+    GraphDocument document;
+    document.install(readDocumentData({source}, {}));
+    const std::string picture = folder.write("picture.svg", "old");
+    std::filesystem::resize_file(source, 5'999'999);
+    try {
+        exportDocument(document, picture, {640.0, 400.0}, 2.0);
+        ADD_FAILURE() << "a sample is missing";
+    } catch (const input::MeasurementError& error) {
+        EXPECT_EQ(std::string(error.what()), source + ": became shorter while it was read, 5999999 bytes are left, expected 6000000");
+    }
+    EXPECT_EQ(folder.read("picture.svg"), "old");
 }
 
 } // namespace TOLVGraphing::app

@@ -22,9 +22,10 @@ constexpr std::size_t kLongestRead = std::size_t { 1 } << 20;
 
 } // namespace
 
-ByteSource::ByteSource(std::string path, std::function<bool(const ReadProgress&)> progress)
+ByteSource::ByteSource(std::string path, std::function<bool(const ReadProgress&)> progress, std::uint64_t mostPipedBytes)
     : m_name(std::move(path))
     , m_progress(std::move(progress))
+    , m_mostPipedBytes(mostPipedBytes)
 {
     if (m_name == "-") {
         m_descriptor = STDIN_FILENO;
@@ -105,8 +106,10 @@ std::size_t ByteSource::readAt(std::uint64_t offset, char* target, std::size_t c
             continue;
         if (length < 0)
             fail(errno, "cannot be read");
-        if (length == 0)
+        if (length == 0) {
+            requireNothingCut();
             break;
+        }
         filled += static_cast<std::size_t>(length);
     }
     return filled;
@@ -138,11 +141,31 @@ std::size_t ByteSource::readSome(char* target, std::size_t count)
 {
     for (;;) {
         ssize_t length = ::read(m_descriptor, target, std::min(count, kLongestRead));
+        if (length == 0)
+            requireNothingCut();
         if (length >= 0)
-            return static_cast<std::size_t>(length);
+            return takenFromPipe(static_cast<std::size_t>(length));
         if (errno != EINTR)
             fail(errno, "cannot be read");
     }
+}
+
+/// At the end of a file, which may come sooner than its length promised: the system's own files promise more than they have, but others were cut.
+void ByteSource::requireNothingCut() const
+{
+    if (m_totalBytes)
+        requireLength(m_descriptor, m_startOffset + *m_totalBytes, m_name);
+}
+
+/// What has no known length may have no end.
+std::size_t ByteSource::takenFromPipe(std::size_t count)
+{
+    if (m_totalBytes)
+        return count;
+    m_pipedBytes += count;
+    if (m_pipedBytes > m_mostPipedBytes)
+        throw MeasurementError(m_name, 0, "more than " + std::to_string(m_mostPipedBytes) + " bytes from a pipe or device", "expected fewer, or a file");
+    return count;
 }
 
 void ByteSource::report()

@@ -17,12 +17,12 @@ class MappedFile;
 
 /// The bytes of a file, a pipe or standard input, read once from front to back, with progress and cancelling.
 ///
-/// Every operation throws MeasurementError with the system's reason where the system refuses, and ReadingCancelled where the progress
+/// Every operation throws MeasurementError with the system's reason where the system refuses, and where a file is found to end sooner than it did when it was opened, and ReadingCancelled where the progress
 /// callback answers false.
 class ByteSource {
 public:
-    /// Opens the path; `-` is standard input (a file of that name is "./-"). Refuses directories.
-    explicit ByteSource(std::string path, std::function<bool(const ReadProgress&)> progress = {});
+    /// Opens the path; `-` is standard input (a file of that name is "./-"). Refuses directories. Of a source of unknown length no more than `mostPipedBytes` can be read.
+    explicit ByteSource(std::string path, std::function<bool(const ReadProgress&)> progress = {}, std::uint64_t mostPipedBytes = kMaximumPipedBytes);
     ~ByteSource();
     ByteSource(const ByteSource&) = delete;
     ByteSource& operator=(const ByteSource&) = delete;
@@ -55,6 +55,8 @@ public:
 
 private:
     std::size_t readSome(char* target, std::size_t count);
+    void requireNothingCut() const;
+    std::size_t takenFromPipe(std::size_t count);
     void report();
     [[noreturn]] void fail(int systemError, const char* doing) const;
 
@@ -64,6 +66,8 @@ private:
     bool m_ownsDescriptor = false;
     std::uint64_t m_startOffset = 0;
     std::optional<std::uint64_t> m_totalBytes;
+    std::uint64_t m_mostPipedBytes;
+    std::uint64_t m_pipedBytes = 0;
     std::uint64_t m_bytesRead = 0;
     std::uint64_t m_bytesReported = 0;
     char m_peeked[kLongestPeek];

@@ -14,6 +14,8 @@ class ExtremePyramid;
 
 namespace TOLVGraphing::input {
 
+class MappedFile;
+
 /// The numbers of a column: its own, or numbers that stay where they are, in a mapped file.
 class ColumnValues {
 public:
@@ -24,8 +26,8 @@ public:
     ColumnValues() = default;
     /// Takes them over.
     ColumnValues(std::vector<float> values) : m_own(std::move(values)) {}
-    /// Numbers that `owner` keeps in place. `pyramid`, if any, was made of exactly these.
-    ColumnValues(std::shared_ptr<const void> owner, std::span<const float> values, std::shared_ptr<const ExtremePyramid> pyramid)
+    /// Numbers that `owner` has in place. `pyramid`, if any, was made of exactly these.
+    ColumnValues(std::shared_ptr<const MappedFile> owner, std::span<const float> values, std::shared_ptr<const ExtremePyramid> pyramid)
         : m_owner(std::move(owner))
         , m_elsewhere(values)
         , m_pyramid(std::move(pyramid))
@@ -43,6 +45,8 @@ public:
 
     /// The numbers are in a file and not in memory of their own.
     [[nodiscard]] bool areElsewhere() const { return m_owner != nullptr; }
+    /// The file that they are in; null where they are in memory of their own.
+    [[nodiscard]] const std::shared_ptr<const MappedFile>& file() const { return m_owner; }
     /// What is known of the extremes; null where they were not looked for.
     [[nodiscard]] const ExtremePyramid* pyramid() const { return m_pyramid.get(); }
 
@@ -58,7 +62,7 @@ public:
 
 private:
     std::vector<float> m_own;
-    std::shared_ptr<const void> m_owner;
+    std::shared_ptr<const MappedFile> m_owner;
     std::span<const float> m_elsewhere;
     std::shared_ptr<const ExtremePyramid> m_pyramid;
 };

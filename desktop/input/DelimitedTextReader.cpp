@@ -431,7 +431,7 @@ MeasurementTable DelimitedTextReader::finishedTable()
 {
     m_table.format.skippedLines += std::exchange(m_waitingEmptyRows, 0);
     if (!m_builder.hasValues())
-        fail(m_line, "no row with a number behind the header", "expected at least one column of numbers or dates");
+        fail(std::max<std::size_t>(m_line, 2) - 1, "no row with a number behind the header", "expected at least one column of numbers or dates");
     m_builder.finish(m_table);
     return std::move(m_table);
 }

@@ -422,6 +422,14 @@ TEST(DelimitedTextReader, linesOfErrorsCountSkippedLines)
     EXPECT_EQ(summaryOfContent("x\ny\n1,2\n3,\"4\n", settings), "FILE:4: a quotation mark that is not closed, expected another one at the end of the field");
 }
 
+TEST(DelimitedTextReader, aTableWithoutNumbersBehindItsHeaderIsMissedInTheLastLine)
+{
+    ReadSettings settings;
+    settings.headerRows = 2;
+    for (const char* lineEnd : { "", "\n" })
+        EXPECT_EQ(summaryOfContent("a,b\n1\n3/,2=1" + std::string(lineEnd), settings), "FILE:3: no row with a number behind the header, expected at least one column of numbers or dates");
+}
+
 TEST(DelimitedTextReader, limits)
 {
     std::string wide = repeated("1,", kMaximumColumnCount);

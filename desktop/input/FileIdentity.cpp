@@ -1,5 +1,7 @@
 #include <desktop/input/FileIdentity.h>
 
+#include <desktop/input/MeasurementError.h>
+
 #include <sys/stat.h>
 
 namespace TOLVGraphing::input {
@@ -20,6 +22,13 @@ std::optional<FileIdentity> identityOfDescriptor(int descriptor)
         return std::nullopt;
     return FileIdentity { static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino), static_cast<std::uint64_t>(status.st_size), nanoseconds(status.st_mtim),
         nanoseconds(status.st_ctim) };
+}
+
+void requireLength(int descriptor, std::uint64_t length, const std::string& name)
+{
+    const auto now = identityOfDescriptor(descriptor);
+    if (now && now->size < length)
+        throw MeasurementError(name, 0, "became shorter while it was read, " + std::to_string(now->size) + " bytes are left", "expected " + std::to_string(length));
 }
 
 } // namespace TOLVGraphing::input

@@ -1,7 +1,6 @@
 #include <desktop/input/MappedColumns.h>
 
 #include <desktop/input/MappedFile.h>
-#include <desktop/input/MeasurementError.h>
 
 #include <TOLVMath/ExtremePyramid.h>
 
@@ -38,8 +37,7 @@ public:
             known = found(place, isKept);
         column.gapCount = known->gapCount;
         column.values = ColumnValues(m_file, place.samples, std::move(known->pyramid));
-        if (m_file->hasLostPages())
-            throw MeasurementError(m_source.name(), 0, "a file that was cut or could not be read on while it was read", "expected " + std::to_string(m_file->bytes().size()) + " bytes");
+        m_file->requireAllBytes(m_source.name());
     }
 
 private:

@@ -1,5 +1,6 @@
 // Columns that are used where they lie in a file: which ones, and what happens to them.
 
+#include <desktop/input/MappedFile.h>
 #include <desktop/input/MeasurementReader.h>
 #include <desktop/input/SeriesSelection.h>
 #include <desktop/input/testing/FloatFiles.h>
@@ -134,8 +135,19 @@ TEST(MappedColumns, sayWhenTheFileIsCutWhileItIsRead)
         static_cast<void>(readMeasurements(file.path(), settings));
         FAIL() << "half of the file is missing";
     } catch (const MeasurementError& error) {
-        EXPECT_EQ(std::string(error.what()), file.path() + ": a file that was cut or could not be read on while it was read, expected 12000000 bytes");
+        EXPECT_EQ(std::string(error.what()), file.path() + ": became shorter while it was read, 5000000 bytes are left, expected 12000000");
     }
+}
+
+TEST(MappedColumns, knowTheirFile)
+{
+    const TemporaryFile file(bytesOfFloats({ 1, 2, 3 }), ".f32");
+    MeasurementTable table = readMeasurements(file.path(), mapping());
+    ASSERT_NE(table.mappedFile(), nullptr);
+    EXPECT_EQ(table.mappedFile()->bytes().size(), 12U);
+    table.columns[0].values.own().push_back(4);
+    EXPECT_EQ(table.mappedFile(), nullptr) << "the numbers have been copied";
+    EXPECT_EQ(readMeasurements(file.path()).mappedFile(), nullptr) << "a short file";
 }
 
 TEST(MappedColumns, areSearchedWithoutACrashWhenTheFileIsCutBehindThem)

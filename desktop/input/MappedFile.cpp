@@ -41,6 +41,12 @@ private:
     int m_descriptor = -1;
 };
 
+/// A descriptor of the same open file; -1 where the process has too many.
+int duplicate(int descriptor)
+{
+    return ::fcntl(descriptor, F_DUPFD_CLOEXEC, 3);
+}
+
 std::string reasonOf(int systemError)
 {
     return " (" + std::generic_category().message(systemError) + ")";
@@ -70,7 +76,7 @@ std::shared_ptr<const MappedFile> MappedFile::fileOfDescriptor(int descriptor)
     if (!identity)
         return nullptr;
     if (identity->size == 0)
-        return std::shared_ptr<const MappedFile>(new MappedFile(*identity, {}, nullptr, 0, nullptr));
+        return std::shared_ptr<const MappedFile>(new MappedFile(-1, *identity, {}, nullptr, 0, nullptr));
     const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
     if (identity->size > std::numeric_limits<std::size_t>::max() / 2) {
         errno = ENOMEM;
@@ -83,18 +89,22 @@ std::shared_ptr<const MappedFile> MappedFile::fileOfDescriptor(int descriptor)
     if (pages == MAP_FAILED)
         return nullptr;
     auto guard = std::make_unique<MappingGuard>(pages, fileLength);
-    if (!guard->isGuarding() || ::mmap(pages, length, PROT_READ, MAP_PRIVATE | MAP_FIXED, descriptor, 0) == MAP_FAILED) {
+    const int own = guard->isGuarding() ? duplicate(descriptor) : -1;
+    if (own < 0 || ::mmap(pages, length, PROT_READ, MAP_PRIVATE | MAP_FIXED, descriptor, 0) == MAP_FAILED) {
         const int error = guard->isGuarding() ? errno : EMFILE;
         guard.reset();
+        if (own >= 0)
+            ::close(own);
         ::munmap(pages, fileLength + page);
         errno = error;
         return nullptr;
     }
-    return std::shared_ptr<const MappedFile>(new MappedFile(*identity, {static_cast<const std::byte*>(pages), length}, pages, fileLength + page, std::move(guard)));
+    return std::shared_ptr<const MappedFile>(new MappedFile(own, *identity, {static_cast<const std::byte*>(pages), length}, pages, fileLength + page, std::move(guard)));
 }
 
-MappedFile::MappedFile(const FileIdentity& identity, std::span<const std::byte> bytes, void* pages, std::size_t pagesLength, std::unique_ptr<MappingGuard> guard)
-    : m_identity(identity)
+MappedFile::MappedFile(int descriptor, const FileIdentity& identity, std::span<const std::byte> bytes, void* pages, std::size_t pagesLength, std::unique_ptr<MappingGuard> guard)
+    : m_descriptor(descriptor)
+    , m_identity(identity)
     , m_bytes(bytes)
     , m_pages(pages)
     , m_pagesLength(pagesLength)
@@ -107,11 +117,22 @@ MappedFile::~MappedFile()
     m_guard.reset();
     if (m_pages)
         ::munmap(m_pages, m_pagesLength);
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
 }
 
 bool MappedFile::hasLostPages() const
 {
     return m_guard && m_guard->hasLostPages();
+}
+
+void MappedFile::requireAllBytes(const std::string& name) const
+{
+    if (m_descriptor < 0)
+        return;
+    requireLength(m_descriptor, m_identity.size, name);
+    if (hasLostPages())
+        throw MeasurementError(name, 0, "bytes that were lost while the file was read", "expected all " + std::to_string(m_identity.size) + " to be readable");
 }
 
 void MappedFile::expectAccess(Access access) const

@@ -12,7 +12,7 @@ namespace TOLVGraphing::input {
 
 class MappingGuard;
 
-/// A whole regular file, mapped for reading. The file itself is closed again; what maps it is shared and lasts as long as anyone has it.
+/// A whole regular file, mapped for reading and kept open, so that it can be asked for its length. What maps it is shared and lasts as long as anyone has it.
 ///
 /// No lock is held and nothing is copied, so the bytes are those of the file now: where somebody writes into the file they change, at any time and in parts. A file that is replaced by another one of its name (as careful
 /// programs save) stays as it was. A file that is cut leaves zeros behind its new end instead of ending the process, see MappingGuard, and hasLostPages() tells so once they were touched; pages that a disk or a network
@@ -33,14 +33,18 @@ public:
     [[nodiscard]] const FileIdentity& identity() const { return m_identity; }
     /// Bytes that were touched were not in the file any more, or could not be read, and are zeros.
     [[nodiscard]] bool hasLostPages() const;
+    /// Throws MeasurementError, which names the file as `name`, where not every byte can be the file's any more: it is shorter now than when it was mapped, or hasLostPages(). What was made of the bytes before may be made of zeros then.
+    void requireAllBytes(const std::string& name) const;
 
     /// How the bytes will be used next. Changes only what the system reads ahead.
     enum class Access { Usual, Sequential, Scattered };
     void expectAccess(Access access) const;
 
 private:
-    MappedFile(const FileIdentity& identity, std::span<const std::byte> bytes, void* pages, std::size_t pagesLength, std::unique_ptr<MappingGuard> guard);
+    MappedFile(int descriptor, const FileIdentity& identity, std::span<const std::byte> bytes, void* pages, std::size_t pagesLength, std::unique_ptr<MappingGuard> guard);
 
+    /// Its own.
+    int m_descriptor;
     FileIdentity m_identity;
     std::span<const std::byte> m_bytes;
     /// With the page behind the end.

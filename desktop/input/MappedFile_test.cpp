@@ -6,7 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <fcntl.h>
+#include <filesystem>
+#include <iterator>
 #include <string>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -90,15 +91,69 @@ TEST(MappedFile, staysWhenTheFileIsReplacedOrRemoved)
     EXPECT_NE(MappedFile::fileAtPath(file.path())->identity(), mapped->identity());
 }
 
-TEST(MappedFile, closesTheFile)
+/// How many descriptors the process has open.
+std::ptrdiff_t descriptorCount()
+{
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
+TEST(MappedFile, keepsTheFileOpenAsLongAsItLives)
 {
     const TemporaryFile file("content");
-    const int before = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-    ::close(before);
+    const auto before = descriptorCount();
+    {
+        const auto mapped = MappedFile::fileAtPath(file.path());
+        EXPECT_EQ(descriptorCount(), before + 1);
+    }
+    EXPECT_EQ(descriptorCount(), before);
+}
+
+/// What the file misses of its bytes, behind the name that it is given; empty for nothing.
+std::string missingIn(const MappedFile& file)
+{
+    try {
+        file.requireAllBytes("NAME");
+        return {};
+    } catch (const MeasurementError& error) {
+        EXPECT_EQ(error.file(), "NAME");
+        return error.what();
+    }
+}
+
+TEST(MappedFile, saysWhenTheFileHasBecomeShorter)
+{
+    const std::size_t length = 3'000'001;
+    for (const std::size_t left : {std::size_t{3'000'000}, std::size_t{2'999'296}, std::size_t{2'998'273}, std::size_t{4096}, std::size_t{1}, std::size_t{0}}) {
+        SCOPED_TRACE(left);
+        const TemporaryFile file(std::string(length, 'x'));
+        const auto mapped = MappedFile::fileAtPath(file.path());
+        EXPECT_EQ(missingIn(*mapped), "");
+        ASSERT_EQ(::truncate(file.path().c_str(), static_cast<off_t>(left)), 0);
+        EXPECT_EQ(missingIn(*mapped), "NAME: became shorter while it was read, " + std::to_string(left) + " bytes are left, expected 3000001") << "also where nothing was touched, and where pages are cut in two";
+    }
+}
+
+TEST(MappedFile, remembersLostBytesOfAFileThatHasGrownAgain)
+{
+    const TemporaryFile file(std::string(100'000, 'x'));
     const auto mapped = MappedFile::fileAtPath(file.path());
-    const int behind = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-    ::close(behind);
-    EXPECT_EQ(before, behind);
+    ASSERT_EQ(::truncate(file.path().c_str(), 0), 0);
+    EXPECT_EQ(mapped->bytes()[50'000], std::byte { 0 });
+    ASSERT_EQ(::truncate(file.path().c_str(), 200'000), 0);
+    EXPECT_EQ(missingIn(*mapped), "NAME: bytes that were lost while the file was read, expected all 100000 to be readable");
+}
+
+TEST(MappedFile, isWholeWhereTheFileGrowsIsReplacedOrIsRemoved)
+{
+    const TemporaryFile file("content");
+    const auto mapped = MappedFile::fileAtPath(file.path());
+    ASSERT_EQ(::truncate(file.path().c_str(), 100'000), 0);
+    EXPECT_EQ(missingIn(*mapped), "");
+    file.write("new");
+    EXPECT_EQ(missingIn(*mapped), "");
+    ASSERT_EQ(::unlink(file.path().c_str()), 0);
+    EXPECT_EQ(missingIn(*mapped), "");
+    EXPECT_EQ(missingIn(*MappedFile::fileAtPath(TemporaryFile("").path())), "") << "of an empty file nothing can be missing";
 }
 
 TEST(MappedFile, ofACutFileHasZerosBehindTheNewEnd)

@@ -70,7 +70,7 @@ MeasurementTable readByKind(ByteSource& source, const ReadSettings& settings)
 MeasurementTable readMeasurements(const std::string& path, const ReadSettings& settings)
 {
     try {
-        ByteSource source(path, settings.progress);
+        ByteSource source(path, settings.progress, settings.mostPipedBytes);
         return readByKind(source, settings);
     } catch (const std::bad_alloc&) {
         throw MeasurementError(path, 0, "a table too large for the memory", "expected a smaller one");

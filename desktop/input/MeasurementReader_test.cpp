@@ -128,6 +128,82 @@ TEST(MeasurementReader, hugeArrayFromAPipeIsRefusedAtItsEnd)
     EXPECT_EQ(errorText("-"), "-: the end of the file within the elements, expected 1000000000000 rows of 1 columns");
 }
 
+/// The error of a file of this content that is cut to `left` bytes when reading reports how far it is for the first time, behind the file's name; the columns where there is none.
+std::string summaryOfCutFile(const std::string& content, const std::string& suffix, off_t left)
+{
+    const TemporaryFile file(content, suffix);
+    ReadSettings settings;
+    // Read, not mapped.
+    settings.shortestMappedFile = std::numeric_limits<std::uint64_t>::max();
+    settings.progress = [&file, left](const ReadProgress&) { return ::truncate(file.path().c_str(), left) == 0; };
+    try {
+        return std::to_string(readMeasurements(file.path(), settings).rowCount()) + " rows";
+    } catch (const MeasurementError& error) {
+        EXPECT_EQ(error.file(), file.path());
+        return std::string(error.what()).substr(file.path().size());
+    }
+}
+
+TEST(MeasurementReader, fileThatBecomesShorterWhileItIsRead)
+{
+    std::string text;
+    for (int row = 0; row < 1'500'000; ++row)
+        text += "1.25\n2.5\n";
+    ASSERT_EQ(text.size(), 13'500'000U);
+    std::string wave = "RIFF\x24\x6C\xDC\2WAVEfmt \x10\0\0\0\1\0\1\0\x40\x1F\0\0\x80\x3E\0\0\2\0\x10\0data\0\x6C\xDC\2"s;
+    wave.resize(wave.size() + 48'000'000, '\1');
+    for (const off_t left : { off_t { 0 }, off_t { 1 }, off_t { 4'194'304 }, off_t { 9'000'000 }, off_t { 13'499'999 } }) {
+        const std::string shorter = ": became shorter while it was read, " + std::to_string(left) + " bytes are left, expected ";
+        EXPECT_EQ(summaryOfCutFile(text, ".csv", left), shorter + "13500000");
+        EXPECT_EQ(summaryOfCutFile(text.substr(0, 12'000'000), ".f64", std::min(left, off_t { 11'999'999 })),
+            ": became shorter while it was read, " + std::to_string(std::min(left, off_t { 11'999'999 })) + " bytes are left, expected 12000000");
+        EXPECT_EQ(summaryOfCutFile(wave, ".wav", left), shorter + "48000044");
+    }
+    EXPECT_EQ(summaryOfCutFile(text, ".csv", 13'500'000), "3000000 rows") << "a file that stays as it is";
+}
+
+TEST(MeasurementReader, fileThatClaimsMoreThanItHasIsReadToItsEnd)
+{
+    // The system's own files have a length of a page, whatever is in them.
+    const std::string path = "/sys/kernel/mm/transparent_hugepage/hpage_pmd_size";
+    if (::access(path.c_str(), R_OK) != 0)
+        GTEST_SKIP() << "no such file of the system";
+    EXPECT_TRUE(errorText(path).starts_with("column 1: ")) << errorText(path);
+}
+
+TEST(MeasurementReader, pipeWithoutAnEndIsReadUpToALimit)
+{
+    ReadSettings settings;
+    settings.mostPipedBytes = 20'000;
+    const auto textOrError = [&settings] {
+        try {
+            return std::to_string(readMeasurements("-", settings).rowCount()) + " rows";
+        } catch (const MeasurementError& error) {
+            return std::string(error.what());
+        }
+    };
+    const std::string tooMuch = "-: more than 20000 bytes from a pipe or device, expected fewer, or a file";
+    std::string rows;
+    for (int row = 0; row < 10'000; ++row)
+        rows += "1\n";
+    {
+        PipedInput input(rows);
+        EXPECT_EQ(textOrError(), "10000 rows") << "as much as the limit";
+    }
+    {
+        PipedInput input(rows + "1\n");
+        EXPECT_EQ(textOrError(), tooMuch);
+    }
+    {
+        PipedInput input("RIFF\x28\0\0\0WAVEfmt \x10\0\0\0\1\0\1\0\2\0\0\0\4\0\0\0\2\0\x10\0data\4\0\0\0"s + rows);
+        EXPECT_EQ(textOrError(), tooMuch);
+    }
+    {
+        PipedInput input("\x93NUMPY\1\0\x41\0"s + "{'descr':'<f4','fortran_order':False,'shape':(1000000000000,),} \n"s + rows);
+        EXPECT_EQ(textOrError(), tooMuch);
+    }
+}
+
 TEST(MeasurementReader, aFileRedirectedToStandardInputIsReadFromItsPlace)
 {
     TemporaryFile file("junk\na,b\n1,2\n");

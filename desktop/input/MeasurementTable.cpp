@@ -89,6 +89,13 @@ std::string TableFormat::text() const
     return text;
 }
 
+std::shared_ptr<const MappedFile> MeasurementTable::mappedFile() const
+{
+    // Either none is, or those are that were not changed since, all in one file.
+    const auto mapped = std::find_if(columns.begin(), columns.end(), [](const MeasurementColumn& column) { return column.values.areElsewhere(); });
+    return mapped == columns.end() ? nullptr : mapped->values.file();
+}
+
 std::size_t MeasurementTable::rowCount() const
 {
     return columns.empty() ? 0 : columns.front().values.size();

@@ -3,6 +3,7 @@
 #include <desktop/input/ColumnValues.h>
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -97,6 +98,8 @@ struct MeasurementTable {
     std::size_t longRowCount = 0;
     std::size_t firstLongLine = 0;
 
+    /// The file that values are in; null where all are in memory of their own.
+    [[nodiscard]] std::shared_ptr<const MappedFile> mappedFile() const;
     /// 0 for a table without columns.
     [[nodiscard]] std::size_t rowCount() const;
     /// The index (from 0) of the first column whose name, or else whose display name, is this text.

@@ -21,6 +21,13 @@ inline constexpr std::size_t kMaximumLineLength = std::size_t { 16 } << 20;
 /// The largest number of channels side by side in a file of raw numbers. More is an error.
 inline constexpr std::size_t kMaximumChannelCount = 1024;
 
+/// The most bytes from a pipe or device, which need not have an end. More is an error.
+inline constexpr std::uint64_t kMaximumPipedBytes = std::uint64_t { 1 } << 30;
+/// The most samples of a sound file, its times counted too, whose bytes are too few for them otherwise: silence can be compressed beyond all bounds. Longer sounds may have kMaximumSoundValuesPerByte for each byte of the file. More is
+/// an error.
+inline constexpr std::uint64_t kMaximumSoundValues = std::uint64_t { 1 } << 28;
+inline constexpr std::uint64_t kMaximumSoundValuesPerByte = 64;
+
 /// How far reading has come.
 struct ReadProgress {
     std::uint64_t bytesRead = 0;
@@ -56,6 +63,10 @@ struct ReadSettings {
     std::uint64_t shortestMappedFile = std::uint64_t { 4 } << 20;
     /// Where the extremes of mapped columns are kept from one reading to the next. Nothing: nowhere.
     std::optional<ExtremesFolder> extremesFolder;
+
+    /// Limits for what the length of a file does not bound: see kMaximumPipedBytes and kMaximumSoundValues.
+    std::uint64_t mostPipedBytes = kMaximumPipedBytes;
+    std::uint64_t mostSoundValues = kMaximumSoundValues;
 
     /// Called about every 4 MiB from the reading thread, and once at the end; false cancels by ReadingCancelled.
     std::function<bool(const ReadProgress&)> progress;

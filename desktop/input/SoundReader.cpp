@@ -17,7 +17,6 @@ namespace TOLVGraphing::input {
 
 namespace {
 
-constexpr std::size_t kLargestPipedSound = std::size_t { 1 } << 30;
 constexpr std::size_t kBlockLength = std::size_t { 1 } << 20;
 /// A header may promise any number of frames; room beyond this is made as they come.
 constexpr sf_count_t kMostReservedFrames = sf_count_t { 1 } << 24;
@@ -34,6 +33,7 @@ public:
     explicit SoundBytes(ByteSource& source);
 
     SF_VIRTUAL_IO* callbacks() { return &m_callbacks; }
+    [[nodiscard]] std::uint64_t byteCount() const { return static_cast<std::uint64_t>(m_length); }
     /// An error that could not pass through the library.
     void rethrow() const
     {
@@ -66,8 +66,6 @@ SoundBytes::SoundBytes(ByteSource& source)
     }
     for (std::size_t got = kBlockLength; got == kBlockLength;) {
         std::size_t before = m_bytes.size();
-        if (before >= kLargestPipedSound)
-            throw MeasurementError(source.name(), 0, "more than 1 GiB of sound from a pipe", "expected less, or a file");
         m_bytes.resize(before + kBlockLength);
         got = source.read(m_bytes.data() + before, kBlockLength);
         m_bytes.resize(before + got);
@@ -123,6 +121,7 @@ private:
     void open();
     void startTable();
     void readFrames();
+    void requireRoomFor(std::size_t frameCount) const;
     void takeFrames(const float* samples, std::size_t count);
     void reportProgress() const;
     std::string channelName(std::size_t channel) const;
@@ -204,8 +203,17 @@ void SoundReader::readFrames()
     reportProgress();
 }
 
+/// Before more is kept than such a file can be meant to have.
+void SoundReader::requireRoomFor(std::size_t frameCount) const
+{
+    const std::uint64_t valueCount = static_cast<std::uint64_t>(frameCount) * (m_channelCount + 1);
+    if (valueCount > m_settings.mostSoundValues && valueCount / kMaximumSoundValuesPerByte > m_bytes.byteCount())
+        fail("more than " + std::to_string(m_frameCount) + " frames of " + std::to_string(m_channelCount) + " channels in " + std::to_string(m_bytes.byteCount()) + " bytes", "expected fewer for so short a file");
+}
+
 void SoundReader::takeFrames(const float* samples, std::size_t count)
 {
+    requireRoomFor(m_frameCount + count);
     double rate = static_cast<double>(m_info.samplerate);
     std::vector<float>& time = m_table.columns[0].values.own();
     for (std::size_t frame = 0; frame < count; ++frame)

@@ -19,9 +19,10 @@ namespace TOLVGraphing::input {
 /// channel follows: the file's base name for one channel (or "channel 1" from standard input), "left" and "right" for two, otherwise
 /// "channel N". Integer samples are scaled to -1 to 1 (exactly, up to 24 bits); float samples are as they are in the file.
 ///
-/// A source of unknown length (a pipe) is first read into memory, up to 1 GiB.
+/// A source of unknown length (a pipe) is first read into memory.
 ///
-/// Throws MeasurementError where the file cannot be decoded to its end, has no frames or more than kMaximumColumnCount - 1 channels.
+/// Throws MeasurementError where the file cannot be decoded to its end, has no frames, more than kMaximumColumnCount - 1 channels
+/// or far more frames than its bytes should have (see kMaximumSoundValues).
 [[nodiscard]] MeasurementTable readSound(ByteSource& source, const ReadSettings& settings);
 
 } // namespace TOLVGraphing::input

@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sndfile.h>
+
 #include <array>
+#include <fstream>
 #include <initializer_list>
 
 namespace TOLVGraphing::input {
@@ -80,6 +83,45 @@ TEST(SoundReader, errors)
         std::string text = summaryOfContent(content, {}, ".wav");
         EXPECT_TRUE(text.starts_with("FILE: a sound file ")) << text;
     }
+}
+
+/// A flac file of silence, whose length has nothing to do with that of the sound.
+std::string silence(std::size_t frameCount)
+{
+    const TemporaryFile file("", ".flac");
+    SF_INFO info = {};
+    info.samplerate = 8000;
+    info.channels = 1;
+    info.format = SF_FORMAT_FLAC | SF_FORMAT_PCM_16;
+    SNDFILE* sound = sf_open(file.path().c_str(), SFM_WRITE, &info);
+    EXPECT_NE(sound, nullptr);
+    const std::vector<short> samples(frameCount, 0);
+    EXPECT_EQ(sf_write_short(sound, samples.data(), static_cast<sf_count_t>(frameCount)), static_cast<sf_count_t>(frameCount));
+    sf_close(sound);
+    std::ifstream stream(file.path(), std::ios::binary);
+    return { std::istreambuf_iterator<char>(stream), {} };
+}
+
+TEST(SoundReader, silenceThatIsCompressedBeyondAllBoundsIsRefused)
+{
+    const std::string content = silence(4'000'000);
+    ASSERT_LT(content.size() * kMaximumSoundValuesPerByte, 8'000'000U) << "shorter than any recording of so many frames";
+    ReadSettings settings;
+    EXPECT_EQ(readContent(content, settings, ".flac").rowCount(), 4'000'000U) << "few enough for any file";
+    // A time and a sample for each frame.
+    settings.mostSoundValues = 8'000'000;
+    EXPECT_EQ(readContent(content, settings, ".flac").rowCount(), 4'000'000U);
+    settings.mostSoundValues = 7'999'999;
+    const std::string error = summaryOfContent(content, settings, ".flac");
+    EXPECT_TRUE(error.starts_with("FILE: more than 3")) << error;
+    EXPECT_TRUE(error.ends_with(" frames of 1 channels in " + std::to_string(content.size()) + " bytes, expected fewer for so short a file")) << error;
+}
+
+TEST(SoundReader, longSoundsNeedBytesForThemAndHaveThem)
+{
+    ReadSettings settings;
+    settings.mostSoundValues = 1;
+    EXPECT_EQ(readContent(waveFile(2, 44100, std::vector<std::int16_t>(20'000, 5)), settings, ".wav").rowCount(), 10'000U);
 }
 
 TEST(SoundReader, progressAndCancelling)

@@ -28,6 +28,8 @@ namespace {
 
 constexpr double kLargestPage = 14400.0;
 constexpr double kLargestImageSide = 32767.0;
+/// Below, products of scales come too near to zero.
+constexpr double kSmallestScale = 0.000001;
 constexpr double kMostPixels = 268435456.0;
 
 /// Takes the bytes that Cairo writes. Cairo's callbacks must not throw.
@@ -157,6 +159,11 @@ std::vector<std::byte> renderSVG(const OutputSettings& settings, const OutputDra
     return {first, first + document.size()};
 }
 
+struct PixelSize {
+    double width;
+    double height;
+};
+
 double pixels(OutputKind kind, double points, double scale)
 {
     // What is a hair above a whole number of pixels is meant to be that number.
@@ -164,6 +171,18 @@ double pixels(OutputKind kind, double points, double scale)
     if (count > kLargestImageSide)
         failMaking(kind, "an image side of " + shortestText(count) + " pixels was asked for; the limit is " + shortestText(kLargestImageSide) + " pixels a side");
     return count;
+}
+
+PixelSize pixelSize(OutputKind kind, const OutputSettings& settings)
+{
+    if (!std::isfinite(settings.scale) || !(settings.scale > 0.0))
+        failMaking(kind, "the scale is " + shortestText(settings.scale) + " pixels per point; it has to be finite and above 0");
+    if (settings.scale < kSmallestScale)
+        failMaking(kind, "a scale of " + shortestText(settings.scale) + " pixels per point was asked for; the limit is " + shortestText(kSmallestScale) + " or more");
+    const PixelSize size{pixels(kind, settings.size.width, settings.scale), pixels(kind, settings.size.height, settings.scale)};
+    if (size.width * size.height > kMostPixels)
+        failMaking(kind, "an image of " + sizeText(size.width, size.height) + " pixels was asked for; the limit is " + shortestText(kMostPixels) + " pixels in all");
+    return size;
 }
 
 void paintWhole(cairo_surface_t* surface, const Color& color)
@@ -175,12 +194,7 @@ void paintWhole(cairo_surface_t* surface, const Color& color)
 
 std::vector<std::byte> renderImage(OutputKind kind, const OutputSettings& settings, const OutputDrawing& drawing)
 {
-    if (!std::isfinite(settings.scale) || !(settings.scale > 0.0))
-        failMaking(kind, "the scale is " + shortestText(settings.scale) + " pixels per point; it has to be finite and above 0");
-    const double width = pixels(kind, settings.size.width, settings.scale);
-    const double height = pixels(kind, settings.size.height, settings.scale);
-    if (width * height > kMostPixels)
-        failMaking(kind, "an image of " + sizeText(width, height) + " pixels was asked for; the limit is " + shortestText(kMostPixels) + " pixels in all");
+    const auto [width, height] = pixelSize(kind, settings);
     const cairo::SurfacePointer surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(width), static_cast<int>(height)));
     requireSuccess(kind, cairo_surface_status(surface.get()));
     // A new image is transparent. The background goes over all of it, with the part of a last pixel that the page does not reach.
@@ -241,6 +255,13 @@ std::string toString(OutputKind kind)
     case OutputKind::TIFF: return "TIFF";
     }
     return {};
+}
+
+void requirePossibleSize(OutputKind kind, const OutputSettings& settings)
+{
+    requirePageSize(kind, settings.size);
+    if (isImage(kind))
+        static_cast<void>(pixelSize(kind, settings));
 }
 
 std::vector<std::byte> renderToBytes(OutputKind kind, const OutputSettings& settings, const OutputDrawing& drawing)

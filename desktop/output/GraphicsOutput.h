@@ -20,7 +20,7 @@ class DrawingContext;
 struct OutputSettings {
     /// The page in points: finite and above zero, at most 14,400 a side in PDF, PostScript, EPS and SVG.
     Size size{612.0, 396.0};
-    /// Pixels per point of PNG and TIFF, finite and above zero. The image is rounded up to whole pixels, at most 32,767 a side and 268,435,456 in all.
+    /// Pixels per point of PNG and TIFF, finite and at least 0.000001. The image is rounded up to whole pixels, at most 32,767 a side and 268,435,456 in all.
     double scale = 2.0;
     /// Fills the page before anything is drawn. Absent leaves it transparent; images have an alpha channel then.
     std::optional<Color> background = Color::whiteColor();
@@ -37,6 +37,9 @@ using OutputDrawing = std::function<void(DrawingContext& context, const Rect& bo
 [[nodiscard]] std::optional<OutputKind> outputKindForSuffix(const std::string& path);
 /// "PDF", "PostScript", "EPS", "SVG", "PNG", "TIFF".
 [[nodiscard]] std::string toString(OutputKind kind);
+
+/// Throws OutputError, which says what was asked for and what the limit is, where a drawing of this kind cannot have the size or the scale. Needs no memory for them.
+void requirePossibleSize(OutputKind kind, const OutputSettings& settings);
 
 /// Runs the drawing once and returns the file's bytes. The same drawing and settings give the same bytes: no time and no name of a user is stored.
 /// PostScript and EPS know no translucency: paint::OpaqueContext replaces translucent areas by what shines through them, and translucent lines and texts by opaque ones.

@@ -366,6 +366,8 @@ TEST(GraphicsOutput, limitsAreNamed)
         "cannot make the TIFF output: an image of 30000 x 30000 pixels was asked for; the limit is 268435456 pixels in all");
     EXPECT_EQ(errorOf(OutputKind::TIFF, settingsFor(1e300, 1.0, 1e300)),
         "cannot make the TIFF output: an image side of inf pixels was asked for; the limit is 32767 pixels a side");
+    EXPECT_EQ(errorOf(OutputKind::TIFF, settingsFor(5.0, 5.0, 1e-300)), "cannot make the TIFF output: a scale of 1e-300 pixels per point was asked for; the limit is 1e-06 or more");
+    EXPECT_EQ(errorOf(OutputKind::PNG, settingsFor(5.0, 5.0, 1e-6)), "no error");
     for (const double scale : {0.0, -1.0, nan, std::numeric_limits<double>::infinity()})
         EXPECT_NE(errorOf(OutputKind::PNG, settingsFor(5.0, 5.0, scale)).find("has to be finite and above 0"), std::string::npos);
     EXPECT_EQ(errorOf(OutputKind::PDF, settingsFor(14400.0, 14400.0)), "no error");

@@ -3,6 +3,7 @@
 #include "CommandLine.h"
 #include "MeasurementFiles.h"
 
+#include <fcntl.h>
 #include <sndfile.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <thread>
 
 namespace TOLVGraphing::testing_support {
 
@@ -30,6 +32,14 @@ protected:
         expectNotDrawn({file}, problem);
     }
 
+    /// Waits for what writes into a pipe of the folder, also where the program has never opened it.
+    void release(std::thread& writer, const std::string& pipe) const
+    {
+        const int reader = ::open(folder().path(pipe).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        writer.join();
+        ::close(reader);
+    }
+
     /// Drawing with these arguments, the file first, is refused.
     void expectNotDrawn(std::vector<std::string> arguments, const std::string& problem) const
     {
@@ -47,6 +57,65 @@ TEST_F(BadInput, filesThatCannotBeRead)
     expectNotDrawn({"."}, ": cannot be read (Is a directory), expected a readable file");
     expectNotDrawn({"/dev/null"}, ": an empty file, "s + kAnyKind);
     expectNotDrawn({"/dev/zero"}, ":1: a byte of the value 0 (binary data), expected text");
+}
+
+TEST_F(BadInput, moreSeriesThanAGraphHas)
+{
+    std::string wide = "1";
+    for (int column = 2; column <= 8194; ++column)
+        wide += ",1";
+    wide += "\n" + wide + "\n";
+    folder().write("wide.csv", wide);
+    EXPECT_TRUE(endedWith(run({"wide.csv", "wide.csv", "-o", "picture.svg"}), 2, "tolvgraph: FILE: found '16386 series', expected at most 16384 in one graph; --y chooses some of them\n"));
+    EXPECT_FALSE(std::filesystem::exists(folder().path("picture.svg")));
+}
+
+TEST_F(BadInput, fileThatBecomesShorterBetweenReadingAndDrawing)
+{
+    // Samples of such a long file are used where they lie. The program has read it when it opens the second file, a pipe, and waits for what comes out of it.
+    const std::size_t length = 6'000'000;
+    ASSERT_EQ(::mkfifo(folder().path("second.csv").c_str(), 0600), 0);
+    for (const off_t left : {off_t{0}, off_t{3}, off_t{2'000'000}, off_t{4'096'000}, off_t{5'999'999}}) {
+        SCOPED_TRACE(left);
+        folder().write("first.f32", std::string(length, '?'));
+        for (const char* name : {"picture.svg", "picture.png", "layout.json"})
+            folder().write(name, "old");
+        std::thread writer([&] {
+            const int pipe = ::open(folder().path("second.csv").c_str(), O_WRONLY | O_CLOEXEC);
+            EXPECT_EQ(::truncate(folder().path("first.f32").c_str(), left), 0);
+            EXPECT_EQ(::write(pipe, "1,2\n3,4\n", 8), 8);
+            ::close(pipe);
+        });
+        const ProcessResult result = run({"first.f32", "second.csv", "-o", "picture.svg", "-o", "picture.png", "--layout", "layout.json"});
+        release(writer, "second.csv");
+        EXPECT_TRUE(endedWith(result, 1, "tolvgraph: first.f32: became shorter while it was read, " + std::to_string(left) + " bytes are left, expected 6000000\n"));
+        for (const char* name : {"picture.svg", "picture.png", "layout.json"})
+            EXPECT_EQ(folder().read(name), "old");
+    }
+}
+
+TEST_F(BadInput, fileThatVanishesBetweenReadingAndDrawingIsDrawn)
+{
+    ASSERT_EQ(::mkfifo(folder().path("second.csv").c_str(), 0600), 0);
+    folder().write("first.f32", std::string(6'000'000, '?'));
+    std::thread writer([&] {
+        const int pipe = ::open(folder().path("second.csv").c_str(), O_WRONLY | O_CLOEXEC);
+        EXPECT_TRUE(std::filesystem::remove(folder().path("first.f32")));
+        EXPECT_EQ(::write(pipe, "1,2\n3,4\n", 8), 8);
+        ::close(pipe);
+    });
+    EXPECT_TRUE(succeededSilently(run({"first.f32", "second.csv", "-o", "picture.svg"})));
+    release(writer, "second.csv");
+    EXPECT_TRUE(std::filesystem::exists(folder().path("picture.svg")));
+}
+
+TEST_F(BadInput, deviceWithoutAnEnd)
+{
+    for (const char* link : {"zero.f32", "zero.npy", "zero.csv"})
+        std::filesystem::create_symlink("/dev/zero", folder().path(link));
+    expectNotDrawn({"zero.f32"}, ": raw numbers from a pipe, expected a file, whose length says how many there are");
+    expectNotDrawn({"zero.npy"}, ": a file that does not start like an npy array, expected the bytes \\x93NUMPY and a version");
+    expectNotDrawn({"zero.csv"}, ":1: a byte of the value 0 (binary data), expected text");
 }
 
 TEST_F(BadInput, fileWithoutPermission)
@@ -243,6 +312,20 @@ TEST_F(BadOutput, listingThatCannotBePrinted)
         EXPECT_TRUE(endedWith(run(arguments, surroundings), 1,
             "tolvgraph: standard output: cannot be written (No space left on device), expected a file or device with room\n"));
     }
+}
+
+TEST_F(BadOutput, sizesThatNoPictureCanHave)
+{
+    EXPECT_TRUE(endedWith(run({"table.csv", "--size", "14400x14400", "-o", "first.svg", "-o", "picture.tif"}), 1,
+        "tolvgraph: cannot make the TIFF output: an image of 28800 x 28800 pixels was asked for; the limit is 268435456 pixels in all\n"));
+    EXPECT_TRUE(endedWith(run({"missing.csv", "--size", "600x14400", "--scale", "3", "-o", "picture.png"}), 1,
+        "tolvgraph: cannot make the PNG output: an image side of 43200 pixels was asked for; the limit is 32767 pixels a side\n"))
+        << "before anything is read";
+    for (const char* kind : {"pdf", "ps", "eps", "svg"}) {
+        EXPECT_TRUE(endedWith(run({"table.csv", "--size", "14400.5x10", "-o", std::string("picture.") + kind}), 2,
+            "tolvgraph: --size: found '14400.5x10', expected WIDTHxHEIGHT in points, each from 1 to 14400, for example 640x400\nTry 'tolvgraph --help'.\n"));
+    }
+    EXPECT_EQ(folder().names(), std::vector<std::string>{"table.csv"});
 }
 
 TEST_F(BadOutput, imageThatIsTooLarge)
