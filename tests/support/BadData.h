@@ -20,6 +20,13 @@
 /// What a graph may be handed that is not what it expects, as tables whose products the tests go through.
 namespace TOLVGraphing::testing_support {
 
+/// Of the cells of a large product one in so many is gone through: all of them, but where a sanitizer makes each many times as long. Every row and column of the tables has its turn.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr std::size_t kCellStep = 8;
+#else
+inline constexpr std::size_t kCellStep = 1;
+#endif
+
 struct BadSeries {
     std::string name;
     std::vector<float> x;
