@@ -32,12 +32,13 @@ std::string axisText(const TOLVAxis* axis, const std::shared_ptr<TOLVAxisExtents
 {
     if (!axis)
         return "";
-    std::string text = axis->label().value_or(name) + scaleText(*axis);
+    const std::string title = axis->label().value_or("");
+    std::string scale = scaleText(*axis);
     if (range && isKnown(*range))
-        text += " from " + textOfValue(*axis, range->min()) + " to " + textOfValue(*axis, range->max());
-    else if (text.back() == ',')
-        text.pop_back();
-    return text + ". ";
+        scale += " from " + textOfValue(*axis, range->min()) + " to " + textOfValue(*axis, range->max());
+    else if (!scale.empty())
+        scale.pop_back();
+    return (title.empty() ? name : title) + scale + ". ";
 }
 
 std::string seriesText(const TOLVGraph::Series& series)

@@ -27,6 +27,18 @@ TEST(GraphDescription, NewGraphHasNeitherRangesNorSeries)
     EXPECT_EQ(graphDescription(*graph), "x. y. No series.");
 }
 
+TEST(GraphDescription, EmptyTitlesCountAsNone)
+{
+    const auto graph = TOLVGraph::graph();
+    graph->setTitle("");
+    graph->horizontalAxis()->setLabel("");
+    graph->verticalAxis()->setLabel("gain,");
+    EXPECT_EQ(graphName(*graph), "Graph");
+    EXPECT_EQ(graphDescription(*graph), "x. gain,. No series.");
+    graph->setHorizontalAxis(std::make_shared<TOLVLogarithmicAxis>());
+    EXPECT_EQ(graphDescription(*graph), "x, logarithmic. gain,. No series.");
+}
+
 TEST(GraphDescription, SaysTitlesScalesRangesSeriesAndMarkers)
 {
     const auto graph = TOLVGraph::graph();

@@ -15,8 +15,11 @@ constexpr double kSheetPadding = 8.0;
 /// The most of the sheet's height that a legend takes.
 constexpr double kLargestLegendPart = 0.4;
 
+/// At least one; one for a height that is no number.
 std::size_t rowsThatFit(double height)
 {
+    if (!(height > 0.0))
+        return 1;
     return static_cast<std::size_t>(std::clamp(height * kLargestLegendPart / LegendRows::kRowHeight, 1.0, 1000.0));
 }
 

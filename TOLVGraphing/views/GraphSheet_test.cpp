@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace TOLVGraphing {
 namespace {
@@ -82,6 +83,16 @@ TEST(GraphSheet, AnySheetIsDrawnWithoutHarm)
     const CurrentContextScope scope(context);
     for (const Rect& rect : {Rect(), Rect(0, 0, 1, 1), Rect(0, 0, -50, -50), Rect(0, 0, 1e9, 10), Rect(-1e9, 1e9, 20, 1e9)})
         sheet.drawInRect(rect);
+}
+
+TEST(GraphSheet, ASheetWhoseHeightIsNoNumberHasALegendOfOneRow)
+{
+    for (const double height : {std::numeric_limits<double>::quiet_NaN(), -std::numeric_limits<double>::infinity(), -300.0, 0.0}) {
+        GraphSheet sheet(graphOfOneSeries());
+        sheet.setLegendEntries({{"one", nullptr}, {"two", nullptr}, {"three", nullptr}});
+        sheet.layoutInRect({0.0, 0.0, 40.0, height});
+        EXPECT_EQ(sheet.legendRect().height(), LegendRows::kRowHeight) << height;
+    }
 }
 
 } // namespace

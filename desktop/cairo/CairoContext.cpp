@@ -101,6 +101,38 @@ void appendElements(cairo_t* target, const Path& path)
     }
 }
 
+/// The length of the lines through the path's points, those of curves' control points, in the path's own units.
+double lengthOfPath(const Path& path)
+{
+    const std::span<const Point> points = path.points();
+    double length = 0.0;
+    std::size_t next = 0;
+    for (const Path::Verb verb : path.verbs()) {
+        std::size_t count = verb == Path::Verb::Close ? 0 : verb == Path::Verb::Curve ? 3 : 1;
+        for (; count > 0; --count, ++next) {
+            if (verb != Path::Verb::Move && next > 0)
+                length += std::hypot(points[next].x - points[next - 1].x, points[next].y - points[next - 1].y);
+        }
+    }
+    return length;
+}
+
+/// The same of pieces in device units.
+double lengthOfRuns(std::span<const paint::StrokeRun> runs, const AffineTransform& toDevice)
+{
+    AffineTransform back = toDevice.inverted();
+    back.tx = 0.0;
+    back.ty = 0.0;
+    double length = 0.0;
+    for (const paint::StrokeRun& run : runs) {
+        for (std::size_t i = 1; i < run.points.size(); ++i) {
+            const Point step = back.apply(Point{run.points[i].x - run.points[i - 1].x, run.points[i].y - run.points[i - 1].y});
+            length += std::hypot(step.x, step.y);
+        }
+    }
+    return length;
+}
+
 void appendRun(cairo_t* target, const paint::StrokeRun& run)
 {
     cairo_move_to(target, run.points.front().x, run.points.front().y);
@@ -296,6 +328,10 @@ void CairoContext::drawStrokedPath(const Path& path)
     const Rect window = visibleWindow(strokeReach() + (isDashed && !m_isVector ? kDashedWindowMargin : kWindowMargin));
     if (!reach.liesWithin(isDashed ? intersectionRect(window, kSafeWindow) : kSafeWindow)) {
         strokeInPieces(path, window);
+        return;
+    }
+    if (!m_isVector && paint::hasTooManyDashes(m_state.dash, lengthOfPath(path))) {
+        strokeWithoutDash(path);
         return;
     }
     if (strokeAsBoxes(path))
@@ -532,6 +568,10 @@ void CairoContext::layFilledPath(const Path& path)
 void CairoContext::strokeInPieces(const Path& path, const Rect& window)
 {
     const std::vector<paint::StrokeRun> runs = paint::strokeRunsWithin(path, m_state.transform, window);
+    if (!m_isVector && paint::hasTooManyDashes(m_state.dash, lengthOfRuns(runs, m_state.transform))) {
+        strokeWithoutDash(path);
+        return;
+    }
     if (m_hasPlainPixels && areLongPolylines(runs) && strokeAsMask(runs))
         return;
     const cairo_matrix_t matrix = matrixOf(m_state.transform);
@@ -554,6 +594,18 @@ void CairoContext::strokeInPieces(const Path& path, const Rect& window)
         cairo_stroke(m_target);
     }
     cairo_set_dash(m_target, dash.lengths.data(), static_cast<int>(dash.lengths.size()), dash.phase);
+}
+
+void CairoContext::strokeWithoutDash(const Path& path)
+{
+    // Wider caps cover the gaps.
+    const double part = cairo_get_line_cap(m_target) == CAIRO_LINE_CAP_BUTT ? paint::paintedPart(m_state.dash) : 1.0;
+    saveState();
+    m_state.strokeColor = m_state.strokeColor.clamped();
+    m_state.strokeColor = m_state.strokeColor.colorWithAlphaComponent(m_state.strokeColor.alphaComponent() * part);
+    setLineDash({});
+    drawStrokedPath(path);
+    restoreState();
 }
 
 bool CairoContext::strokeAsMask(std::span<const paint::StrokeRun> lines)

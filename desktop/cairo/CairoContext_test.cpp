@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -319,6 +321,43 @@ TEST(CairoContext, dashedLinesOutOfSightCostLittle)
     // Walking along 3.6 thousand million dashes would take minutes.
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
     EXPECT_GT(canvas.paintedCount(), 0);
+}
+
+TEST(CairoContext, dashesTooFineToBeSeenWeakenTheLine)
+{
+    // A billion of them and more, in one straight line and in two thousand, which reach far out of sight as well.
+    for (const double farthest : {20.0, 1e9}) {
+        Canvas canvas;
+        canvas.context().setLineDash({{1e-9, 3e-9}, 0.0});
+        canvas.context().drawStrokedPath(line(-farthest, 2.5, farthest, 2.5));
+        EXPECT_EQ(canvas.pixel(7, 2), 0x40000000U) << "a quarter of the line is painted";
+        EXPECT_EQ(canvas.row(2), "####################");
+        EXPECT_EQ(canvas.paintedCount(), 20);
+        canvas.context().setLineCap(LineCap::Square);
+        canvas.context().drawStrokedPath(line(-farthest, 4.5, farthest, 4.5));
+        EXPECT_EQ(canvas.pixel(7, 4), kBlack) << "the caps cover the gaps";
+        canvas.context().setLineDash({{3.0, 2.0}, 1.0});
+        canvas.context().setLineCap(LineCap::Butt);
+        canvas.context().drawStrokedPath(line(0.0, 6.5, 20.0, 6.5));
+        EXPECT_EQ(canvas.row(6), "##..###..###..###..#") << "the next dash holds again";
+    }
+}
+
+TEST(CairoContext, dashesOfALongLineThatFillsTheImageNeedLittleMemory)
+{
+    Canvas canvas(400, 300);
+    Path path;
+    for (int i = 0; i < 100'000; ++i)
+        path.addLineToX(i * 0.004, i % 2 == 0 ? 0.0 : 300.0);
+    rusage before{};
+    getrusage(RUSAGE_SELF, &before);
+    canvas.context().setLineDash({{5.0, 2.0}, 0.0});
+    canvas.context().drawStrokedPath(path);
+    rusage after{};
+    getrusage(RUSAGE_SELF, &after);
+    // Eight million dashes and gaps would take a gigabyte.
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100L * 1024L);
+    EXPECT_EQ(canvas.paintedCount(), 400 * 300);
 }
 
 TEST(CairoContext, transformsWithoutInverseDrawNothingUntilRestored)

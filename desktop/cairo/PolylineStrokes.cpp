@@ -1,5 +1,6 @@
 #include "PolylineStrokes.h"
 
+#include "../graphics/LineDashRules.h"
 #include "../raster/CoverageBlender.h"
 #include "../raster/Lanes.h"
 #include "../raster/PolylineStroker.h"
@@ -22,7 +23,6 @@ namespace {
 constexpr std::size_t kManyPoints = 64;
 /// Larger differences between the transform's columns, as parts of their length, count as angles not kept: a line of 1,000 pixels would be off by a hundredth of a pixel in its width.
 constexpr double kSameAngle = 1e-5;
-constexpr double kMostDashes = 1e6;
 constexpr double kFarthest = 1e6;
 /// Lines of this many segments are stroked in bands so many columns wide, which several threads may share. Both are the same on every machine, so that pictures are too.
 constexpr std::size_t kManySegments = 400;
@@ -47,15 +47,10 @@ double lengthOfLine(std::span<const Point> points)
 /// True when the dash comes in numbers that are worth walking through.
 bool hasFewDashes(std::span<const paint::StrokeRun> lines, const LineDash& dash)
 {
-    if (dash.lengths.empty())
-        return true;
-    double pattern = 0.0;
-    for (const double length : dash.lengths)
-        pattern += length;
     double length = 0.0;
     for (const paint::StrokeRun& line : lines)
         length += lengthOfLine(line.points);
-    return length * static_cast<double>(dash.lengths.size()) < kMostDashes * pattern;
+    return !paint::hasTooManyDashes(dash, length);
 }
 
 LineDash scaledDash(const LineDash& dash, double scale)

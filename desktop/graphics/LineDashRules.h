@@ -9,4 +9,10 @@ namespace TOLVGraphing::paint {
 /// 0 for a non-finite one.
 [[nodiscard]] LineDash usableDash(const LineDash& dash);
 
+/// The part of a line that a usable dash paints, from 0 to 1; 1 without a dash.
+[[nodiscard]] double paintedPart(const LineDash& dash);
+
+/// True when a line so long, in the units of the dash, has more dashes and gaps than are worth walking through: on pixels it then looks like a solid line of a weaker colour. Never without a dash.
+[[nodiscard]] bool hasTooManyDashes(const LineDash& dash, double length);
+
 } // namespace TOLVGraphing::paint

@@ -33,3 +33,21 @@ TEST(LineDashRules, oddPatternsAreWrittenTwice)
     EXPECT_EQ(usableDash({{3.0}, 4.0}), (LineDash{{3.0, 3.0}, 4.0}));
     EXPECT_EQ(usableDash({{1.0, 2.0, 3.0}, 13.0}), (LineDash{{1.0, 2.0, 3.0, 1.0, 2.0, 3.0}, 1.0}));
 }
+
+TEST(LineDashRules, thePaintedPartIsThatOfPaintedLengths)
+{
+    EXPECT_EQ(paint::paintedPart({}), 1.0);
+    EXPECT_EQ(paint::paintedPart({{3.0, 1.0}, 2.0}), 0.75);
+    EXPECT_EQ(paint::paintedPart({{1.0, 2.0, 1.0, 4.0}, 0.0}), 0.25);
+    EXPECT_EQ(paint::paintedPart({{0.0, 4.0}, 0.0}), 0.0);
+}
+
+TEST(LineDashRules, aMillionDashesAndGapsAreTooMany)
+{
+    const LineDash dash{{3.0, 1.0}, 0.0};
+    EXPECT_FALSE(paint::hasTooManyDashes(dash, 1'999'999.0));
+    EXPECT_TRUE(paint::hasTooManyDashes(dash, 2'000'000.0));
+    EXPECT_TRUE(paint::hasTooManyDashes(dash, std::numeric_limits<double>::infinity()));
+    EXPECT_TRUE(paint::hasTooManyDashes(dash, std::nan("")));
+    EXPECT_FALSE(paint::hasTooManyDashes({}, std::numeric_limits<double>::infinity()));
+}

@@ -78,7 +78,8 @@ void OpaqueContext::concatenateTransform(const AffineTransform& transform)
 
 void OpaqueContext::clipToPath(const Path& path, FillRule rule)
 {
-    m_state.clip = std::make_shared<const Clip>(Clip{path, rule, m_state.transform, m_state.clip});
+    const std::size_t outerPoints = m_state.clip ? m_state.clip->pointCount : 0;
+    m_state.clip = std::make_shared<const Clip>(Clip{path, rule, m_state.transform, m_state.clip, outerPoints + path.points().size()});
     m_target.clipToPath(path, rule);
 }
 
@@ -181,7 +182,7 @@ std::size_t OpaqueContext::costOfRepeating(std::size_t count, const Rect& bounds
         const Element& element = m_elements[i];
         if (!mayTouch(element.bounds, bounds))
             continue;
-        cost += element.path.points().size() + element.text.string().size();
+        cost += element.path.points().size() + element.text.string().size() + (element.state.clip ? element.state.clip->pointCount : 0);
         if (element.kind == Kind::Veil)
             cost += costOfRepeating(i, intersectionRect(element.bounds, bounds), limit - std::min(limit, cost));
     }

@@ -17,7 +17,7 @@ namespace TOLVGraphing::paint {
 ///
 /// A translucent area is painted in the colour that it has on the empty page; then what had been drawn before is drawn once more inside the area, in the colours that shine through.
 /// The result is that of true blending, in vectors. A translucent line or text has the colour that it has on the empty page, whatever lies below. When areas pile up so that
-/// more than `kMostRepeatedPoints` path points would have to be drawn again in all, further areas cover what is below them likewise.
+/// more than `kMostRepeatedPoints` path points, those of clips included, would have to be drawn again in all, further areas cover what is below them likewise.
 ///
 /// The target is not owned, has to be in its initial state, and is used through this object only.
 class OpaqueContext final : public DrawingContext {
@@ -49,6 +49,8 @@ private:
         FillRule rule = FillRule::NonZero;
         AffineTransform transform;
         std::shared_ptr<const Clip> outer;
+        /// Of this clip and the outer ones.
+        std::size_t pointCount = 0;
     };
 
     struct State {

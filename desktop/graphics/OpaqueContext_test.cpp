@@ -166,3 +166,21 @@ TEST(OpaqueContext, theRepeatedPointsAreLimited)
     EXPECT_GT(fills, 3000 + 10000);
     EXPECT_LE(fills, 3000 + static_cast<long>(OpaqueContext::kMostRepeatedPoints / 4));
 }
+
+TEST(OpaqueContext, theRepeatedPointsOfClipsAreLimited)
+{
+    RecordingContext recording;
+    OpaqueContext opaque(recording, Color::whiteColor());
+    Path clip;
+    for (int i = 0; i < 1000; ++i)
+        clip.addLineToPoint({i % 2 == 0 ? 0.0 : 5.0, 0.005 * i});
+    opaque.clipToPath(clip, FillRule::NonZero);
+    for (int i = 0; i < 300; ++i)
+        opaque.fill(Rect{0.0, 0.0, 5.0, 5.0}, Color(1.0, 0.0, 0.0, 0.5));
+    std::size_t length = 0;
+    for (const std::string& call : recording.calls())
+        length += call.size();
+    // No point is longer than "L 5 4.995 ", and what comes with a fill than a thousand characters.
+    EXPECT_LE(length, 10 * OpaqueContext::kMostRepeatedPoints + 300'000);
+    EXPECT_GT(length, 5 * OpaqueContext::kMostRepeatedPoints);
+}
