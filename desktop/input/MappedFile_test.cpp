@@ -123,7 +123,7 @@ std::string missingIn(const MappedFile& file)
 TEST(MappedFile, saysWhenTheFileHasBecomeShorter)
 {
     const std::size_t length = 3'000'001;
-    for (const std::size_t left : {std::size_t{3'000'000}, std::size_t{2'999'296}, std::size_t{2'998'273}, std::size_t{4096}, std::size_t{1}, std::size_t{0}}) {
+    for (const std::size_t left : { std::size_t { 3'000'000 }, std::size_t { 2'999'296 }, std::size_t { 2'998'273 }, std::size_t { 4096 }, std::size_t { 1 }, std::size_t { 0 } }) {
         SCOPED_TRACE(left);
         const TemporaryFile file(std::string(length, 'x'));
         const auto mapped = MappedFile::fileAtPath(file.path());
