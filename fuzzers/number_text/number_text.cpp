@@ -76,8 +76,8 @@ Verdict tryInput(std::span<const std::byte> bytes)
     const double number = input.yes() ? input.interestingDouble() : static_cast<double>(input.number<float>());
     tryDecimal(number, fractionDigits);
     tryShort(SINumberFormatter(), number);
-    tryShort(ScientificNumberFormatter({}), number);
-    tryShort(AdaptiveNumberFormatter({}), number);
+    tryShort(ScientificNumberFormatter(), number);
+    tryShort(AdaptiveNumberFormatter(std::weak_ptr<const TOLVAxis>()), number);
     if (!std::isnan(number))
         require(std::strtod(shortestText(number).c_str(), nullptr) == number, "the shortest text reads back as the number");
     return std::isfinite(number) ? Verdict::accepted : Verdict::refused;

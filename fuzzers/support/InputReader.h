@@ -64,7 +64,11 @@ public:
         switch (below(4)) {
         case 0: return oneOf(kEdges);
         case 1: return static_cast<double>(number<std::int16_t>()) / 16.0;
-        case 2: return static_cast<double>(number<std::int32_t>()) * std::pow(10.0, static_cast<double>(number<std::int8_t>() / 4));
+        case 2: {
+            // One after the other, whatever the compiler.
+            const auto digits = static_cast<double>(number<std::int32_t>());
+            return digits * std::pow(10.0, static_cast<double>(number<std::int8_t>() / 4));
+        }
         default: return number<double>();
         }
     }
