@@ -17,7 +17,7 @@ if(TOLVGRAPHING_FUZZ)
   list(APPEND tolv_instrumentation -fsanitize=fuzzer-no-link)
 endif()
 if(TOLVGRAPHING_COVERAGE)
-  list(APPEND tolv_instrumentation --coverage -fprofile-update=atomic)
+  list(APPEND tolv_instrumentation --coverage -fprofile-update=prefer-atomic)
   list(APPEND tolv_link_instrumentation --coverage)
 endif()
 
