@@ -33,8 +33,8 @@ constexpr std::uint32_t kGround = 0xFF204060U;
 constexpr int kMostCalls = 100;
 /// Of all paths and repeats together.
 constexpr std::size_t kMostPoints = 12'000;
-/// What a point, a text or another call may add to a document. Curves come out as short lines where they have to be cut.
-constexpr std::size_t kMostBytesOfPoint = 4000;
+/// What a point, a text or another call may add to a document. A curve that has to be cut, which has three points, comes out as up to 20,000 short lines of some thirty bytes.
+constexpr std::size_t kMostBytesOfPoint = 200'000;
 constexpr std::size_t kMostBytesOfCall = 20'000;
 constexpr std::size_t kBytesOfEmptyDocument = 100'000;
 /// Where there is no translucency, what lies under areas is drawn once more.

@@ -76,6 +76,10 @@ double mostTicks(const TOLVAxis& axis, double length)
     const auto* logarithmic = dynamic_cast<const TOLVLogarithmicAxis*>(&axis);
     if (!logarithmic)
         return std::max(1.5 * lines + 13.0, 36.0);
+    // Near the end of single precision nothing has a position, and the depth is that of an axis with room for all lines.
+    constexpr double kLongestAxis = 1e30;
+    if (!(std::abs(length) <= kLongestAxis))
+        return 90.0 * (std::log10(axis.extents()->max() / axis.extents()->min()) + 2.0);
     if (logarithmic->minorValuesDepth() == 2)
         return lines + 2.0;
     return axis.majorValues().empty() ? 9.0 : 9.0 * (std::log10(axis.extents()->max() / axis.extents()->min()) + 2.0);

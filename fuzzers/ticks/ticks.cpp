@@ -65,8 +65,9 @@ double mostLines(double length, bool isLogarithmic, double min, double max)
 {
     const double byLength = length > 0.0 ? 1.5 * length / 4.0 + 13.0 : 13.0;
     // Whatever the length, a logarithmic axis lists nine values for each decade; where none has a position, ninety.
-    constexpr auto kLargest = static_cast<double>(std::numeric_limits<float>::max());
-    const bool havePositions = std::abs(length) <= kLargest && max <= kLargest && min >= static_cast<double>(std::numeric_limits<float>::denorm_min());
+    // What scales positions overflows before they do.
+    constexpr double kLargest = 1e30;
+    const bool havePositions = std::abs(length) <= kLargest && max <= static_cast<double>(std::numeric_limits<float>::max()) && min >= static_cast<double>(std::numeric_limits<float>::denorm_min());
     return isLogarithmic ? std::max(byLength, (havePositions ? 9.0 : 90.0) * (std::log10(max) - std::log10(min) + 2.0)) : byLength;
 }
 
