@@ -79,7 +79,7 @@ double mostTicks(const TOLVAxis& axis, double length)
     // Near the end of single precision nothing has a position, and the depth is that of an axis with room for all lines.
     constexpr double kLongestAxis = 1e30;
     if (!(std::abs(length) <= kLongestAxis))
-        return 90.0 * (std::log10(axis.extents()->max() / axis.extents()->min()) + 2.0);
+        return axis.extents()->min() > 0.0 ? 90.0 * (std::log10(axis.extents()->max() / axis.extents()->min()) + 2.0) : 0.0;
     if (logarithmic->minorValuesDepth() == 2)
         return lines + 2.0;
     return axis.majorValues().empty() ? 9.0 : 9.0 * (std::log10(axis.extents()->max() / axis.extents()->min()) + 2.0);
