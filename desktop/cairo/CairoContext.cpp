@@ -324,6 +324,10 @@ void CairoContext::drawStrokedPath(const Path& path)
     }
     cairo_set_line_width(m_target, paintedLineWidth());
     const bool isDashed = !m_state.dash.lengths.empty();
+    if (cairo_get_line_cap(m_target) != CAIRO_LINE_CAP_BUTT && paint::hasGapsClosedByEnds(m_state.dash, m_state.lineWidth)) {
+        strokeWithoutDash(path);
+        return;
+    }
     // Vector files keep a series in one piece where they can.
     const Rect window = visibleWindow(strokeReach() + (isDashed && !m_isVector ? kDashedWindowMargin : kWindowMargin));
     if (!reach.liesWithin(isDashed ? intersectionRect(window, kSafeWindow) : kSafeWindow)) {

@@ -39,7 +39,8 @@ void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerP
 /// - colours are limited to 0...1 when something is painted, and what is wholly transparent is not painted;
 /// - dashes go through paint::usableDash; a line width that is not above zero draws nothing, one that is not finite likewise;
 /// - a path that reaches farther than a million device units is cut to a window around the clip, the rest is exact;
-/// - a dashed line out of sight is cut off as well, because Cairo would walk along all its dashes; one of more than a million dashes and gaps is painted without them on pixels, in a colour that is weaker by the part that the gaps take.
+/// - a dashed line out of sight is cut off as well, because Cairo would walk along all its dashes; one of more than a million dashes and gaps is painted without them on pixels, in a colour that is weaker by the part that the gaps take;
+/// - a line with round or square ends that is a thousand times wider than its gaps is painted without them, because nothing of them would be seen and each end costs Cairo thousands of vertices.
 ///
 /// On pixels upright boxes (backgrounds, frames, grid lines; those in translucent colours where they cover whole pixels) and small text are drawn without Cairo, with the same result to the byte, where the clip is known to end at whole pixels:
 /// the clip that the context finds and every one that is set through it. A line with many corners that goes in one direction of x, as the curve of a graph does, is painted from its exact coverage (see PolylineStrokes.h) many times faster than by Cairo.

@@ -1,5 +1,6 @@
 #include "LineDashRules.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -9,6 +10,8 @@ namespace {
 
 /// A drawing library keeps a hundred bytes and more for each.
 constexpr double kMostDashes = 1e6;
+/// Round ends leave notches at the edges of the line, a quarter of the gap's length divided by this deep: nothing to see, and far from any line that is meant to be dashed.
+constexpr double kWidthOfClosedGap = 1000.0;
 
 double patternLength(const LineDash& dash)
 {
@@ -46,6 +49,14 @@ double paintedPart(const LineDash& dash)
     for (std::size_t i = 0; i < dash.lengths.size(); i += 2)
         painted += dash.lengths[i];
     return dash.lengths.empty() ? 1.0 : painted / patternLength(dash);
+}
+
+bool hasGapsClosedByEnds(const LineDash& dash, double lineWidth)
+{
+    double longestGap = 0.0;
+    for (std::size_t i = 1; i < dash.lengths.size(); i += 2)
+        longestGap = std::max(longestGap, dash.lengths[i]);
+    return !dash.lengths.empty() && lineWidth >= kWidthOfClosedGap * longestGap;
 }
 
 bool hasTooManyDashes(const LineDash& dash, double length)

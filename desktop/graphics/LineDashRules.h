@@ -12,6 +12,9 @@ namespace TOLVGraphing::paint {
 /// The part of a line that a usable dash paints, from 0 to 1; 1 without a dash.
 [[nodiscard]] double paintedPart(const LineDash& dash);
 
+/// True when ends that stick out of each dash, round or square ones, of a line so wide fill the gaps of a usable dash to the eye: it then looks like the solid line. Never without a dash.
+[[nodiscard]] bool hasGapsClosedByEnds(const LineDash& dash, double lineWidth);
+
 /// True when a line so long, in the units of the dash, has more dashes and gaps than are worth walking through: on pixels it then looks like a solid line of a weaker colour. Never without a dash.
 [[nodiscard]] bool hasTooManyDashes(const LineDash& dash, double length);
 

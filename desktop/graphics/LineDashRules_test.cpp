@@ -51,3 +51,13 @@ TEST(LineDashRules, aMillionDashesAndGapsAreTooMany)
     EXPECT_TRUE(paint::hasTooManyDashes(dash, std::nan("")));
     EXPECT_FALSE(paint::hasTooManyDashes({}, std::numeric_limits<double>::infinity()));
 }
+
+TEST(LineDashRules, endsOfVeryWideLinesCloseTheGaps)
+{
+    EXPECT_FALSE(paint::hasGapsClosedByEnds({}, 1e9));
+    EXPECT_FALSE(paint::hasGapsClosedByEnds({{1.0, 2.0}, 0.0}, 1999.0));
+    EXPECT_TRUE(paint::hasGapsClosedByEnds({{1.0, 2.0}, 0.0}, 2000.0));
+    // The longest gap counts, dashes do not.
+    EXPECT_FALSE(paint::hasGapsClosedByEnds({{1.0, 0.5, 1.0, 3.0}, 0.0}, 2999.0));
+    EXPECT_TRUE(paint::hasGapsClosedByEnds({{9000.0, 0.5}, 0.0}, 500.0));
+}
