@@ -65,7 +65,7 @@ TEST_F(CopiedView, showsItsTextsInSVG)
 {
     m_view->copy(nullptr);
     const DrawnPage page = pastedSVG();
-    EXPECT_EQ(page.size, Size(360.0, 240.0));
+    EXPECT_EQ(page.size, (Size{360.0, 240.0}));
     EXPECT_TRUE(page.hasText("Time (s)")) << page.allTexts();
     EXPECT_TRUE(page.hasText("Level")) << page.allTexts();
     EXPECT_EQ(page.strokesOfColor("#0060bf").size(), 1U) << "each series is one stroke";
@@ -168,7 +168,7 @@ TEST_F(CopiedView, hasTheFixedSizeOfTheSettings)
     defaults->setInteger(500, kFixedCopyWidthKey);
     defaults->setInteger(300, kFixedCopyHeightKey);
     m_view->copy(nullptr);
-    EXPECT_EQ(pastedSVG().size, Size(500.0, 300.0));
+    EXPECT_EQ(pastedSVG().size, (Size{500.0, 300.0}));
     EXPECT_EQ(pastedPNG().width, 1000);
     EXPECT_EQ(pastedPNG().height, 600);
     EXPECT_EQ(m_view->frame(), Rect(10.0, 20.0, 360.0, 240.0));

@@ -56,7 +56,7 @@ EXPECTED_VALUES_TEST(layout, axisRects)
     EXPECT_TRUE(same(axis->labelRectInRect(rect), rectOf(expected["labelRect"]))) << "labelRect";
 
     // Without tick values the frame is all that is stroked.
-    const auto strokes = callsOf(recorded([&] { axis->drawMajorLinesInRect(rect); }), "stroke");
+    const auto strokes = callsOf(recorded([&, axis = axis] { axis->drawMajorLinesInRect(rect); }), "stroke");
     if (const Json* frame = expected.find("frame")) {
         ASSERT_EQ(strokes.size(), 1U);
         EXPECT_TRUE(samePath(strokes[0].path(), Path::pathWithRect(rectOf(*frame)))) << "frame";
@@ -80,7 +80,7 @@ EXPECTED_VALUES_TEST(layout, gridLines)
     const double alongTolerance = expected.find("pointTolAbs") ? expected["pointTolAbs"].number() : 0.0;
     EXPECT_TRUE(within(points, pointsOf(expected["points"]), vertical ? 0.0 : alongTolerance, vertical ? alongTolerance : 0.0)) << "points";
 
-    const auto calls = recorded([&] { axis->drawLinesForValues(values, rect, style.get()); });
+    const auto calls = recorded([&, axis = axis] { axis->drawLinesForValues(values, rect, style.get()); });
     if (values.empty()) {
         EXPECT_TRUE(callsOf(calls, "stroke").empty());
         return;
@@ -107,7 +107,7 @@ EXPECTED_VALUES_TEST(layout, axisTitle)
     graph->setLabelFontHeight(vertical ? strip.width() : strip.height());
     ASSERT_TRUE(same(axis->labelRectInRect(strip), strip));
 
-    const auto calls = recorded([&] { axis->drawLabelInRect(strip); });
+    const auto calls = recorded([&, axis = axis] { axis->drawLabelInRect(strip); });
     const Rect drawRect = rectOf(testCase.expected["drawRect"]);
     EXPECT_TRUE(same(onlyCallOf(calls, "text").textOrigin(), Point{drawRect.x(), drawRect.maxY() - size.height}));
 

@@ -26,6 +26,8 @@ ShownWidget::ShownWidget()
     waitUntil([this] { return m_widget->windowHandle() && m_widget->windowHandle()->isExposed(); });
     m_widget->activateWindow();
     m_widget->setFocus();
+    // Keys of actions reach a window only once the display has made it the active one.
+    waitUntil([this] { return m_widget->isActiveWindow() && m_widget->hasFocus(); });
     waitUntil([this] { return m_widget->drawCount() > 0; });
     settle();
 }
