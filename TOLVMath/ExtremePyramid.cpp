@@ -36,7 +36,8 @@ Extremes extremesOf(std::span<const float> samples, float floor)
 }
 
 ExtremePyramid::ExtremePyramid(std::span<const float> samples, unsigned blockShift, float floor)
-    : m_sampleCount(samples.size()), m_blockShift(std::max(blockShift, kSmallestBlockShift))
+    : m_sampleCount(samples.size())
+    , m_blockShift(std::max(blockShift, kSmallestBlockShift))
 {
     layOut();
     // Every number is written below; zeroing them first would touch the memory twice.
@@ -50,7 +51,10 @@ ExtremePyramid::ExtremePyramid(std::span<const float> samples, unsigned blockShi
 }
 
 ExtremePyramid::ExtremePyramid(std::shared_ptr<const void> owner, const float* numbers, std::size_t sampleCount, unsigned blockShift, bool hasNaN)
-    : m_sampleCount(sampleCount), m_blockShift(std::max(blockShift, kSmallestBlockShift)), m_hasNaN(hasNaN), m_numbers(std::move(owner), numbers)
+    : m_sampleCount(sampleCount)
+    , m_blockShift(std::max(blockShift, kSmallestBlockShift))
+    , m_hasNaN(hasNaN)
+    , m_numbers(std::move(owner), numbers)
 {
     layOut();
     findExtremes();

@@ -16,19 +16,43 @@ public:
     explicit LaneMask(__m128 lanes) : m_lanes(lanes) {}
     /// For no lane.
     LaneMask() : m_lanes(_mm_setzero_ps()) {}
-    friend LaneMask operator|(LaneMask a, LaneMask b) { return LaneMask(_mm_or_ps(a.m_lanes, b.m_lanes)); }
-    friend LaneMask operator&(LaneMask a, LaneMask b) { return LaneMask(_mm_and_ps(a.m_lanes, b.m_lanes)); }
+    friend LaneMask operator|(LaneMask a, LaneMask b)
+    {
+        return LaneMask(_mm_or_ps(a.m_lanes, b.m_lanes));
+    }
+    friend LaneMask operator&(LaneMask a, LaneMask b)
+    {
+        return LaneMask(_mm_and_ps(a.m_lanes, b.m_lanes));
+    }
     /// One bit for each lane, the lowest for the first.
-    [[nodiscard]] unsigned bits() const { return static_cast<unsigned>(_mm_movemask_ps(m_lanes)); }
+    [[nodiscard]] unsigned bits() const
+    {
+        return static_cast<unsigned>(_mm_movemask_ps(m_lanes));
+    }
 #else
     explicit LaneMask(unsigned bits) : m_lanes(bits) {}
     LaneMask() : m_lanes(0) {}
-    friend LaneMask operator|(LaneMask a, LaneMask b) { return LaneMask(a.m_lanes | b.m_lanes); }
-    friend LaneMask operator&(LaneMask a, LaneMask b) { return LaneMask(a.m_lanes & b.m_lanes); }
-    [[nodiscard]] unsigned bits() const { return m_lanes; }
+    friend LaneMask operator|(LaneMask a, LaneMask b)
+    {
+        return LaneMask(a.m_lanes | b.m_lanes);
+    }
+    friend LaneMask operator&(LaneMask a, LaneMask b)
+    {
+        return LaneMask(a.m_lanes & b.m_lanes);
+    }
+    [[nodiscard]] unsigned bits() const
+    {
+        return m_lanes;
+    }
 #endif
-    [[nodiscard]] bool isAny() const { return bits() != 0; }
-    [[nodiscard]] bool isAll() const { return bits() == 0xF; }
+    [[nodiscard]] bool isAny() const
+    {
+        return bits() != 0;
+    }
+    [[nodiscard]] bool isAll() const
+    {
+        return bits() == 0xF;
+    }
 
 private:
 #ifdef TOLVGRAPHING_SSE_LANES
@@ -51,27 +75,54 @@ public:
 #ifdef TOLVGRAPHING_SSE_LANES
     explicit FloatLanes(float value) : m_lanes(_mm_set1_ps(value)) {}
     explicit FloatLanes(__m128 lanes) : m_lanes(lanes) {}
-    [[nodiscard]] static FloatLanes load(const float* numbers) { return FloatLanes(_mm_loadu_ps(numbers)); }
-    void store(float* numbers) const { _mm_storeu_ps(numbers, m_lanes); }
+    [[nodiscard]] static FloatLanes load(const float* numbers)
+    {
+        return FloatLanes(_mm_loadu_ps(numbers));
+    }
+    void store(float* numbers) const
+    {
+        _mm_storeu_ps(numbers, m_lanes);
+    }
 
     /// `candidate` where it is smaller than `best`, else `best`: a NaN candidate never wins.
-    [[nodiscard]] static FloatLanes lesser(FloatLanes candidate, FloatLanes best) { return FloatLanes(_mm_min_ps(candidate.m_lanes, best.m_lanes)); }
+    [[nodiscard]] static FloatLanes lesser(FloatLanes candidate, FloatLanes best)
+    {
+        return FloatLanes(_mm_min_ps(candidate.m_lanes, best.m_lanes));
+    }
     /// `candidate` where it is larger than `best`, else `best`.
-    [[nodiscard]] static FloatLanes greater(FloatLanes candidate, FloatLanes best) { return FloatLanes(_mm_max_ps(candidate.m_lanes, best.m_lanes)); }
+    [[nodiscard]] static FloatLanes greater(FloatLanes candidate, FloatLanes best)
+    {
+        return FloatLanes(_mm_max_ps(candidate.m_lanes, best.m_lanes));
+    }
     /// The number where it is not below `floor`, else `other`.
     [[nodiscard]] static FloatLanes notBelowOr(FloatLanes number, FloatLanes floor, FloatLanes other)
     {
         const __m128 isHeld = _mm_cmpge_ps(number.m_lanes, floor.m_lanes);
         return FloatLanes(_mm_or_ps(_mm_and_ps(isHeld, number.m_lanes), _mm_andnot_ps(isHeld, other.m_lanes)));
     }
-    friend FloatLanes operator+(FloatLanes a, FloatLanes b) { return FloatLanes(_mm_add_ps(a.m_lanes, b.m_lanes)); }
+    friend FloatLanes operator+(FloatLanes a, FloatLanes b)
+    {
+        return FloatLanes(_mm_add_ps(a.m_lanes, b.m_lanes));
+    }
 
-    [[nodiscard]] static LaneMask whereBelow(FloatLanes a, FloatLanes b) { return LaneMask(_mm_cmplt_ps(a.m_lanes, b.m_lanes)); }
-    [[nodiscard]] static LaneMask whereNotAbove(FloatLanes a, FloatLanes b) { return LaneMask(_mm_cmple_ps(a.m_lanes, b.m_lanes)); }
-    [[nodiscard]] static LaneMask whereEitherNaN(FloatLanes a, FloatLanes b) { return LaneMask(_mm_cmpunord_ps(a.m_lanes, b.m_lanes)); }
+    [[nodiscard]] static LaneMask whereBelow(FloatLanes a, FloatLanes b)
+    {
+        return LaneMask(_mm_cmplt_ps(a.m_lanes, b.m_lanes));
+    }
+    [[nodiscard]] static LaneMask whereNotAbove(FloatLanes a, FloatLanes b)
+    {
+        return LaneMask(_mm_cmple_ps(a.m_lanes, b.m_lanes));
+    }
+    [[nodiscard]] static LaneMask whereEitherNaN(FloatLanes a, FloatLanes b)
+    {
+        return LaneMask(_mm_cmpunord_ps(a.m_lanes, b.m_lanes));
+    }
 
     /// Four rows become four columns.
-    static void transpose(FloatLanes& a, FloatLanes& b, FloatLanes& c, FloatLanes& d) { _MM_TRANSPOSE4_PS(a.m_lanes, b.m_lanes, c.m_lanes, d.m_lanes); }
+    static void transpose(FloatLanes& a, FloatLanes& b, FloatLanes& c, FloatLanes& d)
+    {
+        _MM_TRANSPOSE4_PS(a.m_lanes, b.m_lanes, c.m_lanes, d.m_lanes);
+    }
 
 private:
     __m128 m_lanes;

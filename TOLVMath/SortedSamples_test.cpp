@@ -34,8 +34,9 @@ TEST(SortedSamples, AscendingMeansNeverBelowTheOneBeforeAndNeverNaN)
         std::vector<float> samples;
         bool isAscending;
     };
-    for (const Case& one : {Case{"none", {}, true}, Case{"one", {3.0F}, true}, Case{"NaN alone", {kNaN}, false}, Case{"ties", {1.0F, 1.0F, 2.0F}, true}, Case{"a descent", {1.0F, 0.5F}, false},
-             Case{"infinities at the ends", {-kInfinity, 0.0F, kInfinity}, true}, Case{"NaN first", {kNaN, 1.0F}, false}, Case{"NaN last", {1.0F, kNaN}, false}, Case{"zeros of either sign", {0.0F, -0.0F}, true}}) {
+    for (const Case& one : {Case{"none", {}, true}, Case{"one", {3.0F}, true}, Case{"NaN alone", {kNaN}, false}, Case{"ties", {1.0F, 1.0F, 2.0F}, true},
+             Case{"a descent", {1.0F, 0.5F}, false}, Case{"infinities at the ends", {-kInfinity, 0.0F, kInfinity}, true}, Case{"NaN first", {kNaN, 1.0F}, false},
+             Case{"NaN last", {1.0F, kNaN}, false}, Case{"zeros of either sign", {0.0F, -0.0F}, true}}) {
         SCOPED_TRACE(one.name);
         EXPECT_EQ(isAscending(one.samples), one.isAscending);
         EXPECT_EQ(SortedSamples::of(one.samples) != nullptr, one.isAscending);

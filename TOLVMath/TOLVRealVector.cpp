@@ -29,7 +29,9 @@ std::size_t firstIndexOf(float value, std::span<const float> numbers)
 class TOLVRealVector::Storage {
 public:
     Storage(std::shared_ptr<const void> owner, std::span<const float> numbers, std::shared_ptr<const ExtremePyramid> pyramid)
-        : m_owner(std::move(owner)), m_numbers(numbers), m_pyramid(std::move(pyramid))
+        : m_owner(std::move(owner))
+        , m_numbers(numbers)
+        , m_pyramid(std::move(pyramid))
     {
     }
 

@@ -178,7 +178,8 @@ std::shared_ptr<TOLVGraph> graphOfNoise(bool isWave)
             y[i] = static_cast<float>(std::sin(static_cast<double>(i) * 1e-5)) + 0.05F * y[i];
     }
     const auto graph = TOLVGraph::graph();
-    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(0.0, 0.45, 0.7)));
+    graph->addGraphData(
+        TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(0.0, 0.45, 0.7)));
     graph->setExtents(graph->extentsFittingGraphData());
     graph->horizontalAxis()->setLabel("Sample");
     graph->verticalAxis()->setLabel("Level");

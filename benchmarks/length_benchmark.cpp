@@ -59,7 +59,9 @@ Vector ordinates(std::size_t count, std::uint64_t seed, bool isPositive)
 class Picture {
 public:
     Picture(std::size_t samples, std::size_t series, bool isLog)
-        : m_surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, kWidth, kHeight)), m_target(cairo_create(m_surface.get())), m_graph(TOLVGraph::graph())
+        : m_surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, kWidth, kHeight))
+        , m_target(cairo_create(m_surface.get()))
+        , m_graph(TOLVGraph::graph())
     {
         cairo::setUpwardCoordinates(m_target.get(), kHeight, 1.0);
         const Vector x = abscissae(samples);
@@ -128,8 +130,20 @@ void frame(benchmark::State& state, std::size_t series, bool isLog, View view)
 }
 BENCHMARK_CAPTURE(frame, same, 1, false, View::Same)->ArgName("samples")->Arg(1'000'000)->Arg(10'000'000)->Arg(100'000'000)->Iterations(51)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(frame, panned, 1, false, View::Panned)->ArgName("samples")->Arg(1'000'000)->Arg(10'000'000)->Arg(100'000'000)->Iterations(51)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(frame, zoomed_and_panned, 1, false, View::Zoomed)->ArgName("samples")->Arg(1'000'000)->Arg(10'000'000)->Arg(100'000'000)->Iterations(51)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(frame, logarithmic_panned, 1, true, View::Panned)->ArgName("samples")->Arg(1'000'000)->Arg(10'000'000)->Arg(100'000'000)->Iterations(51)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(frame, zoomed_and_panned, 1, false, View::Zoomed)
+    ->ArgName("samples")
+    ->Arg(1'000'000)
+    ->Arg(10'000'000)
+    ->Arg(100'000'000)
+    ->Iterations(51)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(frame, logarithmic_panned, 1, true, View::Panned)
+    ->ArgName("samples")
+    ->Arg(1'000'000)
+    ->Arg(10'000'000)
+    ->Arg(100'000'000)
+    ->Iterations(51)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(frame, of_10_series, 10, false, View::Panned)->ArgName("samples")->Arg(1'000'000)->Arg(5'000'000)->Iterations(15)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(frame, of_100_series, 100, false, View::Panned)->ArgName("samples")->Arg(500'000)->Iterations(7)->Unit(benchmark::kMillisecond);
 

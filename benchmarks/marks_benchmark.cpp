@@ -48,7 +48,8 @@ std::shared_ptr<TOLVGraph> graphOf(bool isWave, std::size_t count)
             y[i] = static_cast<float>(std::sin(static_cast<double>(i) * 10.0 / static_cast<double>(count))) + 0.02F * y[i];
     }
     const auto graph = TOLVGraph::graph();
-    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(0.0, 0.45, 0.7)));
+    graph->addGraphData(
+        TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(0.0, 0.45, 0.7)));
     graph->setExtents(graph->extentsFittingGraphData());
     graph->setMargin({20.0, 60.0, 40.0, 20.0});
     return graph;

@@ -152,7 +152,7 @@ void reportBytes(benchmark::State& state, const TemporaryFile& file)
 void sumOfBytes(benchmark::State& state)
 {
     const TemporaryFile& source = twoColumnFile();
-    std::vector<unsigned char> block(std::size_t { 1 } << 20);
+    std::vector<unsigned char> block(std::size_t{1} << 20);
     for (auto _ : state) {
         std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(source.path().c_str(), "rb"), std::fclose);
         std::setvbuf(file.get(), nullptr, _IONBF, 0);

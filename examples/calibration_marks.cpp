@@ -24,8 +24,7 @@ Picture calibrationMarks()
     graph->setHorizontalAxis(std::make_shared<TOLVLogarithmicAxis>());
     graph->setVerticalAxis(std::make_shared<TOLVLogarithmicAxis>());
     graph->setDrawingStrategy(std::make_shared<TOLVXGraphDrawing>());
-    graph->addGraphData(TOLVGraphData::graphDataWithX(
-        TOLVRealVector::vectorWithComponents(reference), TOLVRealVector::vectorWithComponents(reading), Color(0.84, 0.37, 0.0)));
+    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(reference), TOLVRealVector::vectorWithComponents(reading), Color(0.84, 0.37, 0.0)));
     graph->zoomXToFixedMin(7e-5F, 14.0F);
     graph->zoomYToFixedMin(7e-5, 14.0);
     graph->horizontalAxis()->setLabel("Reference (V)");

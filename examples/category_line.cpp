@@ -15,10 +15,10 @@ Picture categoryLine()
     const auto south = TOLVLineStyle::solidLineWithColor(Color(0.84, 0.37, 0.0), 2.0);
 
     const auto graph = TOLVGraph::graph();
-    graph->addGraphData(TOLVGraphData::graphDataWithX(
-        months, TOLVRealVector::vectorWithComponents({-3.1F, -2.8F, 0.2F, 4.9F, 10.4F, 14.7F, 17.2F, 16.1F, 11.9F, 6.8F, 2.0F, -1.4F}), north));
-    graph->addGraphData(TOLVGraphData::graphDataWithX(
-        months, TOLVRealVector::vectorWithComponents({7.5F, 8.2F, 10.9F, 13.8F, 18.1F, 22.4F, 25.3F, 25.0F, 21.2F, 16.7F, 11.6F, 8.4F}), south));
+    graph->addGraphData(
+        TOLVGraphData::graphDataWithX(months, TOLVRealVector::vectorWithComponents({-3.1F, -2.8F, 0.2F, 4.9F, 10.4F, 14.7F, 17.2F, 16.1F, 11.9F, 6.8F, 2.0F, -1.4F}), north));
+    graph->addGraphData(
+        TOLVGraphData::graphDataWithX(months, TOLVRealVector::vectorWithComponents({7.5F, 8.2F, 10.9F, 13.8F, 18.1F, 22.4F, 25.3F, 25.0F, 21.2F, 16.7F, 11.6F, 8.4F}), south));
     const auto categories = std::make_shared<TOLVLineAxis>();
     categories->setTickLabels({{"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"}});
     graph->setHorizontalAxis(categories);

@@ -27,8 +27,8 @@ Picture denseSeries()
     level[1'450'000] = -1.5F;
 
     const auto graph = TOLVGraph::graph();
-    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(seconds)),
-        TOLVRealVector::vectorWithComponents(std::move(level)), TOLVLineStyle::solidLineWithColor(Color(0.0, 0.45, 0.7), 1.5)));
+    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(seconds)), TOLVRealVector::vectorWithComponents(std::move(level)),
+        TOLVLineStyle::solidLineWithColor(Color(0.0, 0.45, 0.7), 1.5)));
     graph->setDrawingStrategy(std::make_shared<TOLVCurveGraphDrawing>());
     graph->zoomXToFixedMin(0.0F, 10.0F);
     graph->zoomYToFixedMin(-1.6, 1.6);

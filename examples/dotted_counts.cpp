@@ -14,8 +14,7 @@ Picture dottedCounts()
     for (std::size_t hour = 0; hour < counts.size(); ++hour)
         hours.push_back(static_cast<float>(hour));
     const auto graph = TOLVGraph::graph();
-    graph->addGraphData(TOLVGraphData::graphDataWithX(
-        TOLVRealVector::vectorWithComponents(hours), TOLVRealVector::vectorWithComponents(counts), Color(0.0, 0.62, 0.45)));
+    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(hours), TOLVRealVector::vectorWithComponents(counts), Color(0.0, 0.62, 0.45)));
     graph->setDrawingStrategy(std::make_shared<TOLVDottedCurveGraphDrawing>());
     // Every dot has a cell of its own: half an hour on either side tells where the hours are.
     graph->zoomXToFixedMin(-0.5F, 23.5F);

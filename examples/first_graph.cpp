@@ -18,8 +18,8 @@ int main()
         y[i] = std::sin(40.0F * x[i]) * std::exp(-0.3F * x[i]);
     }
     const auto graph = TOLVGraph::graph();
-    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)),
-        TOLVRealVector::vectorWithComponents(std::move(y)), Color(0.0, 0.45, 0.7)));
+    graph->addGraphData(
+        TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(0.0, 0.45, 0.7)));
     graph->setExtents(graph->extentsFittingGraphData());
     graph->horizontalAxis()->setLabel("Time (s)");
     graph->placeHorizontalAxisMarkerWithValue(2.5);

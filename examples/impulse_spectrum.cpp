@@ -13,8 +13,7 @@ namespace {
 
 std::shared_ptr<TOLVGraphData> impulses(std::vector<float> frequencies, std::vector<float> levels, const Color& color)
 {
-    return TOLVGraphData::graphDataWithX(
-        TOLVRealVector::vectorWithComponents(std::move(frequencies)), TOLVRealVector::vectorWithComponents(std::move(levels)), color);
+    return TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(frequencies)), TOLVRealVector::vectorWithComponents(std::move(levels)), color);
 }
 
 } // namespace

@@ -36,8 +36,8 @@ void EpoxyFunctions::texParameteri(std::uint32_t target, std::uint32_t name, std
     glTexParameteri(target, name, value);
 }
 
-void EpoxyFunctions::texImage2D(std::uint32_t target, std::int32_t level, std::int32_t internalFormat, std::int32_t width, std::int32_t height, std::int32_t border, std::uint32_t format, std::uint32_t type,
-    const void* pixels)
+void EpoxyFunctions::texImage2D(std::uint32_t target, std::int32_t level, std::int32_t internalFormat, std::int32_t width, std::int32_t height, std::int32_t border,
+    std::uint32_t format, std::uint32_t type, const void* pixels)
 {
     glTexImage2D(target, level, internalFormat, width, height, border, format, type, pixels);
 }

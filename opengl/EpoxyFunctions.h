@@ -12,8 +12,8 @@ public:
     void deleteTextures(std::int32_t count, const std::uint32_t* names) override;
     void bindTexture(std::uint32_t target, std::uint32_t name) override;
     void texParameteri(std::uint32_t target, std::uint32_t name, std::int32_t value) override;
-    void texImage2D(std::uint32_t target, std::int32_t level, std::int32_t internalFormat, std::int32_t width, std::int32_t height, std::int32_t border, std::uint32_t format, std::uint32_t type,
-        const void* pixels) override;
+    void texImage2D(std::uint32_t target, std::int32_t level, std::int32_t internalFormat, std::int32_t width, std::int32_t height, std::int32_t border, std::uint32_t format,
+        std::uint32_t type, const void* pixels) override;
     void begin(std::uint32_t mode) override;
     void end() override;
     void texCoord2f(float s, float t) override;

@@ -33,10 +33,7 @@ int largestExponent(const TickSpacing::Span& span)
 
 } // namespace
 
-AdaptiveNumberFormatter::AdaptiveNumberFormatter(std::weak_ptr<const TOLVAxis> axis)
-    : TickNumberFormatter(std::move(axis))
-{
-}
+AdaptiveNumberFormatter::AdaptiveNumberFormatter(std::weak_ptr<const TOLVAxis> axis) : TickNumberFormatter(std::move(axis)) {}
 
 bool AdaptiveNumberFormatter::writesScientifically(int exponent) const
 {

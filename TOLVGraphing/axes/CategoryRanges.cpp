@@ -101,7 +101,8 @@ std::optional<std::size_t> CategoryRanges::indexNearestTo(float value) const
     const float* x = m_representativeX->components();
     const auto distance = [&](std::size_t i) { return std::abs(x[i] - value); };
     if (m_isAscending && std::isfinite(value))
-        return nearestIndexOfOrdered(count, [&](std::size_t i) { return x[i] >= value; }, distance);
+        return nearestIndexOfOrdered(
+            count, [&](std::size_t i) { return x[i] >= value; }, distance);
     return nearestIndex(count, distance);
 }
 

@@ -5,8 +5,7 @@
 
 namespace TOLVGraphing {
 
-std::shared_ptr<TOLVLabel> firstOverlappedLabel(
-    const TOLVLabel& label, const std::vector<std::shared_ptr<TOLVLabel>>& labels, const std::optional<EdgeInsets>& withInsets)
+std::shared_ptr<TOLVLabel> firstOverlappedLabel(const TOLVLabel& label, const std::vector<std::shared_ptr<TOLVLabel>>& labels, const std::optional<EdgeInsets>& withInsets)
 {
     // Nothing overlaps a label without area, however many there are.
     if (label.rect().isEmpty())

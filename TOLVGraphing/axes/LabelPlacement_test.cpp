@@ -108,8 +108,7 @@ TEST_F(TickLabelPlacementsTest, EachLabelTellsWhatBecameOfIt)
     axis().setDrawsMinorLabels(true);
     const auto all = placements();
     ASSERT_EQ(all.size(), 7U);
-    const LabelFate fates[] = {
-        LabelFate::Kept, LabelFate::Collides, LabelFate::Outside, LabelFate::NotFinite, LabelFate::Collides, LabelFate::Collides, LabelFate::Kept};
+    const LabelFate fates[] = {LabelFate::Kept, LabelFate::Collides, LabelFate::Outside, LabelFate::NotFinite, LabelFate::Collides, LabelFate::Collides, LabelFate::Kept};
     for (std::size_t i = 0; i < all.size(); ++i) {
         EXPECT_EQ(all[i].fate, fates[i]) << i;
         EXPECT_EQ(all[i].collidesWith, all[i].fate == LabelFate::Collides ? all[0].label : nullptr) << i;
@@ -130,7 +129,8 @@ TEST_F(TickLabelPlacementsTest, WhatIsKeptIsWhatIsDrawn)
         const auto kept = linesWith(linesDrawn([&] {
             for (const auto& label : keptLabels(axis().tickLabelPlacements(axisRect)))
                 label->draw();
-        }), "text");
+        }),
+            "text");
         EXPECT_FALSE(drawn.empty());
         EXPECT_EQ(kept, drawn) << width;
     }

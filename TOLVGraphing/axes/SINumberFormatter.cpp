@@ -15,10 +15,7 @@ constexpr int kEndPower = 21;
 
 } // namespace
 
-SINumberFormatter::SINumberFormatter(std::weak_ptr<const TOLVAxis> axis)
-    : TickNumberFormatter(std::move(axis))
-{
-}
+SINumberFormatter::SINumberFormatter(std::weak_ptr<const TOLVAxis> axis) : TickNumberFormatter(std::move(axis)) {}
 
 std::string SINumberFormatter::textOfDigits(const DecimalDigits& decimal) const
 {

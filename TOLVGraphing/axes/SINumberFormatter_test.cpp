@@ -22,9 +22,30 @@ struct Case {
 TEST(SINumberFormatter, WritesPrefixes)
 {
     const Case cases[] = {
-        {20.0, "20"}, {200.0, "200"}, {2000.0, "2k"}, {20000.0, "20k"}, {200000.0, "200k"}, {1.5e6, "1.5M"}, {-1.5e6, "-1.5M"}, {1.0, "1"}, {999.0, "999"}, {1234.0, "1.234k"},
-        {1e-15, "1f"}, {2e-14, "20f"}, {1e-12, "1p"}, {1e-9, "1n"}, {1e-6, "1\xC2\xB5"}, {1.5e-5, "15µ"}, {0.001, "1m"}, {0.25, "250m"}, {1e9, "1G"}, {1e12, "1T"}, {1e15, "1P"},
-        {1e18, "1E"}, {1.25e20, "125E"}, {-999e18, "-999E"},
+        {20.0, "20"},
+        {200.0, "200"},
+        {2000.0, "2k"},
+        {20000.0, "20k"},
+        {200000.0, "200k"},
+        {1.5e6, "1.5M"},
+        {-1.5e6, "-1.5M"},
+        {1.0, "1"},
+        {999.0, "999"},
+        {1234.0, "1.234k"},
+        {1e-15, "1f"},
+        {2e-14, "20f"},
+        {1e-12, "1p"},
+        {1e-9, "1n"},
+        {1e-6, "1\xC2\xB5"},
+        {1.5e-5, "15µ"},
+        {0.001, "1m"},
+        {0.25, "250m"},
+        {1e9, "1G"},
+        {1e12, "1T"},
+        {1e15, "1P"},
+        {1e18, "1E"},
+        {1.25e20, "125E"},
+        {-999e18, "-999E"},
     };
     for (const Case& one : cases) {
         EXPECT_EQ(SINumberFormatter().stringFromNumber(one.number), one.expected);
@@ -35,8 +56,13 @@ TEST(SINumberFormatter, WritesPrefixes)
 TEST(SINumberFormatter, OutsideThePrefixesItIsScientific)
 {
     const Case cases[] = {
-        {1e21, "1×10²¹"}, {-2.5e30, "-2.5×10³⁰"}, {9.9e-16, "9.9×10⁻¹⁶"}, {1e300, "1×10³⁰⁰"}, {static_cast<double>(std::numeric_limits<float>::max()), "3.40282×10³⁸"},
-        {static_cast<double>(std::numeric_limits<float>::denorm_min()), "1×10⁻⁴⁵"}, {5e-324, "5×10⁻³²⁴"},
+        {1e21, "1×10²¹"},
+        {-2.5e30, "-2.5×10³⁰"},
+        {9.9e-16, "9.9×10⁻¹⁶"},
+        {1e300, "1×10³⁰⁰"},
+        {static_cast<double>(std::numeric_limits<float>::max()), "3.40282×10³⁸"},
+        {static_cast<double>(std::numeric_limits<float>::denorm_min()), "1×10⁻⁴⁵"},
+        {5e-324, "5×10⁻³²⁴"},
     };
     for (const Case& one : cases)
         EXPECT_EQ(SINumberFormatter().stringFromNumber(one.number), one.expected);
@@ -45,8 +71,16 @@ TEST(SINumberFormatter, OutsideThePrefixesItIsScientific)
 TEST(SINumberFormatter, WithoutTicksSixDigitsAreWrittenAndCarriesRaiseThePrefix)
 {
     const Case cases[] = {
-        {static_cast<double>(3.14159265F), "3.14159"}, {1234567.0, "1.23457M"}, {999.9996, "1k"}, {999.9994, "999.999"}, {-999999.6, "-1M"}, {0.9999996, "1"}, {9.999996e20, "1×10²¹"},
-        {9.999996e-16, "1f"}, {1000000.5, "1M"}, {static_cast<double>(0.1F), "100m"},
+        {static_cast<double>(3.14159265F), "3.14159"},
+        {1234567.0, "1.23457M"},
+        {999.9996, "1k"},
+        {999.9994, "999.999"},
+        {-999999.6, "-1M"},
+        {0.9999996, "1"},
+        {9.999996e20, "1×10²¹"},
+        {9.999996e-16, "1f"},
+        {1000000.5, "1M"},
+        {static_cast<double>(0.1F), "100m"},
     };
     const auto single = axisWithTicks({5.0});
     for (const Case& one : cases) {

@@ -6,10 +6,7 @@
 
 namespace TOLVGraphing {
 
-ScientificNumberFormatter::ScientificNumberFormatter(std::weak_ptr<const TOLVAxis> axis)
-    : TickNumberFormatter(std::move(axis))
-{
-}
+ScientificNumberFormatter::ScientificNumberFormatter(std::weak_ptr<const TOLVAxis> axis) : TickNumberFormatter(std::move(axis)) {}
 
 std::string ScientificNumberFormatter::textOfDigits(const DecimalDigits& decimal) const
 {

@@ -45,16 +45,9 @@ TOLVAxis::Values valuesOfMarkers(const TOLVAxis::Markers& markers)
 
 } // namespace
 
-TOLVAxis::TOLVAxis()
-    : TOLVAxis(std::weak_ptr<TOLVGraph>())
-{
-}
+TOLVAxis::TOLVAxis() : TOLVAxis(std::weak_ptr<TOLVGraph>()) {}
 
-TOLVAxis::TOLVAxis(std::weak_ptr<TOLVGraph> graph)
-    : m_graph(std::move(graph))
-    , m_tickLabelFormatter(std::make_shared<NumberFormatter>())
-{
-}
+TOLVAxis::TOLVAxis(std::weak_ptr<TOLVGraph> graph) : m_graph(std::move(graph)), m_tickLabelFormatter(std::make_shared<NumberFormatter>()) {}
 
 TOLVAxis::~TOLVAxis() = default;
 
@@ -240,8 +233,7 @@ Rect TOLVAxis::titleRectInRect(const Rect& rect) const
     const Rect labelRect = labelRectInRect(rect);
     const auto owner = graph();
     const Size size = m_label ? AttributedString(*m_label, owner ? owner->labelAttributes() : nullptr).size() : Size();
-    return {labelRect.x() + labelRect.width() * 0.5 - size.width * 0.5, labelRect.y() + labelRect.height() * 0.5 - size.height * 0.5, size.width,
-        size.height};
+    return {labelRect.x() + labelRect.width() * 0.5 - size.width * 0.5, labelRect.y() + labelRect.height() * 0.5 - size.height * 0.5, size.width, size.height};
 }
 
 void TOLVAxis::drawLabelInRect(const Rect& rect) const
@@ -458,8 +450,7 @@ void TOLVAxis::getLabels(Labels* labels, const Values& forValues, const Rect& in
         *labels = keptLabels(placements(forValues, inRect));
 }
 
-void TOLVAxis::getMajorLabels(
-    Labels& majorLabels, const Values& forMajorValues, Labels& minorLabels, const Values& forMinorValues, const Rect& inRect) const
+void TOLVAxis::getMajorLabels(Labels& majorLabels, const Values& forMajorValues, Labels& minorLabels, const Values& forMinorValues, const Rect& inRect) const
 {
     minorLabels.clear();
     getLabels(&majorLabels, forMajorValues, inRect);
@@ -477,8 +468,8 @@ void TOLVAxis::getPoints(std::vector<Point>& points, const Values& forValues, co
     }
 }
 
-void TOLVAxis::getMajorPoints(std::vector<Point>& majorPoints, const Values& forMajorValues, std::vector<Point>& minorPoints,
-    const Values& forMinorValues, const Rect& inRect) const
+void TOLVAxis::getMajorPoints(
+    std::vector<Point>& majorPoints, const Values& forMajorValues, std::vector<Point>& minorPoints, const Values& forMinorValues, const Rect& inRect) const
 {
     getPoints(majorPoints, forMajorValues, inRect);
     getPoints(minorPoints, forMinorValues, inRect);

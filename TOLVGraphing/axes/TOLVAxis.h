@@ -168,8 +168,8 @@ public:
     virtual void getMajorLabels(Labels& majorLabels, const Values& forMajorValues, Labels& minorLabels, const Values& forMinorValues, const Rect& inRect) const;
     /// The values' points on the far side of the rectangle, that is its upper edge on the horizontal axis and its right edge on the vertical one.
     virtual void getPoints(std::vector<Point>& points, const Values& forValues, const Rect& inRect) const;
-    virtual void getMajorPoints(std::vector<Point>& majorPoints, const Values& forMajorValues, std::vector<Point>& minorPoints, const Values& forMinorValues,
-        const Rect& inRect) const;
+    virtual void getMajorPoints(
+        std::vector<Point>& majorPoints, const Values& forMajorValues, std::vector<Point>& minorPoints, const Values& forMinorValues, const Rect& inRect) const;
 
 protected:
     /// Copies what every axis copies into a new axis of a subclass.

@@ -29,18 +29,14 @@ const Rect kGraphRect(0.0, 0.0, 400.0, 300.0);
 /// A formatter of another class, without a text for odd numbers.
 class EvenNumberFormatter final : public NumberFormatter {
 public:
-    std::optional<std::string> stringFromNumber(double number) const override
-    {
-        return std::fmod(number, 2.0) == 0.0 ? std::optional<std::string>("even") : std::nullopt;
-    }
+    std::optional<std::string> stringFromNumber(double number) const override { return std::fmod(number, 2.0) == 0.0 ? std::optional<std::string>("even") : std::nullopt; }
     std::shared_ptr<NumberFormatter> copy() const override { return std::make_shared<EvenNumberFormatter>(*this); }
 };
 
 /// A graph with even text metrics: title strips 14 and tick label strips 12 points high.
 class TOLVAxisTest : public testing::Test {
 protected:
-    TOLVAxisTest()
-        : graph(TOLVGraph::graph())
+    TOLVAxisTest() : graph(TOLVGraph::graph())
     {
         graph->zoomXToFixedMin(0.0F, 100.0F);
         graph->zoomYToFixedMin(0.0, 100.0);
@@ -168,8 +164,8 @@ TEST_F(TOLVAxisTest, ItsRangeIsTheGraphs)
 
 TEST_F(TOLVAxisTest, ACopyKeepsFlagsAndTitleButNoPaddingsNorFormatter)
 {
-    for (const std::shared_ptr<TOLVAxis>& axis : {std::shared_ptr<TOLVAxis>(std::make_shared<TOLVAxis>(graph)),
-             std::shared_ptr<TOLVAxis>(std::make_shared<TOLVLinearAxis>(graph)), std::shared_ptr<TOLVAxis>(std::make_shared<TOLVLogarithmicAxis>(graph))}) {
+    for (const std::shared_ptr<TOLVAxis>& axis : {std::shared_ptr<TOLVAxis>(std::make_shared<TOLVAxis>(graph)), std::shared_ptr<TOLVAxis>(std::make_shared<TOLVLinearAxis>(graph)),
+             std::shared_ptr<TOLVAxis>(std::make_shared<TOLVLogarithmicAxis>(graph))}) {
         SCOPED_TRACE(axis->archiveClassName());
         axis->setDrawsMajorLabels(false);
         axis->setDrawsMajorLines(false);
@@ -311,8 +307,7 @@ TEST_F(TOLVAxisTest, LinesWithoutAFinitePositionAreLeftOut)
 
 TEST_F(TOLVAxisTest, NoFrameAroundAnEmptyOrInfiniteDataArea)
 {
-    for (const Rect& rect : {Rect(0.0, 0.0, 0.0, 100.0), Rect(0.0, 0.0, 100.0, 0.0), Rect(0.0, 0.0, -5.0, 100.0), Rect(0.0, 0.0, kInfinity, 100.0),
-             Rect(kNaN, 0.0, 100.0, 100.0)})
+    for (const Rect& rect : {Rect(0.0, 0.0, 0.0, 100.0), Rect(0.0, 0.0, 100.0, 0.0), Rect(0.0, 0.0, -5.0, 100.0), Rect(0.0, 0.0, kInfinity, 100.0), Rect(kNaN, 0.0, 100.0, 100.0)})
         EXPECT_TRUE(linesWith(linesDrawn([&] { horizontal().drawMajorLinesInRect(rect); }), "stroke").empty()) << toString(rect);
 }
 
@@ -483,8 +478,7 @@ TEST_F(TOLVAxisTest, TheHorizontalTitleStandsInTheMiddleOfItsStrip)
 {
     graph->prepareForDrawingInRect(kGraphRect);
     horizontal().setLabel("time");
-    EXPECT_EQ(linesDrawn([&] { horizontal().drawLabelInRect(horizontalRect()); }),
-        (Lines{"save", "text \"time\" HelveticaNeue 14 (0, 0, 0, 1) at (193.5, 0)", "restore"}));
+    EXPECT_EQ(linesDrawn([&] { horizontal().drawLabelInRect(horizontalRect()); }), (Lines{"save", "text \"time\" HelveticaNeue 14 (0, 0, 0, 1) at (193.5, 0)", "restore"}));
 }
 
 TEST_F(TOLVAxisTest, TheVerticalTitleReadsUpwardsInTheMiddleOfItsStrip)

@@ -132,7 +132,7 @@ void TOLVBarAxis::drawMajorLinesInRect(const Rect& rect) const
     drawFrameInRect(rect);
 }
 
-void TOLVBarAxis::drawMinorLinesInRect(const Rect&) const { }
+void TOLVBarAxis::drawMinorLinesInRect(const Rect&) const {}
 
 std::shared_ptr<TOLVLabel> TOLVBarAxis::labelForCategory(const std::string& text, double centre, const Rect& strip) const
 {

@@ -552,8 +552,9 @@ TEST_F(TOLVBarAxisTest, TextsStandCentredUnderTheirSlots)
     axis().setTickLabels({{"jan", "feb", "mar", "apr"}});
     prepare();
     // The strip begins at 3; half the line height of axis titles is 7, half that of the texts 6.
-    EXPECT_EQ(drawnTexts(), (Lines{"text \"jan\" HelveticaNeue-Light 12 (0, 0, 0, 1) at (48.5, 4.5)", "text \"feb\" HelveticaNeue-Light 12 (0, 0, 0, 1) at (143.5, 4.5)",
-                                "text \"mar\" HelveticaNeue-Light 12 (0, 0, 0, 1) at (238.5, 4.5)", "text \"apr\" HelveticaNeue-Light 12 (0, 0, 0, 1) at (333.5, 4.5)"}));
+    EXPECT_EQ(drawnTexts(),
+        (Lines{"text \"jan\" HelveticaNeue-Light 12 (0, 0, 0, 1) at (48.5, 4.5)", "text \"feb\" HelveticaNeue-Light 12 (0, 0, 0, 1) at (143.5, 4.5)",
+            "text \"mar\" HelveticaNeue-Light 12 (0, 0, 0, 1) at (238.5, 4.5)", "text \"apr\" HelveticaNeue-Light 12 (0, 0, 0, 1) at (333.5, 4.5)"}));
     const auto placements = axis().tickLabelPlacements(kRect);
     ASSERT_EQ(placements.size(), 4U);
     EXPECT_EQ(placements[1].value, 2.0);

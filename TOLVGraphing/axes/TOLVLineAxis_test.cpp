@@ -32,8 +32,8 @@ protected:
         graph->setMargin({0.0, 0.0, 15.0, 0.0});
         graph->setHorizontalAxis(std::make_shared<TOLVLineAxis>());
         graph->zoomXToFixedMin(0.0F, 10.0F);
-        graph->addGraphData(TOLVGraphData::graphDataWithX(
-            TOLVRealVector::vectorWithComponents({1.0F, 2.0F}), TOLVRealVector::vectorWithComponents({1.0F, 2.0F}), Color::blackColor()));
+        graph->addGraphData(
+            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({1.0F, 2.0F}), TOLVRealVector::vectorWithComponents({1.0F, 2.0F}), Color::blackColor()));
         graph->prepareForDrawingInRect(kRect);
     }
 
@@ -49,8 +49,9 @@ protected:
 
 TEST_F(TOLVLineAxisTest, GridLinesStandHalfAPointLeftOfTheCentresAndEndAPointShortOfTheFrame)
 {
-    EXPECT_EQ(majorLines(), (Lines{"fillColor (0.5, 0.5, 0.5, 1)", "strokeColor (0.5, 0.5, 0.5, 1)", kFrame, "save", "strokeColor (0.5, 0.5, 0.5, 1)",
-                                "lineWidth 1", "stroke M 104.5 16 L 104.5 99 M 294.5 16 L 294.5 99", "restore"}));
+    EXPECT_EQ(majorLines(),
+        (Lines{"fillColor (0.5, 0.5, 0.5, 1)", "strokeColor (0.5, 0.5, 0.5, 1)", kFrame, "save", "strokeColor (0.5, 0.5, 0.5, 1)", "lineWidth 1",
+            "stroke M 104.5 16 L 104.5 99 M 294.5 16 L 294.5 99", "restore"}));
 }
 
 TEST_F(TOLVLineAxisTest, DashWidthAndColourOfTheStyleTakeEffect)
@@ -59,8 +60,9 @@ TEST_F(TOLVLineAxisTest, DashWidthAndColourOfTheStyleTakeEffect)
     style->setColor(Color(1.0, 0.0, 0.0));
     style->setThickness(2.5);
     graph->setMajorLineStyle(style);
-    EXPECT_EQ(majorLines(), (Lines{"fillColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", kFrame, "save", "lineDash 0 [5, 2]", "lineWidth 2.5",
-                                "strokeColor (1, 0, 0, 1)", "lineWidth 2.5", "stroke M 104.5 16 L 104.5 99 M 294.5 16 L 294.5 99", "restore"}));
+    EXPECT_EQ(majorLines(),
+        (Lines{"fillColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", kFrame, "save", "lineDash 0 [5, 2]", "lineWidth 2.5", "strokeColor (1, 0, 0, 1)", "lineWidth 2.5",
+            "stroke M 104.5 16 L 104.5 99 M 294.5 16 L 294.5 99", "restore"}));
 }
 
 TEST_F(TOLVLineAxisTest, WithoutAStyleTheContextsOwnHolds)
@@ -106,7 +108,10 @@ TEST_F(TOLVLineAxisTest, WithoutAGraphOrAContextNothingIsDrawn)
 {
     TOLVLineAxis alone;
     alone.setDataPointCount(1);
-    EXPECT_EQ(linesWith(linesDrawn([&] { alone.drawMajorLinesInRect({0.0, 0.0, 40.0, 20.0}); }), "stroke"),
+    EXPECT_EQ(linesWith(linesDrawn([&] {
+        alone.drawMajorLinesInRect({0.0, 0.0, 40.0, 20.0});
+    }),
+                  "stroke"),
         (Lines{"stroke M 0.5 0.5 L 39.5 0.5 L 39.5 19.5 L 0.5 19.5 Z", "stroke M 19.5 1 L 19.5 19"}));
     EXPECT_NO_THROW(axis().drawMajorLinesInRect(kRect));
 }

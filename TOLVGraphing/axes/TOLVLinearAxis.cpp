@@ -40,16 +40,9 @@ TOLVAxis::Values multiplesOfStep(double step, double min, double max)
 
 } // namespace
 
-TOLVLinearAxis::TOLVLinearAxis()
-    : TOLVLinearAxis(std::weak_ptr<TOLVGraph>())
-{
-}
+TOLVLinearAxis::TOLVLinearAxis() : TOLVLinearAxis(std::weak_ptr<TOLVGraph>()) {}
 
-TOLVLinearAxis::TOLVLinearAxis(std::weak_ptr<TOLVGraph> graph)
-    : TOLVAxis(std::move(graph))
-    , m_valueMap(std::make_shared<TOLVLinearMapping>())
-{
-}
+TOLVLinearAxis::TOLVLinearAxis(std::weak_ptr<TOLVGraph> graph) : TOLVAxis(std::move(graph)), m_valueMap(std::make_shared<TOLVLinearMapping>()) {}
 
 std::shared_ptr<TOLVAxis> TOLVLinearAxis::copy() const
 {

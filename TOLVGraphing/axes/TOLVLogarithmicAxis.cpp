@@ -160,8 +160,7 @@ void TOLVLogarithmicAxis::getMajorValues(Values* majorValues, Values* minorValue
     }
     if (minorValues) {
         minorValues->clear();
-        std::set_difference(all.begin(), all.end(), major.begin(), major.end(), std::back_inserter(*minorValues),
-            [](double a, double b) { return a < b && !isSameValue(a, b); });
+        std::set_difference(all.begin(), all.end(), major.begin(), major.end(), std::back_inserter(*minorValues), [](double a, double b) { return a < b && !isSameValue(a, b); });
     }
     if (majorValues)
         *majorValues = std::move(major);

@@ -54,8 +54,8 @@ TEST_F(TOLVLogarithmicAxisTest, OnALongAxisTheirMultiplesAreMajor)
 {
     prepare(20.0, 20000.0, 2800.0);
     EXPECT_EQ(axis().minorValuesDepth(), 2U);
-    EXPECT_EQ(axis().majorValues(), (Values{20, 30, 40, 50, 60, 70, 80, 90, 100, 200, 300, 400, 500, 600, 700, 800, 900, 1000, 2000, 3000, 4000, 5000, 6000,
-                                        7000, 8000, 9000, 10000, 20000}));
+    EXPECT_EQ(axis().majorValues(),
+        (Values{20, 30, 40, 50, 60, 70, 80, 90, 100, 200, 300, 400, 500, 600, 700, 800, 900, 1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000, 20000}));
     const Values& minor = axis().minorValues();
     EXPECT_EQ(minor.front(), 21.0);
     EXPECT_EQ(minor.back(), 19000.0);
@@ -106,8 +106,8 @@ TEST_F(TOLVLogarithmicAxisTest, AnAxisThatWasNeverPreparedHasNoTicks)
 
 TEST_F(TOLVLogarithmicAxisTest, RangesThatAreNotPositiveAndFiniteHaveNoTicks)
 {
-    const double ranges[][2] = {{0.0, 10.0}, {-0.0, 10.0}, {-5.0, 10.0}, {-5.0, -1.0}, {kNaN, 10.0}, {1.0, kNaN}, {1.0, kInfinity}, {kInfinity, kInfinity},
-        {-kInfinity, kInfinity}, {10.0, 1.0}, {0.0, 0.0}};
+    const double ranges[][2] = {{0.0, 10.0}, {-0.0, 10.0}, {-5.0, 10.0}, {-5.0, -1.0}, {kNaN, 10.0}, {1.0, kNaN}, {1.0, kInfinity}, {kInfinity, kInfinity}, {-kInfinity, kInfinity},
+        {10.0, 1.0}, {0.0, 0.0}};
     for (const auto& [min, max] : ranges) {
         SCOPED_TRACE(testing::Message() << min << " to " << max);
         for (const std::uint32_t depth : {0U, 1U, 2U, 7U, 4294967295U})

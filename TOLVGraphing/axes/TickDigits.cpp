@@ -72,8 +72,8 @@ std::optional<DecimalDigits> digitsAmongTicks(double number, const TickSpacing& 
     if (!resolution)
         return std::nullopt;
     const double magnitude = std::abs(number);
-    DecimalDigits decimal = resolution->isTick ? digitsOfTick(magnitude, resolution->distance)
-                                               : roundedToPlace(shortestLabelDigits(magnitude), placeOfDistance(resolution->distance));
+    DecimalDigits decimal
+        = resolution->isTick ? digitsOfTick(magnitude, resolution->distance) : roundedToPlace(shortestLabelDigits(magnitude), placeOfDistance(resolution->distance));
     removeTrailingZeros(decimal);
     return decimal;
 }

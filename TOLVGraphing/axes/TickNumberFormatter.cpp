@@ -7,10 +7,7 @@
 
 namespace TOLVGraphing {
 
-TickNumberFormatter::TickNumberFormatter(std::weak_ptr<const TOLVAxis> axis)
-    : m_spacing(std::move(axis))
-{
-}
+TickNumberFormatter::TickNumberFormatter(std::weak_ptr<const TOLVAxis> axis) : m_spacing(std::move(axis)) {}
 
 DecimalDigits TickNumberFormatter::digitsWithoutTicks(double number) const
 {

@@ -85,10 +85,7 @@ double distanceAround(const TOLVAxis& axis, const Neighbours& neighbours)
 
 } // namespace
 
-TickSpacing::TickSpacing(std::weak_ptr<const TOLVAxis> axis)
-    : m_axis(std::move(axis))
-{
-}
+TickSpacing::TickSpacing(std::weak_ptr<const TOLVAxis> axis) : m_axis(std::move(axis)) {}
 
 std::optional<TickSpacing::Resolution> TickSpacing::resolutionForValue(double value) const
 {

@@ -45,20 +45,17 @@ std::optional<std::uint32_t> scanHexadecimal(std::string_view text)
 
 Color linearBurn(const Color& a, const Color& b)
 {
-    return {a.redComponent() + b.redComponent() - 1.0, a.greenComponent() + b.greenComponent() - 1.0,
-        a.blueComponent() + b.blueComponent() - 1.0, a.alphaComponent()};
+    return {a.redComponent() + b.redComponent() - 1.0, a.greenComponent() + b.greenComponent() - 1.0, a.blueComponent() + b.blueComponent() - 1.0, a.alphaComponent()};
 }
 
 Color linearDodge(const Color& a, const Color& b)
 {
-    return {a.redComponent() + b.redComponent(), a.greenComponent() + b.greenComponent(), a.blueComponent() + b.blueComponent(),
-        a.alphaComponent()};
+    return {a.redComponent() + b.redComponent(), a.greenComponent() + b.greenComponent(), a.blueComponent() + b.blueComponent(), a.alphaComponent()};
 }
 
 Color multiply(const Color& a, const Color& b)
 {
-    return {a.redComponent() * b.redComponent(), a.greenComponent() * b.greenComponent(), a.blueComponent() * b.blueComponent(),
-        a.alphaComponent()};
+    return {a.redComponent() * b.redComponent(), a.greenComponent() * b.greenComponent(), a.blueComponent() * b.blueComponent(), a.alphaComponent()};
 }
 
 bool needsDarkLabel(const Color& color)

@@ -89,7 +89,13 @@ template <typename XScale, typename YScale>
 class SampleBySample {
 public:
     SampleBySample(const ColumnReduction& settings, const ReducibleSeries& series, const XScale& xScale, const YScale& yScale, Vertices& vertices)
-        : m_settings(settings), m_xs(series.xs.data()), m_ys(series.ys.data()), m_count(series.xs.size()), m_xScale(xScale), m_yScale(yScale), m_vertices(vertices)
+        : m_settings(settings)
+        , m_xs(series.xs.data())
+        , m_ys(series.ys.data())
+        , m_count(series.xs.size())
+        , m_xScale(xScale)
+        , m_yScale(yScale)
+        , m_vertices(vertices)
     {
     }
 
@@ -159,7 +165,13 @@ class ColumnEdges {
 public:
     /// Abscissae from `begin` to before `end` are in range, at least one.
     ColumnEdges(const ReducibleSeries& series, const XScale& scale, std::size_t begin, std::size_t end)
-        : m_series(series), m_xs(series.xs.data()), m_scale(scale), m_end(end), m_begin(begin), m_firstX(static_cast<double>(m_xs[begin])), m_lastColumn(std::ceil(positionOf(end - 1)))
+        : m_series(series)
+        , m_xs(series.xs.data())
+        , m_scale(scale)
+        , m_end(end)
+        , m_begin(begin)
+        , m_firstX(static_cast<double>(m_xs[begin]))
+        , m_lastColumn(std::ceil(positionOf(end - 1)))
     {
         const double length = static_cast<double>(m_xs[end - 1]) - m_firstX;
         m_samplesToUnit = length > 0.0 ? static_cast<double>(end - 1 - begin) / length : 0.0;
@@ -291,7 +303,11 @@ template <typename XScale, typename YScale>
 class ColumnByColumn {
 public:
     ColumnByColumn(const ColumnReduction& settings, const ReducibleSeries& series, const XScale& xScale, const YScale& yScale, Vertices& vertices)
-        : m_settings(settings), m_series(series), m_xScale(xScale), m_yScale(yScale), m_vertices(vertices)
+        : m_settings(settings)
+        , m_series(series)
+        , m_xScale(xScale)
+        , m_yScale(yScale)
+        , m_vertices(vertices)
     {
     }
 

@@ -103,7 +103,7 @@ std::vector<float> randomAbscissae(Dice& dice, std::size_t count, bool isLogarit
         switch (kind) {
         case 0: xs[i] = static_cast<float>(offset + scale * dice.fraction()); break;
         case 1: xs[i] = static_cast<float>(static_cast<double>(i / (1 + count / 40))); break; // long ties
-        case 2: xs[i] = dice.nudged(base, 40); break; // neighbours in single precision
+        case 2: xs[i] = dice.nudged(base, 40); break;                                         // neighbours in single precision
         case 3: xs[i] = static_cast<float>(offset + scale * place * place * place); break;
         case 4: xs[i] = static_cast<float>(scale * std::pow(10.0, 5.0 * place)); break;
         case 5: xs[i] = static_cast<float>(offset + scale * (dice.oneIn(30) ? dice.fraction() : place < 0.5 ? 0.2 : 0.7)); break; // clusters
@@ -208,8 +208,8 @@ std::string description(const ReductionCase& one)
     const ColumnReduction& settings = one.settings;
     std::ostringstream text;
     text.precision(9);
-    text << "rect " << toString(settings.rect) << ", x " << settings.xMinimum << " ... " << settings.xMaximum << (settings.xIsLog ? " log" : "") << ", y " << settings.yMinimum << " ... "
-         << settings.yMaximum << (settings.yIsLog ? " log" : "") << (settings.closed ? ", closed" : "") << (one.hasTable ? ", table" : "") << ", blocks "
+    text << "rect " << toString(settings.rect) << ", x " << settings.xMinimum << " ... " << settings.xMaximum << (settings.xIsLog ? " log" : "") << ", y " << settings.yMinimum
+         << " ... " << settings.yMaximum << (settings.yIsLog ? " log" : "") << (settings.closed ? ", closed" : "") << (one.hasTable ? ", table" : "") << ", blocks "
          << (one.blockShift ? static_cast<int>(*one.blockShift) : -1) << ", samples";
     for (std::size_t i = 0; i < std::min<std::size_t>(one.count, 100); ++i)
         text << " (" << one.xs()[i] << ", " << one.ys()[i] << ")";

@@ -90,8 +90,7 @@ TEST(TOLVCurve, StrokesWithItsStyleBetweenSaveAndRestore)
     const CurrentContextScope scope(context);
     curve.stroke();
     EXPECT_TRUE(curve.closed());
-    EXPECT_EQ(context.text(),
-        "save\nlineDash 0 [5, 2]\nlineWidth 1\nstrokeColor (1, 0, 0, 1)\nlineWidth 1\nstroke M 1 2 L 3 4\nrestore\n");
+    EXPECT_EQ(context.text(), "save\nlineDash 0 [5, 2]\nlineWidth 1\nstrokeColor (1, 0, 0, 1)\nlineWidth 1\nstroke M 1 2 L 3 4\nrestore\n");
 }
 
 TEST(TOLVCurve, FillsByTheEvenOddRuleWithoutItsStyle)

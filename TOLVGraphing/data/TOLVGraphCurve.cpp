@@ -29,8 +29,7 @@ TOLVGraphCurve::TOLVGraphCurve(Vector x, Vector y, std::shared_ptr<TOLVLineStyle
     , m_y(copied(y))
 {
     if (m_x->length() != m_y->length()) {
-        throw Exception("LengthMismatch",
-            "Curve X and Y data length mismatch (" + std::to_string(m_x->length()) + " vs " + std::to_string(m_y->length()) + ")");
+        throw Exception("LengthMismatch", "Curve X and Y data length mismatch (" + std::to_string(m_x->length()) + " vs " + std::to_string(m_y->length()) + ")");
     }
 }
 

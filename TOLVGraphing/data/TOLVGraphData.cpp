@@ -59,10 +59,7 @@ std::size_t nearestOfAscending(std::span<const float> xs, float x)
 
 } // namespace
 
-TOLVGraphData::TOLVGraphData()
-    : m_lineStyle(TOLVLineStyle::solidLineWithColor(Color::blackColor(), 1.0))
-{
-}
+TOLVGraphData::TOLVGraphData() : m_lineStyle(TOLVLineStyle::solidLineWithColor(Color::blackColor(), 1.0)) {}
 
 std::shared_ptr<TOLVGraphData> TOLVGraphData::graphDataWithDataArray(std::span<const Samples> vectors)
 {
@@ -92,8 +89,7 @@ std::shared_ptr<TOLVGraphData> TOLVGraphData::graphDataWithX(Samples x, Samples 
     return data;
 }
 
-std::shared_ptr<TOLVGraphData> TOLVGraphData::graphDataWithX(
-    Samples x, Samples y, const std::optional<Color>& color, std::shared_ptr<TOLVLineStyle> lineStyle)
+std::shared_ptr<TOLVGraphData> TOLVGraphData::graphDataWithX(Samples x, Samples y, const std::optional<Color>& color, std::shared_ptr<TOLVLineStyle> lineStyle)
 {
     auto data = graphDataWithX(std::move(x), std::move(y), color);
     data->setLineStyle(std::move(lineStyle));
@@ -132,8 +128,7 @@ std::shared_ptr<TOLVGraphData> TOLVGraphData::graphDataInRange(IndexRange range)
     const auto y = std::dynamic_pointer_cast<const TOLVRealVector>(m_y);
     if (!x || !y)
         stopProgram("graphDataInRange only works for TOLVRealVector-based graph data");
-    return graphDataWithX(
-        x->realVectorInRange(range.location, range.length), y->realVectorInRange(range.location, range.length), color(), m_lineStyle);
+    return graphDataWithX(x->realVectorInRange(range.location, range.length), y->realVectorInRange(range.location, range.length), color(), m_lineStyle);
 }
 
 } // namespace TOLVGraphing

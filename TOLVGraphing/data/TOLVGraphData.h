@@ -29,8 +29,7 @@ public:
     [[nodiscard]] static std::shared_ptr<TOLVGraphData> graphDataWithX(Samples x, Samples y, const std::optional<Color>& color);
     [[nodiscard]] static std::shared_ptr<TOLVGraphData> graphDataWithX(Samples x, Samples y, std::shared_ptr<TOLVLineStyle> lineStyle);
     /// The colour goes to the default style, which the given style then replaces: the series has the given style's own colour.
-    [[nodiscard]] static std::shared_ptr<TOLVGraphData> graphDataWithX(
-        Samples x, Samples y, const std::optional<Color>& color, std::shared_ptr<TOLVLineStyle> lineStyle);
+    [[nodiscard]] static std::shared_ptr<TOLVGraphData> graphDataWithX(Samples x, Samples y, const std::optional<Color>& color, std::shared_ptr<TOLVLineStyle> lineStyle);
 
     /// Shared. In data units; null while there are none.
     [[nodiscard]] const Samples& X() const { return m_x; }

@@ -243,7 +243,8 @@ TEST(TOLVGraphData, TheNearestOfAscendingSamplesIsTheOneThatLookingThroughAllFin
         std::vector<float> ys(xs.size());
         std::iota(ys.begin(), ys.end(), 1.0F);
         // A host's own samples are looked through one by one.
-        const auto plain = TOLVGraphData::graphDataWithX(std::make_shared<testing_support::ChangingSamples>(xs), std::make_shared<testing_support::ChangingSamples>(ys), Color::blackColor());
+        const auto plain
+            = TOLVGraphData::graphDataWithX(std::make_shared<testing_support::ChangingSamples>(xs), std::make_shared<testing_support::ChangingSamples>(ys), Color::blackColor());
         const auto sorted = seriesOf(xs, ys);
         const float x = random.whole(10) == 0 ? special[random.whole(std::size(special))] : static_cast<float>(1000.0 + random.number(-1.0, width));
         float actual = -1.0F;

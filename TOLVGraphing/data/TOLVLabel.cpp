@@ -25,7 +25,8 @@ bool TOLVLabel::overlapsLabelInArray(std::span<const std::shared_ptr<TOLVLabel>>
         const Rect& r = placed->rect();
         if (!r.valid())
             return false;
-        return intersectsRect({r.x() - withInsets.left, r.y() - withInsets.bottom, r.width() + withInsets.left + withInsets.right, r.height() + withInsets.top + withInsets.bottom}, m_rect);
+        return intersectsRect(
+            {r.x() - withInsets.left, r.y() - withInsets.bottom, r.width() + withInsets.left + withInsets.right, r.height() + withInsets.top + withInsets.bottom}, m_rect);
     });
 }
 

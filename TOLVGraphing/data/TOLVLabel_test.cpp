@@ -97,8 +97,8 @@ TEST(TOLVLabel, AnEmptyPlacedRectangleStillKeepsItsMargin)
 TEST(TOLVLabel, NonFinitePlacedLabelsArePassedOver)
 {
     const Rect own(0.0, 0.0, 10.0, 10.0);
-    for (const Rect& placed : {Rect(kNaN, 0.0, 10.0, 10.0), Rect(0.0, kNaN, 10.0, 10.0), Rect(0.0, 0.0, kInfinity, 10.0), Rect(0.0, 0.0, 10.0, kNaN),
-             Rect(-kInfinity, 0.0, 10.0, 10.0)})
+    for (const Rect& placed :
+        {Rect(kNaN, 0.0, 10.0, 10.0), Rect(0.0, kNaN, 10.0, 10.0), Rect(0.0, 0.0, kInfinity, 10.0), Rect(0.0, 0.0, 10.0, kNaN), Rect(-kInfinity, 0.0, 10.0, 10.0)})
         EXPECT_FALSE(overlaps(own, {placed})) << toString(placed);
     EXPECT_TRUE(overlaps(own, {{kNaN, 0.0, 10.0, 10.0}, own}));
 }
@@ -130,8 +130,7 @@ TEST(TOLVLabel, LiesOutsideWhenItsCentreDoes)
 
 TEST(TOLVLabel, DrawsItsTextAtTheOriginWhateverTheSize)
 {
-    const auto label = TOLVLabel::labelWithAttributedString(
-        AttributedString("5", TextAttributes{Font{"Helvetica", 9.0}, Color(1.0, 0.0, 0.0)}), {3.0, 4.0, 0.0, -1.0});
+    const auto label = TOLVLabel::labelWithAttributedString(AttributedString("5", TextAttributes{Font{"Helvetica", 9.0}, Color(1.0, 0.0, 0.0)}), {3.0, 4.0, 0.0, -1.0});
     label->draw();
     RecordingContext context;
     const CurrentContextScope scope(context);

@@ -14,8 +14,7 @@ constexpr float kIndexLimit = 9223372036854775808.0F;
 
 [[noreturn]] void failIndex()
 {
-    throw AssertionFailure("Invalid parameter not satisfying: %@", "(NSInteger)inIndex < self.length",
-        "TOLVGraphing/TOLVRealVector+Interpolation", 55);
+    throw AssertionFailure("Invalid parameter not satisfying: %@", "(NSInteger)inIndex < self.length", "TOLVGraphing/TOLVRealVector+Interpolation", 55);
 }
 
 } // namespace

@@ -112,8 +112,7 @@ TEST(TOLVRealVectorInterpolation, EqualNeighboursDivideByNothing)
 // Neither is sorted, so any answer is good as long as nothing outside the vector is read.
 TEST(TOLVRealVectorInterpolation, UnsortedAndNaNVectorsAreReadInsideOnly)
 {
-    const std::vector<std::vector<float>> vectors
-        = {{kNaN}, {kNaN, kNaN}, {1.0F, kNaN, 3.0F}, {3.0F, 2.0F, 1.0F}, {5.0F, 1.0F, 5.0F, 1.0F, 5.0F, 1.0F}, {kInfinity, -kInfinity}};
+    const std::vector<std::vector<float>> vectors = {{kNaN}, {kNaN, kNaN}, {1.0F, kNaN, 3.0F}, {3.0F, 2.0F, 1.0F}, {5.0F, 1.0F, 5.0F, 1.0F, 5.0F, 1.0F}, {kInfinity, -kInfinity}};
     for (const auto& numbers : vectors) {
         const auto vector = TOLVRealVector::vectorWithComponents(numbers);
         for (const float value : {-10.0F, 0.0F, 2.0F, 4.0F, 10.0F, kNaN, kInfinity, -kInfinity}) {

@@ -67,8 +67,7 @@ TEST(VisibleSamples, TheSamplesNeedNotBeAVector)
 
 TEST(VisibleSamples, TheOrdinatesPlayNoPart)
 {
-    const auto series = TOLVGraphData::graphDataWithX(
-        TOLVRealVector::vectorWithComponents({1.0F, 2.0F, 3.0F}), TOLVRealVector::vectorWithComponents({1.0F}), Color::blackColor());
+    const auto series = TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({1.0F, 2.0F, 3.0F}), TOLVRealVector::vectorWithComponents({1.0F}), Color::blackColor());
     EXPECT_EQ(visibleSampleRange(*series, 0.0, 9.0), (IndexRange{0, 3}));
 }
 

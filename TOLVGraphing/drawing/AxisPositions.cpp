@@ -18,9 +18,7 @@ bool hasMappedPositions(const TOLVAxis& axis)
 
 } // namespace
 
-AxisPositions::AxisPositions(const TOLVAxis* axis, const Rect& dataRect)
-    : m_axis(axis)
-    , m_dataRect(dataRect)
+AxisPositions::AxisPositions(const TOLVAxis* axis, const Rect& dataRect) : m_axis(axis), m_dataRect(dataRect)
 {
     if (axis && hasMappedPositions(*axis))
         m_mapping = axis->mappingForRect(dataRect);

@@ -36,7 +36,8 @@ public:
 std::vector<float> someValues()
 {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    std::vector<float> values = {0.0F, -0.0F, -1.0F, kInfinity, -kInfinity, std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::max(), std::numeric_limits<float>::min()};
+    std::vector<float> values
+        = {0.0F, -0.0F, -1.0F, kInfinity, -kInfinity, std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::max(), std::numeric_limits<float>::min()};
     testing_support::Generated random(2);
     for (int i = 0; i < 2000; ++i)
         values.push_back(static_cast<float>(random.number(-5.0, 200.0)));

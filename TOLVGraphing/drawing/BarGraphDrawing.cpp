@@ -38,9 +38,7 @@ std::size_t sampleCount(const TOLVGraphData& series)
 /// The places of bars in a slot, all in points.
 class BarPlaces {
 public:
-    explicit BarPlaces(double barWidth)
-        : m_barWidth(barWidth)
-        , m_gap(kGapPart * barWidth)
+    explicit BarPlaces(double barWidth) : m_barWidth(barWidth), m_gap(kGapPart * barWidth)
     {
         const double fullWidth = barWidth - 2.0 * m_gap;
         m_width = fullWidth >= kThinnestBar ? fullWidth : kThinnestBar;
@@ -87,7 +85,8 @@ std::size_t waitingBarCount(const std::vector<BarSeries>& series)
 }
 
 /// The bars of the series that have a sample at this position, side by side.
-void fillGroup(std::size_t position, const std::vector<BarSeries>& series, const Rect& slot, const BarPlaces& places, const AxisPositions& vertical, DrawingContext& context, PixelFills& fills)
+void fillGroup(std::size_t position, const std::vector<BarSeries>& series, const Rect& slot, const BarPlaces& places, const AxisPositions& vertical, DrawingContext& context,
+    PixelFills& fills)
 {
     std::size_t place = 0;
     for (const BarSeries& each : series) {

@@ -51,7 +51,8 @@ TEST_F(BarGraphDrawingTest, OneBarFillsItsSlotButForTheGaps)
 {
     add({1.0F}, {50.0F});
     // A slot of 196 points has a place of 192 for its bar, of which 8 % on each side are gaps.
-    EXPECT_EQ(drawn(), (Lines{"save", "clip M 0 0 L 200 0 L 200 100 L 0 100 Z", "fillColor (1, 0, 0, 1)", fillOf({4.0 + 0.08 * 192.0, 0.0, 192.0 - 2.0 * (0.08 * 192.0), 50.0}), "restore"}));
+    EXPECT_EQ(drawn(),
+        (Lines{"save", "clip M 0 0 L 200 0 L 200 100 L 0 100 Z", "fillColor (1, 0, 0, 1)", fillOf({4.0 + 0.08 * 192.0, 0.0, 192.0 - 2.0 * (0.08 * 192.0), 50.0}), "restore"}));
 }
 
 TEST_F(BarGraphDrawingTest, AGroupWithFewerBarsFillsItsPlacesFromTheLeft)
@@ -63,9 +64,7 @@ TEST_F(BarGraphDrawingTest, AGroupWithFewerBarsFillsItsPlacesFromTheLeft)
     const double slotWidth = 980.0 / 3.0;
     const double place = (slotWidth - 20.0) / 2.0;
     const double gap = 0.08 * place;
-    const auto barAt = [&](int group, int bar, double height) {
-        return fillOf({10.0 + group * slotWidth + 10.0 + bar * place + gap, 0.0, place - 2.0 * gap, height});
-    };
+    const auto barAt = [&](int group, int bar, double height) { return fillOf({10.0 + group * slotWidth + 10.0 + bar * place + gap, 0.0, place - 2.0 * gap, height}); };
     EXPECT_EQ(bars(rect), (Lines{barAt(0, 0, 10.0), barAt(0, 1, 40.0), barAt(1, 0, 20.0), barAt(1, 1, 50.0), barAt(2, 0, 30.0)}));
     EXPECT_EQ(linesWith(drawn(rect), "fillColor"),
         (Lines{"fillColor (1, 0, 0, 1)", "fillColor (0, 0, 1, 1)", "fillColor (1, 0, 0, 1)", "fillColor (0, 0, 1, 1)", "fillColor (1, 0, 0, 1)"}));
@@ -165,7 +164,8 @@ TEST_F(BarGraphDrawingTest, BetweenTwoSamplesThereAreNoBars)
 TEST_F(BarGraphDrawingTest, SeriesWithoutVectorsTakeNoPlace)
 {
     graph->addGraphData(std::make_shared<TOLVGraphData>());
-    graph->addGraphData(TOLVGraphData::graphDataWithX(std::make_shared<ChangingSamples>(std::vector<float>{1.0F}), TOLVRealVector::vectorWithComponents({1.0F}), Color::blackColor()));
+    graph->addGraphData(
+        TOLVGraphData::graphDataWithX(std::make_shared<ChangingSamples>(std::vector<float>{1.0F}), TOLVRealVector::vectorWithComponents({1.0F}), Color::blackColor()));
     add({}, {});
     add({1.0F}, {50.0F});
     EXPECT_EQ(bars(), (Lines{fillOf({4.0 + 0.08 * 192.0, 0.0, 192.0 - 2.0 * (0.08 * 192.0), 50.0})}));

@@ -112,8 +112,8 @@ TEST(CalloutLabel, DotsOfEveryCategoryBlock)
 
 TEST(CalloutLabel, ACollisionNamesTheLabelThatWasKept)
 {
-    const Categories categories{{labelAt({0.0, 5.0, 20.0, 11.0}, "a"), labelAt({0.0, 50.0, 20.0, 11.0}, "b")}, {labelAt({10.0, 7.0, 20.0, 11.0}, "c"), labelAt({500.0, 5.0, 20.0, 11.0}, "d")},
-        {labelAt({510.0, 5.0, 20.0, 11.0}, "e")}};
+    const Categories categories{{labelAt({0.0, 5.0, 20.0, 11.0}, "a"), labelAt({0.0, 50.0, 20.0, 11.0}, "b")},
+        {labelAt({10.0, 7.0, 20.0, 11.0}, "c"), labelAt({500.0, 5.0, 20.0, 11.0}, "d")}, {labelAt({510.0, 5.0, 20.0, 11.0}, "e")}};
     const auto placements = placeCalloutLabels(categories, {});
     ASSERT_EQ(summary(placements), "b a (c) d (e)");
     EXPECT_EQ(placements[2].collidesWith, 1U);
@@ -127,8 +127,9 @@ TEST(CalloutLabel, ACollisionNamesTheLabelThatWasKept)
 
 TEST(CalloutLabel, LabelsAndDotsThatAreNotFiniteAreLeftOut)
 {
-    EXPECT_EQ(chosen({{labelAt({kNaN, 5.0, 20.0, 11.0}, "a"), labelAt({0.0, kNaN, 20.0, 11.0}, "b"), labelAt({0.0, 5.0, 20.0, 11.0}, "c"), labelAt({0.0, kInfinity, 20.0, 11.0}, "d")}},
-                  {{kNaN, 5.0, 6.0, 6.0}, {0.0, -kInfinity, 6.0, kInfinity}}),
+    EXPECT_EQ(
+        chosen({{labelAt({kNaN, 5.0, 20.0, 11.0}, "a"), labelAt({0.0, kNaN, 20.0, 11.0}, "b"), labelAt({0.0, 5.0, 20.0, 11.0}, "c"), labelAt({0.0, kInfinity, 20.0, 11.0}, "d")}},
+            {{kNaN, 5.0, 6.0, 6.0}, {0.0, -kInfinity, 6.0, kInfinity}}),
         "c -a- -b- -d-");
 }
 
@@ -191,8 +192,8 @@ TEST(CalloutLabel, TextsAreDrawnInTheirRectanglesInOrder)
     const SharedTextAttributes attributes = makeTextAttributes(Font{"HelveticaNeue", 10.0}, Color(1.0, 0.0, 0.0));
     const std::vector<CalloutLabel> labels{{AttributedString("one", attributes), {1.0, 2.0, 15.0, 10.0}}, {AttributedString("two", attributes), {30.0, 40.0, 15.0, 12.0}}};
     // A text stands at the top of a rectangle that is higher.
-    EXPECT_EQ(linesDrawn([&] { drawCalloutLabels(labels); }),
-        (Lines{"text \"one\" HelveticaNeue 10 (1, 0, 0, 1) at (1, 2)", "text \"two\" HelveticaNeue 10 (1, 0, 0, 1) at (30, 42)"}));
+    EXPECT_EQ(
+        linesDrawn([&] { drawCalloutLabels(labels); }), (Lines{"text \"one\" HelveticaNeue 10 (1, 0, 0, 1) at (1, 2)", "text \"two\" HelveticaNeue 10 (1, 0, 0, 1) at (30, 42)"}));
     EXPECT_TRUE(linesDrawn([] { drawCalloutLabels({}); }).empty());
     EXPECT_NO_THROW(drawCalloutLabels(labels));
 }

@@ -15,10 +15,10 @@ class TOLVGraph;
 
 /// What became of a callout that a strategy placed.
 enum class CalloutFate : std::uint8_t {
-    Kept,               ///< it is drawn
+    Kept,                ///< it is drawn
     CollidesWithCallout, ///< it overlaps a callout kept before it
-    CollidesWithDot,    ///< it would cover a sample's dot
-    NotFinite,          ///< its place is no number
+    CollidesWithDot,     ///< it would cover a sample's dot
+    NotFinite,           ///< its place is no number
 };
 
 /// A callout that a strategy placed beside a sample, and what became of it. Coordinates are points, y growing upwards. A value.

@@ -16,8 +16,7 @@ void CurveGraphDrawing::drawGraph(const std::shared_ptr<TOLVGraph>& graph, const
     TOLVCurveGraphDrawing().drawGraph(graph, inRect);
 }
 
-void CurveGraphDrawing::drawMarkers(
-    const std::vector<std::shared_ptr<TOLVMarker>>& markers, const std::shared_ptr<TOLVGraph>& forGraph, const Rect& inRect)
+void CurveGraphDrawing::drawMarkers(const std::vector<std::shared_ptr<TOLVMarker>>& markers, const std::shared_ptr<TOLVGraph>& forGraph, const Rect& inRect)
 {
     DrawingContext* context = currentContext();
     if (!forGraph || !context)

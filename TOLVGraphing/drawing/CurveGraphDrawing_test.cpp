@@ -33,8 +33,8 @@ protected:
 
     void add(std::vector<float> x, std::vector<float> y)
     {
-        graph->addGraphData(TOLVGraphData::graphDataWithX(
-            TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(1.0, 0.0, 0.0)));
+        graph->addGraphData(
+            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(1.0, 0.0, 0.0)));
     }
 
     Lines markersDrawn(const std::vector<double>& values)

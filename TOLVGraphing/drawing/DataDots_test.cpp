@@ -139,8 +139,8 @@ TEST_F(DataDotsTest, DotsWithoutAFinitePlaceAreLeftOut)
 TEST_F(DataDotsTest, ALineHasTheStylesDashWidthAndColour)
 {
     style->setPatternValues(std::vector<float>{5.0F, 2.0F});
-    EXPECT_EQ(linesDrawn([&] { strokePoints(kPoints, style.get()); }), (Lines{"save", "lineDash 0 [5, 2]", "lineWidth 3", "strokeColor (1, 0, 0, 0.5)", "lineWidth 3",
-                                                                         "stroke M 10 20 L 30 50 L 50 40", "restore"}));
+    EXPECT_EQ(linesDrawn([&] { strokePoints(kPoints, style.get()); }),
+        (Lines{"save", "lineDash 0 [5, 2]", "lineWidth 3", "strokeColor (1, 0, 0, 0.5)", "lineWidth 3", "stroke M 10 20 L 30 50 L 50 40", "restore"}));
 }
 
 TEST_F(DataDotsTest, WithoutAStyleALineHasWhatTheContextHas)
@@ -158,7 +158,9 @@ TEST_F(DataDotsTest, ALinePassesOverPointsThatAreNotFinite)
 
 TEST_F(DataDotsTest, AnAreaReachesDownToTheLowerEdgeAndIsATwentiethOfTheColour)
 {
-    EXPECT_EQ(linesDrawn([&] { fillUnderPoints(kPoints, {0.0, 5.0, 100.0, 100.0}, style.get()); }),
+    EXPECT_EQ(linesDrawn([&] {
+        fillUnderPoints(kPoints, {0.0, 5.0, 100.0, 100.0}, style.get());
+    }),
         (Lines{"save", "fillColor (1, 0, 0, 0.05)", "strokeColor (1, 0, 0, 0.05)", "fill M 10 5 L 10 20 L 30 50 L 50 40 L 50 5 Z", "restore"}));
 }
 

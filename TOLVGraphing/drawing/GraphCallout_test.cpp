@@ -91,8 +91,7 @@ TEST_F(GraphCalloutTest, OverlapNeedsCommonArea)
         double dy;
         bool expected;
     };
-    const Case cases[] = {
-        {0.0, 0.0, true}, {width - 1.0, 0.0, true}, {width + 1.0, 0.0, false}, {-width - 1.0, 0.0, false}, {0.0, std::floor(height), true},
+    const Case cases[] = {{0.0, 0.0, true}, {width - 1.0, 0.0, true}, {width + 1.0, 0.0, false}, {-width - 1.0, 0.0, false}, {0.0, std::floor(height), true},
         {0.0, std::ceil(height), false}, {0.0, -std::ceil(height), false}};
     for (const Case& one : cases) {
         const std::vector<GraphCallout> others = {calloutAt(-500.0, -500.0), calloutAt(100.0 + one.dx, 100.0 + one.dy)};

@@ -104,10 +104,7 @@ private:
 
 } // namespace
 
-LineGraphDrawing::LineGraphDrawing()
-    : LineGraphDrawing(std::make_shared<NumberFormatter>())
-{
-}
+LineGraphDrawing::LineGraphDrawing() : LineGraphDrawing(std::make_shared<NumberFormatter>()) {}
 
 LineGraphDrawing::LineGraphDrawing(const std::shared_ptr<const NumberFormatter>& calloutLabelFormatter)
     : m_calloutLabelFormatter(calloutLabelFormatter ? calloutLabelFormatter->copy() : nullptr)

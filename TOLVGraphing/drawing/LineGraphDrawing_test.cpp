@@ -69,8 +69,7 @@ protected:
 
     std::shared_ptr<TOLVGraphData> add(std::vector<float> x, std::vector<float> y, const std::optional<Color>& color = Color(1.0, 0.0, 0.0))
     {
-        auto series
-            = TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), color);
+        auto series = TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), color);
         graph->addGraphData(series);
         return series;
     }
@@ -139,9 +138,9 @@ TEST_F(LineGraphDrawingTest, ASeriesIsAnAreaALineAndDotsWithItsCalloutsOnTop)
     EXPECT_EQ(drawn(),
         (Lines{"save", kClip, "save", "fillColor (1, 0, 0, 0.05)", "strokeColor (1, 0, 0, 0.05)", "fill M 58 0 L 58 10 L 153 20 L 248 30 L 343 40 L 343 0 Z", "restore", "save",
             "strokeColor (1, 0, 0, 1)", "lineWidth 1", "stroke M 58 10 L 153 20 L 248 30 L 343 40", "restore", "save", "strokeColor (1, 0, 0, 1)", "fillColor (1, 1, 1, 1)",
-            "fill " + dots, "save", "lineWidth 2", "stroke " + dots, "restore", "restore", "restore", "save", kClip,
-            "text \"10\" HelveticaNeue 11 (0, 0, 0, 1) at (52.5, 13.5)", "text \"20\" HelveticaNeue 11 (0, 0, 0, 1) at (147.5, 23.5)",
-            "text \"30\" HelveticaNeue 11 (0, 0, 0, 1) at (242.5, 33.5)", "text \"40\" HelveticaNeue 11 (0, 0, 0, 1) at (337.5, 43.5)", "restore"}));
+            "fill " + dots, "save", "lineWidth 2", "stroke " + dots, "restore", "restore", "restore", "save", kClip, "text \"10\" HelveticaNeue 11 (0, 0, 0, 1) at (52.5, 13.5)",
+            "text \"20\" HelveticaNeue 11 (0, 0, 0, 1) at (147.5, 23.5)", "text \"30\" HelveticaNeue 11 (0, 0, 0, 1) at (242.5, 33.5)",
+            "text \"40\" HelveticaNeue 11 (0, 0, 0, 1) at (337.5, 43.5)", "restore"}));
 }
 
 TEST_F(LineGraphDrawingTest, LaterSeriesLieOnTopAndAllCalloutsOnTopOfThem)
@@ -150,8 +149,9 @@ TEST_F(LineGraphDrawingTest, LaterSeriesLieOnTopAndAllCalloutsOnTopOfThem)
     addFour({50.0F, 60.0F, 70.0F, 80.0F}, Color(0.0, 0.0, 1.0));
     const Lines lines = drawn();
     EXPECT_EQ(linesWith(lines, "clip"), (Lines{kClip, kClip, kClip}));
-    EXPECT_EQ(linesWith(lines, "strokeColor"), (Lines{"strokeColor (1, 0, 0, 0.05)", "strokeColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", "strokeColor (0, 0, 1, 0.05)",
-                                                   "strokeColor (0, 0, 1, 1)", "strokeColor (0, 0, 1, 1)"}));
+    EXPECT_EQ(linesWith(lines, "strokeColor"),
+        (Lines{"strokeColor (1, 0, 0, 0.05)", "strokeColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", "strokeColor (0, 0, 1, 0.05)", "strokeColor (0, 0, 1, 1)",
+            "strokeColor (0, 0, 1, 1)"}));
     ASSERT_GE(lines.size(), 10U);
     for (std::size_t i = 2; i < 10; ++i)
         EXPECT_TRUE(lines[lines.size() - i].starts_with("text ")) << i;

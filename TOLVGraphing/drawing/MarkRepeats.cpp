@@ -11,9 +11,7 @@ constexpr double kMostPlaces = 67108864.0;
 
 } // namespace
 
-MarkRepeats::MarkRepeats(const Rect& area)
-    : m_area(integralRect(area))
-    , m_last{std::numeric_limits<double>::quiet_NaN(), 0.0}
+MarkRepeats::MarkRepeats(const Rect& area) : m_area(integralRect(area)), m_last{std::numeric_limits<double>::quiet_NaN(), 0.0}
 {
     if (!(m_area.width() * m_area.height() <= kMostPlaces)) {
         m_area = {};

@@ -27,10 +27,7 @@ const Rect kRect(0.0, 0.0, 100.0, 100.0);
 /// Has a text for positive numbers only.
 class PositiveFormatter final : public NumberFormatter {
 public:
-    std::optional<std::string> stringFromNumber(double number) const override
-    {
-        return number > 0.0 ? NumberFormatter::stringFromNumber(number) : std::nullopt;
-    }
+    std::optional<std::string> stringFromNumber(double number) const override { return number > 0.0 ? NumberFormatter::stringFromNumber(number) : std::nullopt; }
     std::shared_ptr<NumberFormatter> copy() const override { return std::make_shared<PositiveFormatter>(*this); }
 };
 
@@ -57,8 +54,8 @@ protected:
 
     void add(std::vector<float> x, std::vector<float> y)
     {
-        graph->addGraphData(TOLVGraphData::graphDataWithX(
-            TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(1.0, 0.0, 0.0)));
+        graph->addGraphData(
+            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(1.0, 0.0, 0.0)));
     }
 
     std::vector<GraphCallout> calloutsAt(double value) const

@@ -24,9 +24,7 @@ constexpr std::size_t kMostColors = std::numeric_limits<std::uint8_t>::max();
 
 } // namespace
 
-PixelFills::PixelFills(DrawingContext& context, const Rect& clip, std::size_t expectedFills)
-    : m_context(context)
-    , m_expectedFills(expectedFills)
+PixelFills::PixelFills(DrawingContext& context, const Rect& clip, std::size_t expectedFills) : m_context(context), m_expectedFills(expectedFills)
 {
     const std::optional<Rect> pixels = expectedFills >= kManyFills && !clip.isEmpty() ? context.wholePixelsOfFill(clip) : std::nullopt;
     if (!pixels)
@@ -95,7 +93,8 @@ bool PixelFills::mayWait(const Color& color) const
     const double alpha = color.alphaComponent();
     if (m_width == 0 || !(alpha > 0.0))
         return false;
-    return alpha >= 1.0 || m_translucentColor == color || static_cast<double>(m_expectedFills) >= kFillsForOne * static_cast<double>(m_width) * static_cast<double>(mostBlends(alpha));
+    return alpha >= 1.0 || m_translucentColor == color
+        || static_cast<double>(m_expectedFills) >= kFillsForOne * static_cast<double>(m_width) * static_cast<double>(mostBlends(alpha));
 }
 
 void PixelFills::flushColors()
@@ -127,7 +126,8 @@ bool PixelFills::areEqualColumns(std::int32_t one, std::int32_t other)
 {
     const Rows rows = m_touched[static_cast<std::size_t>(one)];
     const Rows otherRows = m_touched[static_cast<std::size_t>(other)];
-    return rows.low == otherRows.low && rows.high == otherRows.high && rows.low < rows.high && std::memcmp(column(one) + rows.low, column(other) + rows.low, static_cast<std::size_t>(rows.high - rows.low)) == 0;
+    return rows.low == otherRows.low && rows.high == otherRows.high && rows.low < rows.high
+        && std::memcmp(column(one) + rows.low, column(other) + rows.low, static_cast<std::size_t>(rows.high - rows.low)) == 0;
 }
 
 /// Fills each pixel of equal columns as often as it was counted: what is counted once or more, what is counted twice or more, and so on.
@@ -170,7 +170,8 @@ std::uint8_t PixelFills::numberOfColor(const Color& color)
     return static_cast<std::uint8_t>(m_lastColor + 1);
 }
 
-template <typename Change> void PixelFills::change(const Rect& pixels, Change change)
+template <typename Change>
+void PixelFills::change(const Rect& pixels, Change change)
 {
     const auto within = [](double place, std::int32_t end) { return static_cast<std::int32_t>(std::clamp(place, 0.0, static_cast<double>(end))); };
     const std::int32_t left = within(pixels.x() - m_left, m_width);

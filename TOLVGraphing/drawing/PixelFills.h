@@ -55,7 +55,8 @@ private:
     void cover(const Rect& pixels, std::uint8_t color);
     void count(const Rect& pixels);
     [[nodiscard]] bool mayWait(const Color& color) const;
-    template <typename Change> void change(const Rect& pixels, Change change);
+    template <typename Change>
+    void change(const Rect& pixels, Change change);
     void flushColors();
     void flushCounts();
     [[nodiscard]] bool areEqualColumns(std::int32_t one, std::int32_t other);

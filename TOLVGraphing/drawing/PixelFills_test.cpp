@@ -70,8 +70,9 @@ TEST_F(PixelFillsTest, TheLastColourOfAPixelIsItsOwn)
     fill(fills, {2.0, 5.0, 1.0, 1.0}, kGreen);
     fill(fills, {2.0, 5.0, 1.0, 1.0}, kRed);
     fills.flush();
-    EXPECT_EQ(painted(), (Lines{"save", "fillColor (1, 0, 0, 1)", fillOf({2.0, 0.0, 1.0, 2.0}), "fillColor (0, 1, 0, 1)", fillOf({2.0, 2.0, 1.0, 2.0}), "fillColor (1, 0, 0, 1)",
-                             fillOf({2.0, 4.0, 1.0, 2.0}), "restore"}));
+    EXPECT_EQ(painted(),
+        (Lines{"save", "fillColor (1, 0, 0, 1)", fillOf({2.0, 0.0, 1.0, 2.0}), "fillColor (0, 1, 0, 1)", fillOf({2.0, 2.0, 1.0, 2.0}), "fillColor (1, 0, 0, 1)",
+            fillOf({2.0, 4.0, 1.0, 2.0}), "restore"}));
 }
 
 TEST_F(PixelFillsTest, EdgesGoWhereTheContextPutsThem)
@@ -91,8 +92,9 @@ TEST_F(PixelFillsTest, ATranslucentFillComesAfterWhatWasBeforeIt)
     fill(fills, {2.0, 0.0, 1.0, 1.0}, kGreen);
     fills.flush();
     fills.flush();
-    EXPECT_EQ(painted(), (Lines{"save", "fillColor (1, 0, 0, 1)", fillOf({2.0, 0.0, 1.0, 4.0}), "restore", "save", "fillColor (0, 0, 1, 0.5)", fillOf({2.0, 0.0, 1.0, 3.0}), "restore", "save",
-                             "fillColor (0, 1, 0, 1)", fillOf({2.0, 0.0, 1.0, 1.0}), "restore"}));
+    EXPECT_EQ(painted(),
+        (Lines{"save", "fillColor (1, 0, 0, 1)", fillOf({2.0, 0.0, 1.0, 4.0}), "restore", "save", "fillColor (0, 0, 1, 0.5)", fillOf({2.0, 0.0, 1.0, 3.0}), "restore", "save",
+            "fillColor (0, 1, 0, 1)", fillOf({2.0, 0.0, 1.0, 1.0}), "restore"}));
 }
 
 TEST_F(PixelFillsTest, APixelGetsAsManyTranslucentFillsAsCoverIt)
@@ -103,7 +105,9 @@ TEST_F(PixelFillsTest, APixelGetsAsManyTranslucentFillsAsCoverIt)
     fill(fills, {2.0, 0.0, 3.0, 5.0}, translucent);
     fill(fills, {2.0, 4.0, 1.0, 2.0}, translucent);
     fills.flush();
-    EXPECT_EQ(painted(), (Lines{"save", "fillColor (0, 0, 1, 0.5)", fillOf({2.0, 0.0, 1.0, 6.0}), fillOf({2.0, 0.0, 1.0, 3.0}), fillOf({2.0, 4.0, 1.0, 1.0}), fillOf({3.0, 0.0, 2.0, 5.0}), "restore"}));
+    EXPECT_EQ(painted(),
+        (Lines{"save", "fillColor (0, 0, 1, 0.5)", fillOf({2.0, 0.0, 1.0, 6.0}), fillOf({2.0, 0.0, 1.0, 3.0}), fillOf({2.0, 4.0, 1.0, 1.0}), fillOf({3.0, 0.0, 2.0, 5.0}),
+            "restore"}));
 }
 
 TEST_F(PixelFillsTest, TranslucentFillsEndWhereTheyChangeNothing)
@@ -152,8 +156,9 @@ TEST_F(PixelFillsTest, EqualRunsOfNeighbouringColumnsAreOneRectangle)
     fill(fills, {4.0, 0.0, 1.0, 2.0}, kGreen);
     fills.flush();
     const std::string red = "fillColor (1, 0, 0, 1)";
-    EXPECT_EQ(painted(), (Lines{"save", red, fillOf({1.0, 4.0, 1.0, 2.0}), red, fillOf({2.0, 4.0, 1.0, 3.0}), red, fillOf({1.0, 0.0, 3.0, 2.0}),
-                             "fillColor (0, 1, 0, 1)", fillOf({4.0, 0.0, 1.0, 2.0}), red, fillOf({3.0, 4.0, 2.0, 2.0}), "restore"}));
+    EXPECT_EQ(painted(),
+        (Lines{"save", red, fillOf({1.0, 4.0, 1.0, 2.0}), red, fillOf({2.0, 4.0, 1.0, 3.0}), red, fillOf({1.0, 0.0, 3.0, 2.0}), "fillColor (0, 1, 0, 1)",
+            fillOf({4.0, 0.0, 1.0, 2.0}), red, fillOf({3.0, 4.0, 2.0, 2.0}), "restore"}));
 }
 
 TEST_F(PixelFillsTest, WhatLiesOutsideIsCutOffTwoPixelsBeyondTheClip)

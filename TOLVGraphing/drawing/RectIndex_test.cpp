@@ -60,8 +60,8 @@ TEST(RectIndex, RectanglesThatOnlyTouchDoNotOverlap)
 
 TEST(RectIndex, EmptyAndInfiniteRectanglesOverlapNothing)
 {
-    const std::vector<Rect> none = {{5.0, 5.0, 0.0, 4.0}, {5.0, 5.0, 4.0, 0.0}, {9.0, 9.0, -4.0, 4.0}, {5.0, 5.0, 4.0, kNaN}, {kNaN, 5.0, 4.0, 4.0}, {5.0, 5.0, kInfinity, 4.0},
-        {-kInfinity, 5.0, 4.0, 4.0}};
+    const std::vector<Rect> none = {
+        {5.0, 5.0, 0.0, 4.0}, {5.0, 5.0, 4.0, 0.0}, {9.0, 9.0, -4.0, 4.0}, {5.0, 5.0, 4.0, kNaN}, {kNaN, 5.0, 4.0, 4.0}, {5.0, 5.0, kInfinity, 4.0}, {-kInfinity, 5.0, 4.0, 4.0}};
     const Rect solid(0.0, 0.0, 10.0, 10.0);
     RectIndex index;
     for (const Rect& rect : none)

@@ -34,8 +34,7 @@ protected:
 
     void add(std::vector<float> x, std::vector<float> y, const Color& color = Color(1.0, 0.0, 0.0))
     {
-        graph->addGraphData(TOLVGraphData::graphDataWithX(
-            TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), color));
+        graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), color));
     }
 
     Lines drawn() const

@@ -55,9 +55,8 @@ TEST_F(TOLVDottedCurveGraphDrawingTest, OnlyTheFirstTwoCellEdgesAreRounded)
     ASSERT_EQ(toString(graph->dataRectInRect(kRect)), "(10.3, 0, 90, 100)");
     add({50.0F, 20.0F, 80.0F});
     EXPECT_EQ(drawn(),
-        (Lines{"save", "clip M 10.3 0 L 100.3 0 L 100.3 100 L 10.3 100 Z", "fillColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)",
-            "fill M 22 47 L 28 47 L 28 53 L 22 53 Z", "fill M 52 17 L 58 17 L 58 23 L 52 23 Z", "fill M 82 77 L 88 77 L 88 83 L 82 83 Z", "save",
-            "stroke M 25 50 L 55 20 L 85 80", "restore", "restore"}));
+        (Lines{"save", "clip M 10.3 0 L 100.3 0 L 100.3 100 L 10.3 100 Z", "fillColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", "fill M 22 47 L 28 47 L 28 53 L 22 53 Z",
+            "fill M 52 17 L 58 17 L 58 23 L 52 23 Z", "fill M 82 77 L 88 77 L 88 83 L 82 83 Z", "save", "stroke M 25 50 L 55 20 L 85 80", "restore", "restore"}));
 }
 
 TEST_F(TOLVDottedCurveGraphDrawingTest, FractionalStepsAddUpAsFloats)
@@ -88,8 +87,8 @@ TEST_F(TOLVDottedCurveGraphDrawingTest, TheAbscissaePlayNoPart)
 
 TEST_F(TOLVDottedCurveGraphDrawingTest, AnEmptySeriesStrokesAnEmptyCurve)
 {
-    const Lines expected = {"save", "clip M 10.3 0 L 100.3 0 L 100.3 100 L 10.3 100 Z", "fillColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", "save", "stroke ",
-        "restore", "restore"};
+    const Lines expected
+        = {"save", "clip M 10.3 0 L 100.3 0 L 100.3 100 L 10.3 100 Z", "fillColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", "save", "stroke ", "restore", "restore"};
     add({});
     EXPECT_EQ(drawn(), expected);
     graph->graphData()[0]->setY(nullptr);

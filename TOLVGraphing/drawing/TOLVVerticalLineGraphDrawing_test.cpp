@@ -45,8 +45,9 @@ protected:
 TEST_F(TOLVVerticalLineGraphDrawingTest, ALineStandsToTheRightOfTheRoundedPosition)
 {
     add({10.4F, 10.6F}, {20.6F, 20.4F});
-    EXPECT_EQ(drawn(), (Lines{"save", "clip M 0 0 L 100 0 L 100 100 L 0 100 Z", "fillColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", fillOf({10.0, 0.0, 1.0, 21.0}),
-                           fillOf({11.0, 0.0, 1.0, 20.0}), "restore"}));
+    EXPECT_EQ(drawn(),
+        (Lines{"save", "clip M 0 0 L 100 0 L 100 100 L 0 100 Z", "fillColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", fillOf({10.0, 0.0, 1.0, 21.0}),
+            fillOf({11.0, 0.0, 1.0, 20.0}), "restore"}));
 }
 
 TEST_F(TOLVVerticalLineGraphDrawingTest, APointOnTheLowerEdgeHasNoLine)

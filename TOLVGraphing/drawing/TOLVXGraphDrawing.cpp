@@ -34,7 +34,9 @@ void addX(Path& path, Point center)
 
 class XMarks final : public SampleMarks {
 public:
-    XMarks(DrawingContext& context, const Rect& dataRect) : m_context(context), m_hasRoom(!dataRect.isEmpty()), m_surroundings(insetRect(dataRect, -kSurroundings, -kSurroundings)) {}
+    XMarks(DrawingContext& context, const Rect& dataRect) : m_context(context), m_hasRoom(!dataRect.isEmpty()), m_surroundings(insetRect(dataRect, -kSurroundings, -kSurroundings))
+    {
+    }
 
     void beginSeries(const Color&, std::size_t sampleCount) override
     {

@@ -41,7 +41,8 @@ protected:
 TEST_F(TOLVXGraphDrawingTest, AnXIsCentredOnTheRoundedPosition)
 {
     add({10.4F}, {20.6F});
-    EXPECT_EQ(drawn(), (Lines{"save", kClip, "fillColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", "save", "lineWidth 1", "stroke M 6 17 L 14 25 M 6 25 L 14 17", "restore", "restore"}));
+    EXPECT_EQ(
+        drawn(), (Lines{"save", kClip, "fillColor (1, 0, 0, 1)", "strokeColor (1, 0, 0, 1)", "save", "lineWidth 1", "stroke M 6 17 L 14 25 M 6 25 L 14 17", "restore", "restore"}));
 }
 
 TEST_F(TOLVXGraphDrawingTest, HalvesAreRoundedToEven)

@@ -21,10 +21,7 @@ protected:
 
     void show(double min, double max) { graph->extents()->setX(TOLVAxisExtents::extentsWithMin(min, max)); }
 
-    void add(TOLVGraphData::Samples x, TOLVGraphData::Samples y)
-    {
-        graph->addGraphData(TOLVGraphData::graphDataWithX(std::move(x), std::move(y), Color::blackColor()));
-    }
+    void add(TOLVGraphData::Samples x, TOLVGraphData::Samples y) { graph->addGraphData(TOLVGraphData::graphDataWithX(std::move(x), std::move(y), Color::blackColor())); }
 
     static TOLVGraphData::Samples vectorOf(std::vector<float> numbers) { return TOLVRealVector::vectorWithComponents(std::move(numbers)); }
     static std::vector<float> numbersOf(const TOLVGraphData::Samples& samples) { return {samples->components(), samples->components() + samples->length()}; }

@@ -66,9 +66,10 @@ void TOLVGraph::initialize()
     m_minorLineStyle = TOLVLineStyle::solidLineWithColor(Color::lightGrayColor(), 0.5);
     m_horizontalAxis = std::make_shared<TOLVLinearAxis>(weak_from_this());
     m_verticalAxis = std::make_shared<TOLVLinearAxis>(weak_from_this());
-    addObserver("labelAttributes", [this](const PropertyChange&) { setLabelFontHeight(fontHeight(m_labelAttributes)); }, InitialDelivery::Yes);
-    addObserver("tickLabelAttributes", [this](const PropertyChange&) { setTickLabelFontHeight(fontHeight(m_tickLabelAttributes)); },
-        InitialDelivery::Yes);
+    addObserver(
+        "labelAttributes", [this](const PropertyChange&) { setLabelFontHeight(fontHeight(m_labelAttributes)); }, InitialDelivery::Yes);
+    addObserver(
+        "tickLabelAttributes", [this](const PropertyChange&) { setTickLabelFontHeight(fontHeight(m_tickLabelAttributes)); }, InitialDelivery::Yes);
 }
 
 std::shared_ptr<TOLVGraph> TOLVGraph::copy() const
@@ -168,9 +169,7 @@ void TOLVGraph::observeExtents()
     // No token may be lost once its observer is there.
     m_extentsTokens.reserve(kKeys.size());
     for (const char* key : kKeys) {
-        m_extentsTokens.push_back(m_extents->addObserver(key, [this](const PropertyChange&) {
-            const PropertyChangeScope change(*this, "canDraw");
-        }));
+        m_extentsTokens.push_back(m_extents->addObserver(key, [this](const PropertyChange&) { const PropertyChangeScope change(*this, "canDraw"); }));
     }
 }
 

@@ -27,15 +27,13 @@ Rect TOLVGraph::dataRectInRect(const Rect& rect) const
 Rect TOLVGraph::horizontalAxisRectInRect(const Rect& rect) const
 {
     const Rect moved = offsetRect(rect, m_padding.left + m_margin.left, 0.0);
-    return {moved.x(), moved.y(), rect.width() - (((m_padding.right + m_margin.right) + m_padding.left) + m_margin.left),
-        rect.height() - (m_padding.top + m_margin.top)};
+    return {moved.x(), moved.y(), rect.width() - (((m_padding.right + m_margin.right) + m_padding.left) + m_margin.left), rect.height() - (m_padding.top + m_margin.top)};
 }
 
 Rect TOLVGraph::verticalAxisRectInRect(const Rect& rect) const
 {
     const Rect moved = offsetRect(rect, 0.0, m_padding.bottom + m_margin.bottom);
-    return {moved.x(), moved.y(), rect.width() - (m_padding.right + m_margin.right),
-        rect.height() - (((m_padding.bottom + m_margin.bottom) + m_padding.top) + m_margin.top)};
+    return {moved.x(), moved.y(), rect.width() - (m_padding.right + m_margin.right), rect.height() - (((m_padding.bottom + m_margin.bottom) + m_padding.top) + m_margin.top)};
 }
 
 Rect TOLVGraph::titleBandInRect(const Rect& rect) const

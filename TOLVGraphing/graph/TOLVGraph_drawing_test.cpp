@@ -232,8 +232,8 @@ TEST_F(TOLVGraphDrawingTest, WithoutAnAxisDataTitleAndMarkersAreStillDrawn)
 
 TEST_F(TOLVGraphDrawingTest, TheStagesReachTheContextInTheirOrder)
 {
-    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({0.0F, 5.0F, 10.0F}),
-        TOLVRealVector::vectorWithComponents({0.0F, 5.0F, 10.0F}), Color(0.0, 0.0, 1.0)));
+    graph->addGraphData(
+        TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({0.0F, 5.0F, 10.0F}), TOLVRealVector::vectorWithComponents({0.0F, 5.0F, 10.0F}), Color(0.0, 0.0, 1.0)));
     graph->zoomXToFixedMin(0.0F, 10.0F);
     graph->zoomYToFixedMin(0.0, 10.0);
     graph->setMajorLineStyle(TOLVLineStyle::solidLineWithColor(Color(1.0, 0.0, 0.0), 1.0));
@@ -250,8 +250,8 @@ TEST_F(TOLVGraphDrawingTest, TheStagesReachTheContextInTheirOrder)
     };
     std::size_t at = place("strokeColor (0, 1, 0, 1)");
     const std::size_t lastMinor = static_cast<std::size_t>(lines.rend() - std::find(lines.rbegin(), lines.rend(), "strokeColor (0, 1, 0, 1)"));
-    for (const char* next : {"strokeColor (1, 0, 0, 1)", "text \"0\"", "fillColor (0, 0, 0, 1)", "text \"5\" HelveticaNeue-Light 12 (1, 1, 1, 1)", "text \"time\"",
-             "text \"volt\"", "strokeColor (0, 0, 1, 1)", "text \"title\"", "fillColor (0, 0, 1, 1)", "text \"5\" HelveticaNeue-Light 12 (0, 0, 1, 1)"}) {
+    for (const char* next : {"strokeColor (1, 0, 0, 1)", "text \"0\"", "fillColor (0, 0, 0, 1)", "text \"5\" HelveticaNeue-Light 12 (1, 1, 1, 1)", "text \"time\"", "text \"volt\"",
+             "strokeColor (0, 0, 1, 1)", "text \"title\"", "fillColor (0, 0, 1, 1)", "text \"5\" HelveticaNeue-Light 12 (0, 0, 1, 1)"}) {
         const std::size_t following = place(next, at);
         EXPECT_GT(following, at);
         at = following;

@@ -19,8 +19,7 @@ constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 std::shared_ptr<TOLVGraphData> seriesOf(std::vector<float> x, std::vector<float> y)
 {
-    return TOLVGraphData::graphDataWithX(
-        TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color::blackColor());
+    return TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color::blackColor());
 }
 
 std::vector<float> elements(const TOLVGraphData::Samples& vector)
@@ -198,8 +197,7 @@ TEST_F(TOLVGraphExtremesTest, OnALogarithmicAxisAnEndThatIsNotPositiveBecomesOne
         using TOLVLogarithmicAxis::TOLVLogarithmicAxis;
         std::shared_ptr<TOLVAxis> copy() const override { return std::make_shared<Subclass>(); }
     };
-    for (const std::shared_ptr<TOLVAxis>& axis :
-        {std::shared_ptr<TOLVAxis>(std::make_shared<TOLVLogarithmicAxis>()), std::shared_ptr<TOLVAxis>(std::make_shared<Subclass>())}) {
+    for (const std::shared_ptr<TOLVAxis>& axis : {std::shared_ptr<TOLVAxis>(std::make_shared<TOLVLogarithmicAxis>()), std::shared_ptr<TOLVAxis>(std::make_shared<Subclass>())}) {
         graph->setHorizontalAxis(axis);
         graph->setVerticalAxis(axis);
         for (const std::string side : {"x", "y"}) {

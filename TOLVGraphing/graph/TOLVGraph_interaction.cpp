@@ -175,8 +175,7 @@ void TOLVGraph::requireMarkerIndexes(const IndexSet& indexes, std::size_t end) c
 {
     for (const std::size_t index : indexes) {
         if (index >= end) {
-            throw Exception("IndexOutOfRange",
-                "Marker index " + std::to_string(index) + " lies outside the " + std::to_string(end) + " places of the list");
+            throw Exception("IndexOutOfRange", "Marker index " + std::to_string(index) + " lies outside the " + std::to_string(end) + " places of the list");
         }
     }
 }

@@ -41,8 +41,8 @@ protected:
 
     void addSeries(std::vector<float> x, std::vector<float> y)
     {
-        graph->addGraphData(TOLVGraphData::graphDataWithX(
-            TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color::blackColor()));
+        graph->addGraphData(
+            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color::blackColor()));
     }
 
     std::vector<double> markerValues() const
@@ -125,10 +125,10 @@ TEST_F(TOLVGraphInteractionTest, WithoutAxesOrExtentsTheAnswersAreZero)
 TEST_F(TOLVGraphInteractionTest, StepsAreForbiddenPerDirection)
 {
     using Step = std::function<void()>;
-    const std::vector<Step> xSteps = {[&] { graph->zoomInXInRect(kRect); }, [&] { graph->zoomOutXInRect(kRect); },
-        [&] { graph->zoomInXCenteredAtPoint(50.0F, kRect); }, [&] { graph->zoomOutXCenteredAtPoint(50.0F, kRect); }};
-    const std::vector<Step> ySteps = {[&] { graph->zoomInYInRect(kRect); }, [&] { graph->zoomOutYInRect(kRect); },
-        [&] { graph->zoomInYCenteredAtPoint(50.0F, kRect); }, [&] { graph->zoomOutYCenteredAtPoint(50.0F, kRect); }};
+    const std::vector<Step> xSteps = {[&] { graph->zoomInXInRect(kRect); }, [&] { graph->zoomOutXInRect(kRect); }, [&] { graph->zoomInXCenteredAtPoint(50.0F, kRect); },
+        [&] { graph->zoomOutXCenteredAtPoint(50.0F, kRect); }};
+    const std::vector<Step> ySteps = {[&] { graph->zoomInYInRect(kRect); }, [&] { graph->zoomOutYInRect(kRect); }, [&] { graph->zoomInYCenteredAtPoint(50.0F, kRect); },
+        [&] { graph->zoomOutYCenteredAtPoint(50.0F, kRect); }};
     const std::string before = extents();
     graph->setCanZoomX(false);
     for (const Step& step : xSteps) {
@@ -323,8 +323,8 @@ TEST_F(TOLVGraphInteractionTest, EditsAnnounceTheirKindAndPositions)
     graph->removeMarkersAtIndexes({0, 1});
     graph->setMarkers({});
     EXPECT_EQ(changes,
-        (std::vector<Change>{{ChangeKind::Insertion, {0}}, {ChangeKind::Insertion, {0, 2}}, {ChangeKind::Replacement, {1, 2}}, {ChangeKind::Removal, {0, 1}},
-            {ChangeKind::Setting, {}}}));
+        (std::vector<Change>{
+            {ChangeKind::Insertion, {0}}, {ChangeKind::Insertion, {0, 2}}, {ChangeKind::Replacement, {1, 2}}, {ChangeKind::Removal, {0, 1}}, {ChangeKind::Setting, {}}}));
 }
 
 TEST_F(TOLVGraphInteractionTest, PositionsOutsideTheListChangeNothing)

@@ -37,8 +37,8 @@ protected:
 
     void add(std::vector<float> x, std::vector<float> y)
     {
-        graph->addGraphData(TOLVGraphData::graphDataWithX(
-            TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(1.0, 0.0, 0.0)));
+        graph->addGraphData(
+            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(1.0, 0.0, 0.0)));
     }
 
     EvenTextScope text;
@@ -48,7 +48,8 @@ protected:
 /// The recorded line of a text in the graph's tick labels' looks.
 std::string drawnLabel(const LabelLayout& label, const std::string& color)
 {
-    return "text \"" + label.text + "\" HelveticaNeue-Light 12 " + color + " at (" + toString(label.rect).substr(1, toString(label.rect).find(',', toString(label.rect).find(',') + 1) - 1) + ")";
+    return "text \"" + label.text + "\" HelveticaNeue-Light 12 " + color + " at ("
+        + toString(label.rect).substr(1, toString(label.rect).find(',', toString(label.rect).find(',') + 1) - 1) + ")";
 }
 
 Texts textsOf(const std::vector<LabelLayout>& labels, LabelFate fate)

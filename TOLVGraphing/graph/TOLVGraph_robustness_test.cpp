@@ -32,14 +32,14 @@ constexpr double kLargestFloat = static_cast<double>(std::numeric_limits<float>:
 /// What one pass may draw at most: two frames, four grids, a few hundred labels and badges, and the data.
 constexpr std::size_t kMostLines = 2000;
 
-const Rect kFiniteRects[] = {{0.0, 0.0, 400.0, 300.0}, {0.0, 0.0, 45.0, 30.0}, {0.0, 0.0, 45.5, 30.5}, {0.0, 0.0, 10.0, 10.0}, {0.0, 0.0, 0.0, 0.0},
-    {5.0, 5.0, -400.0, -300.0}, {0.0, 0.0, 1e9, 300.0}, {0.0, 0.0, 400.0, 1e9}, {-1e9, -1e9, 2e9, 2e9}, {1e7, 1e7, 400.0, 300.0}, {0.25, 0.75, 399.5, 300.25}};
-const Rect kInfiniteRects[] = {{kNaN, 0.0, 400.0, 300.0}, {0.0, 0.0, kNaN, kNaN}, {0.0, 0.0, kInfinity, 300.0}, {-kInfinity, 0.0, kInfinity, kInfinity},
-    {0.0, 0.0, 1e300, 1e300}, {0.0, 0.0, 400.0, -kInfinity}};
+const Rect kFiniteRects[] = {{0.0, 0.0, 400.0, 300.0}, {0.0, 0.0, 45.0, 30.0}, {0.0, 0.0, 45.5, 30.5}, {0.0, 0.0, 10.0, 10.0}, {0.0, 0.0, 0.0, 0.0}, {5.0, 5.0, -400.0, -300.0},
+    {0.0, 0.0, 1e9, 300.0}, {0.0, 0.0, 400.0, 1e9}, {-1e9, -1e9, 2e9, 2e9}, {1e7, 1e7, 400.0, 300.0}, {0.25, 0.75, 399.5, 300.25}};
+const Rect kInfiniteRects[] = {{kNaN, 0.0, 400.0, 300.0}, {0.0, 0.0, kNaN, kNaN}, {0.0, 0.0, kInfinity, 300.0}, {-kInfinity, 0.0, kInfinity, kInfinity}, {0.0, 0.0, 1e300, 1e300},
+    {0.0, 0.0, 400.0, -kInfinity}};
 
 const double kRanges[][2] = {{0.0, 10.0}, {0.0, 0.0}, {5.0, 5.0}, {10.0, 0.0}, {kNaN, 10.0}, {0.0, kNaN}, {kNaN, kNaN}, {-kInfinity, kInfinity}, {0.0, kInfinity},
-    {kInfinity, -kInfinity}, {kLargestFloat, -kLargestFloat}, {-kLargestFloat, kLargestFloat}, {1.0, 1e300}, {-1e300, 1e300}, {1e-310, 1e-300},
-    {16777216.0, 16777218.0}, {1e-45, 1e38}, {-5.0, 1000.0}, {0.1, 0.1000001}};
+    {kInfinity, -kInfinity}, {kLargestFloat, -kLargestFloat}, {-kLargestFloat, kLargestFloat}, {1.0, 1e300}, {-1e300, 1e300}, {1e-310, 1e-300}, {16777216.0, 16777218.0},
+    {1e-45, 1e38}, {-5.0, 1000.0}, {0.1, 0.1000001}};
 
 class TOLVGraphRobustnessTest : public testing::Test {
 protected:
@@ -65,8 +65,8 @@ protected:
 
     void add(std::vector<float> x, std::vector<float> y)
     {
-        graph->addGraphData(TOLVGraphData::graphDataWithX(
-            TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color::blackColor()));
+        graph->addGraphData(
+            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color::blackColor()));
     }
 
     /// Calls the operation for each kind of axes, each strategy and each range: curves have it both ways, dots upwards only.
@@ -100,8 +100,8 @@ protected:
     template <typename Operation>
     void forEachCategorySetup(Operation operation)
     {
-        const std::shared_ptr<TOLVGraphDrawing> strategies[] = {std::make_shared<BarGraphDrawing>(), std::make_shared<LineGraphDrawing>(),
-            std::make_shared<TOLVXGraphDrawing>(), std::make_shared<TOLVVerticalLineGraphDrawing>(), std::make_shared<CurveGraphDrawing>()};
+        const std::shared_ptr<TOLVGraphDrawing> strategies[] = {std::make_shared<BarGraphDrawing>(), std::make_shared<LineGraphDrawing>(), std::make_shared<TOLVXGraphDrawing>(),
+            std::make_shared<TOLVVerticalLineGraphDrawing>(), std::make_shared<CurveGraphDrawing>()};
         for (const bool vertical : {false, true}) {
             const auto axis = std::make_shared<TOLVLineAxis>();
             axis->setTickLabels({{"one", "two", "three", "four", "five", "six", "seven"}});

@@ -25,8 +25,7 @@ constexpr double kUnknown = static_cast<double>(std::numeric_limits<float>::max(
 
 std::shared_ptr<TOLVGraphData> seriesOf(std::vector<float> x, std::vector<float> y)
 {
-    return TOLVGraphData::graphDataWithX(
-        TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color::blackColor());
+    return TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color::blackColor());
 }
 
 /// A strategy that a host archives together with its graph.

@@ -29,7 +29,8 @@ std::uint32_t uploadedTexture(OpenGLFunctions& gl, const StringBitmap& bitmap)
     gl.genTextures(1, &name);
     gl.bindTexture(kGLTextureRectangle, name);
     gl.texParameteri(kGLTextureRectangle, kGLTextureMinFilter, kGLLinear);
-    gl.texImage2D(kGLTextureRectangle, 0, static_cast<std::int32_t>(kGLRGBA), bitmap.pixelWidth, bitmap.pixelHeight, 0, bitmap.hasAlpha ? kGLRGBA : kGLRGB, kGLUnsignedByte, bitmap.pixels.data());
+    gl.texImage2D(kGLTextureRectangle, 0, static_cast<std::int32_t>(kGLRGBA), bitmap.pixelWidth, bitmap.pixelHeight, 0, bitmap.hasAlpha ? kGLRGBA : kGLRGB, kGLUnsignedByte,
+        bitmap.pixels.data());
     return name;
 }
 
@@ -43,20 +44,14 @@ StringTexture::StringTexture(AttributedString string, const Color& textColor, co
 {
 }
 
-StringTexture::StringTexture(AttributedString string)
-    : StringTexture(std::move(string), kTextColor, kClearColor, kClearColor)
-{
-}
+StringTexture::StringTexture(AttributedString string) : StringTexture(std::move(string), kTextColor, kClearColor, kClearColor) {}
 
 StringTexture::StringTexture(std::string string, TextAttributes attributes, const Color& textColor, const Color& boxColor, const Color& borderColor)
     : StringTexture(AttributedString(std::move(string), std::move(attributes)), textColor, boxColor, borderColor)
 {
 }
 
-StringTexture::StringTexture(std::string string, TextAttributes attributes)
-    : StringTexture(AttributedString(std::move(string), std::move(attributes)))
-{
-}
+StringTexture::StringTexture(std::string string, TextAttributes attributes) : StringTexture(AttributedString(std::move(string), std::move(attributes))) {}
 
 StringTexture::~StringTexture()
 {

@@ -127,16 +127,17 @@ TEST_F(StringTextureTest, DrawingBindsAndEmitsFourCornersFromTheLowerLeftClockwi
     texture.genTexture();
     m_lines->clear();
     texture.drawWithBounds({10.5, 20.0, 30.0, 40.25});
-    EXPECT_EQ(*m_lines, (Lines{"perform A", "bindTexture 34037 1", "begin 7", "texCoord2f 0 7", "vertex2f 10.5 20", "texCoord2f 0 0", "vertex2f 10.5 60.25", "texCoord2f 12 0", "vertex2f 40.5 60.25",
-                            "texCoord2f 12 7", "vertex2f 40.5 20", "end", "done"}));
+    EXPECT_EQ(*m_lines,
+        (Lines{"perform A", "bindTexture 34037 1", "begin 7", "texCoord2f 0 7", "vertex2f 10.5 20", "texCoord2f 0 0", "vertex2f 10.5 60.25", "texCoord2f 12 0",
+            "vertex2f 40.5 60.25", "texCoord2f 12 7", "vertex2f 40.5 20", "end", "done"}));
 }
 
 TEST_F(StringTextureTest, DrawingAtAPointTakesTheTexturesOwnSize)
 {
     StringTexture texture{AttributedString("text")};
     texture.drawAtPoint({100.0, 200.0});
-    const Lines quad{"perform A", "bindTexture 34037 1", "begin 7", "texCoord2f 0 7", "vertex2f 100 200", "texCoord2f 0 0", "vertex2f 100 207", "texCoord2f 12 0", "vertex2f 112 207", "texCoord2f 12 7",
-        "vertex2f 112 200", "end", "done"};
+    const Lines quad{"perform A", "bindTexture 34037 1", "begin 7", "texCoord2f 0 7", "vertex2f 100 200", "texCoord2f 0 0", "vertex2f 100 207", "texCoord2f 12 0",
+        "vertex2f 112 207", "texCoord2f 12 7", "vertex2f 112 200", "end", "done"};
     EXPECT_EQ(*m_lines, joined(uploadOf12By7("A", "1"), quad));
     m_lines->clear();
     texture.drawAtPoint({100.0, 200.0});
@@ -162,8 +163,14 @@ TEST_F(StringTextureTest, EverySetterFreesTheTextureAndTheNextDrawMakesItAnew)
         {"setTextColor", [](StringTexture& texture) { texture.setTextColor(Color::blackColor()); }},
         {"setBoxColor", [](StringTexture& texture) { texture.setBoxColor(Color::blackColor()); }},
         {"setBorderColor", [](StringTexture& texture) { texture.setBorderColor(Color::blackColor()); }},
-        {"setMargins", [](StringTexture& texture) { texture.setMargins({1.0, 1.0}); }},
-        {"useStaticFrame", [](StringTexture& texture) { texture.useStaticFrame({12.0, 7.0}); }},
+        {"setMargins",
+            [](StringTexture& texture) {
+                texture.setMargins({1.0, 1.0});
+            }},
+        {"useStaticFrame",
+            [](StringTexture& texture) {
+                texture.useStaticFrame({12.0, 7.0});
+            }},
         {"setPixelsPerPoint", [](StringTexture& texture) { texture.setPixelsPerPoint(1.0); }},
         {"genTexture", [](StringTexture& texture) { texture.genTexture(); }},
     };
@@ -311,7 +318,9 @@ TEST_F(StringTextureTest, DestructionFreesTheTextureWhereItWasMade)
     }
     EXPECT_EQ(*m_lines, (Lines{"perform A", "deleteTexture 1", "done"}));
     m_lines->clear();
-    { const StringTexture unused{AttributedString("text")}; }
+    {
+        const StringTexture unused{AttributedString("text")};
+    }
     EXPECT_TRUE(m_lines->empty());
 }
 

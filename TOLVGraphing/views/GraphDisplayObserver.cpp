@@ -4,8 +4,7 @@
 
 namespace TOLVGraphing {
 
-GraphDisplayObserver::GraphDisplayObserver(const std::shared_ptr<TOLVGraph>& graph, const std::function<void()>& handler)
-    : m_graph(graph)
+GraphDisplayObserver::GraphDisplayObserver(const std::shared_ptr<TOLVGraph>& graph, const std::function<void()>& handler) : m_graph(graph)
 {
     if (!graph || !handler)
         return;
@@ -25,7 +24,8 @@ GraphDisplayObserver::~GraphDisplayObserver()
 std::vector<std::string> GraphDisplayObserver::observedKeys()
 {
     // The ranges are part of "canDraw", the attributes of labels and tick labels part of their font heights.
-    return {"canDraw", "title", "titleAttributes", "labelFontHeight", "tickLabelFontHeight", "horizontalAxis", "verticalAxis", "majorLineStyle", "minorLineStyle", "drawingStrategy", "markers", "padding"};
+    return {"canDraw", "title", "titleAttributes", "labelFontHeight", "tickLabelFontHeight", "horizontalAxis", "verticalAxis", "majorLineStyle", "minorLineStyle",
+        "drawingStrategy", "markers", "padding"};
 }
 
 } // namespace TOLVGraphing

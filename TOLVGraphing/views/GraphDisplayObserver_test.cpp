@@ -26,7 +26,8 @@ struct Change {
 std::shared_ptr<TOLVGraph> graphWithSeries()
 {
     auto graph = TOLVGraph::graph();
-    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({0.0F, 1.0F}), TOLVRealVector::vectorWithComponents({2.0F, 3.0F}), Color(1.0, 0.0, 0.0)));
+    graph->addGraphData(
+        TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({0.0F, 1.0F}), TOLVRealVector::vectorWithComponents({2.0F, 3.0F}), Color(1.0, 0.0, 0.0)));
     graph->setExtents(graph->extentsFittingGraphData());
     return graph;
 }
@@ -50,7 +51,10 @@ TEST(GraphDisplayObserver, TellsOfEveryAnnouncedChangeThatShows)
         {"range of y", [](TOLVGraph& graph) { graph.extents()->setY(TOLVAxisExtents::extentsWithMin(0.0, 5.0)); }},
         {"a new marker", [](TOLVGraph& graph) { graph.placeHorizontalAxisMarkerWithValue(0.5); }},
         {"all markers", [](TOLVGraph& graph) { graph.setMarkers({}); }},
-        {"padding", [](TOLVGraph& graph) { graph.setPadding({1.0, 1.0, 1.0, 1.0}); }},
+        {"padding",
+            [](TOLVGraph& graph) {
+                graph.setPadding({1.0, 1.0, 1.0, 1.0});
+            }},
     };
     for (const Change& change : changes) {
         const auto graph = graphWithSeries();

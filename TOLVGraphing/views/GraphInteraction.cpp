@@ -31,10 +31,7 @@ bool isWideEnough(const TOLVAxisExtents& range)
 
 } // namespace
 
-GraphInteraction::GraphInteraction(std::shared_ptr<TOLVGraphView> view)
-    : m_view(std::move(view))
-{
-}
+GraphInteraction::GraphInteraction(std::shared_ptr<TOLVGraphView> view) : m_view(std::move(view)) {}
 
 std::shared_ptr<TOLVGraph> GraphInteraction::graph() const
 {

@@ -25,10 +25,7 @@ std::size_t rowsThatFit(double height)
 
 } // namespace
 
-GraphSheet::GraphSheet(std::shared_ptr<TOLVGraph> graph)
-    : m_graph(std::move(graph))
-{
-}
+GraphSheet::GraphSheet(std::shared_ptr<TOLVGraph> graph) : m_graph(std::move(graph)) {}
 
 void GraphSheet::placeLegend(const Rect& rect, double left, double width)
 {

@@ -18,8 +18,8 @@ namespace {
 std::shared_ptr<TOLVGraph> graphOfOneSeries()
 {
     auto graph = TOLVGraph::graph();
-    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({0.0F, 1.0F, 2.0F}),
-        TOLVRealVector::vectorWithComponents({1.0F, 3.0F, 2.0F}), Color::blackColor()));
+    graph->addGraphData(
+        TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({0.0F, 1.0F, 2.0F}), TOLVRealVector::vectorWithComponents({1.0F, 3.0F, 2.0F}), Color::blackColor()));
     graph->setExtents(graph->extentsFittingGraphData());
     return graph;
 }

@@ -31,7 +31,8 @@ const Rect kRect(0.0, 0.0, 500.0, 300.0);
 
 std::shared_ptr<TOLVGraphData> series(const char* name, std::vector<float> y)
 {
-    auto one = TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({10.0F, 100.0F, 2000.0F}), TOLVRealVector::vectorWithComponents(std::move(y)), Color(1.0, 0.0, 0.0));
+    auto one
+        = TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({10.0F, 100.0F, 2000.0F}), TOLVRealVector::vectorWithComponents(std::move(y)), Color(1.0, 0.0, 0.0));
     one->setName(name);
     return one;
 }
@@ -89,7 +90,10 @@ TEST(GraphSnapshot, DrawsTheSameWhateverBecomesOfTheGraph)
     const std::function<void(TOLVGraph&)> changes[] = {
         [](TOLVGraph& graph) { graph.zoomXToFixedMin(1.0F, 5.0F); },
         [](TOLVGraph& graph) { graph.extents()->setY(TOLVAxisExtents::extentsWithMin(-7.0, 7.0)); },
-        [](TOLVGraph& graph) { graph.zoomYToFixedMin(0.0, 0.001); graph.prepareForDrawingInRect(kRect); },
+        [](TOLVGraph& graph) {
+            graph.zoomYToFixedMin(0.0, 0.001);
+            graph.prepareForDrawingInRect(kRect);
+        },
         [](TOLVGraph& graph) { graph.setTitle(std::nullopt); },
         [](TOLVGraph& graph) { graph.horizontalAxis()->setLabel("Other"); },
         [](TOLVGraph& graph) { graph.horizontalAxis()->setTickLabelPadding(30.0); },

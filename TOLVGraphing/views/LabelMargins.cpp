@@ -113,8 +113,8 @@ void fitMarginsToLabels(TOLVGraph& graph, const Rect& rect, MarginFit fit)
     for (int round = 0; round < kMaximumRounds; ++round) {
         const EdgeInsets former = graph.margin();
         const EdgeInsets needed = neededMargin(graph, rect);
-        graph.setMargin({std::max(former.top, std::ceil(needed.top)), std::max(former.left, std::ceil(needed.left)),
-            std::max(former.bottom, std::ceil(needed.bottom)), std::max(former.right, std::ceil(needed.right))});
+        graph.setMargin({std::max(former.top, std::ceil(needed.top)), std::max(former.left, std::ceil(needed.left)), std::max(former.bottom, std::ceil(needed.bottom)),
+            std::max(former.right, std::ceil(needed.right))});
         if (graph.margin() == former)
             break;
     }

@@ -55,8 +55,8 @@ TEST_F(LegendRowsTest, DrawsTheLineInItsStyleAndTheNameBehindIt)
     const LegendRows rows(entries({"ab"}), 100.0, 3);
     EXPECT_EQ(rows.height(), 14.0);
     EXPECT_EQ(recorded(rows, {10, 20, 100, 14}),
-        (std::vector<std::string>{"save", "strokeColor (1, 0, 0, 1)", "lineWidth 2", "stroke M 10 27.5 L 30 27.5", "restore",
-            "text \"ab\" Helvetica 10 (0, 0, 0, 1) at (35, 21)"}));
+        (std::vector<std::string>{
+            "save", "strokeColor (1, 0, 0, 1)", "lineWidth 2", "stroke M 10 27.5 L 30 27.5", "restore", "text \"ab\" Helvetica 10 (0, 0, 0, 1) at (35, 21)"}));
 }
 
 TEST_F(LegendRowsTest, TooManyRowsEndWithHowManyAreLeftOut)

@@ -28,7 +28,8 @@ std::string named(std::string_view type)
 /// A field of a table: separators and line ends in it would break the table.
 std::string field(std::string text)
 {
-    std::replace_if(text.begin(), text.end(), [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
     return text;
 }
 
@@ -58,10 +59,7 @@ std::shared_ptr<TOLVGraphView> TOLVGraphView::initWithFrame(const Rect& frame)
     return view;
 }
 
-TOLVGraphView::TOLVGraphView(ConstructionKey, const Rect& frame)
-    : View(frame)
-{
-}
+TOLVGraphView::TOLVGraphView(ConstructionKey, const Rect& frame) : View(frame) {}
 
 TOLVGraphView::~TOLVGraphView()
 {
@@ -180,8 +178,7 @@ void TOLVGraphView::useFittedMargins()
         m_graph->setMargin(*m_fittedMargin);
 }
 
-MarginsOnlyGrow::MarginsOnlyGrow(std::shared_ptr<TOLVGraphView> view)
-    : m_view(std::move(view))
+MarginsOnlyGrow::MarginsOnlyGrow(std::shared_ptr<TOLVGraphView> view) : m_view(std::move(view))
 {
     ++m_view->m_growingScopes;
 }

@@ -66,7 +66,10 @@ std::string nameOfException(const std::function<void()>& action)
 /// A view, and how often it asked for redisplay.
 class TOLVGraphViewTest : public testing::Test {
 protected:
-    TOLVGraphViewTest() { view->setRedisplayHandler([this] { ++m_requests; }); }
+    TOLVGraphViewTest()
+    {
+        view->setRedisplayHandler([this] { ++m_requests; });
+    }
 
     /// The requests since the last time this was asked; the view counts as displayed afterwards.
     int takenRequests()

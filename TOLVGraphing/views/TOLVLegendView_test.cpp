@@ -51,7 +51,7 @@ private:
     Entries m_entries;
 };
 
-class NoEntries final : public TOLVLegendViewDataSource { };
+class NoEntries final : public TOLVLegendViewDataSource {};
 
 /// Titles are 10 points high and 5 a character wide.
 class TOLVLegendViewTest : public testing::Test {

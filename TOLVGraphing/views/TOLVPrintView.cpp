@@ -45,11 +45,7 @@ std::string pageText(const Rect& page)
 
 } // namespace
 
-TOLVPrintView::TOLVPrintView(const PrintInfo& printInfo)
-    : View(printableArea(printInfo))
-    , m_printInfo(printInfo)
-{
-}
+TOLVPrintView::TOLVPrintView(const PrintInfo& printInfo) : View(printableArea(printInfo)), m_printInfo(printInfo) {}
 
 std::shared_ptr<TOLVPrintView> TOLVPrintView::initWithPrintInfo(const PrintInfo& printInfo, const TOLVGraphView& view, Entries entries)
 {

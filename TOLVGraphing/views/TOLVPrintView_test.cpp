@@ -46,8 +46,7 @@ PrintInfo sheetWithArea(double width, double height)
 
 std::shared_ptr<TOLVGraphData> series(const std::optional<std::string>& name, const std::optional<Color>& color)
 {
-    auto one = TOLVGraphData::graphDataWithX(
-        TOLVRealVector::vectorWithComponents({0.0F, 1.0F}), TOLVRealVector::vectorWithComponents({2.0F, 3.0F}), color);
+    auto one = TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({0.0F, 1.0F}), TOLVRealVector::vectorWithComponents({2.0F, 3.0F}), color);
     one->setName(name);
     return one;
 }
@@ -162,10 +161,12 @@ TEST_F(TOLVPrintViewTest, LogsEachDrawingWithTheSizeOfThePage)
         const char* line;
     };
     const Row rows[] = {
+        // clang-format off
         {500.0, 700.0,  "(ERROR) TOLVGraphing/TOLVPrintView : Printing portrait to rect (0.000000,0.000000,500.000000,700.000000)"},
         {700.0, 500.0,  "(ERROR) TOLVGraphing/TOLVPrintView : Printing landscape to rect (0.000000,0.000000,700.000000,500.000000)"},
         {500.0, 500.0,  "(ERROR) TOLVGraphing/TOLVPrintView : Printing portrait to rect (0.000000,0.000000,500.000000,500.000000)"},
         {0.25,  1e15,   "(ERROR) TOLVGraphing/TOLVPrintView : Printing portrait to rect (0.000000,0.000000,0.250000,1000000000000000.000000)"},
+        // clang-format on
     };
     for (const Row& row : rows) {
         log.clear();

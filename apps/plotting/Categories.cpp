@@ -43,10 +43,7 @@ const std::string& Categories::textNearest(double value) const
     return (*m_texts)[nearest];
 }
 
-CategoryFormatter::CategoryFormatter(Categories categories)
-    : m_categories(std::move(categories))
-{
-}
+CategoryFormatter::CategoryFormatter(Categories categories) : m_categories(std::move(categories)) {}
 
 std::optional<std::string> CategoryFormatter::stringFromNumber(double number) const
 {

@@ -185,7 +185,8 @@ private:
         return std::make_shared<TOLVLinearAxis>(m_graph);
     }
 
-    template <typename Axis> std::shared_ptr<Axis> categoryAxis() const
+    template <typename Axis>
+    std::shared_ptr<Axis> categoryAxis() const
     {
         auto axis = std::make_shared<Axis>(m_graph);
         axis->setTickLabels(m_categories->texts());
@@ -269,8 +270,7 @@ private:
     {
         const auto& first = m_files.front().selection;
         const std::string label = withUnit(first.xName, first.xUnit);
-        const bool same = std::all_of(m_files.begin(), m_files.end(),
-            [&](const FileSeries& file) { return withUnit(file.selection.xName, file.selection.xUnit) == label; });
+        const bool same = std::all_of(m_files.begin(), m_files.end(), [&](const FileSeries& file) { return withUnit(file.selection.xName, file.selection.xUnit) == label; });
         return same ? label : "";
     }
 

@@ -30,8 +30,7 @@ constexpr const char* kRising = "t,v\n1,10\n2,20\n4,40\n";
 /// A graph with an undo manager, configured once with the default options.
 class ConfiguredGraph : public testing::Test {
 protected:
-    ConfiguredGraph()
-        : files(measurements.files(kRising, {}))
+    ConfiguredGraph() : files(measurements.files(kRising, {}))
     {
         graph->attachUndoManager(undo);
         configure({}, {});
@@ -96,9 +95,14 @@ TEST_P(KeptRanges, andMarkersAndUndoStepsStayAndAxesToo)
 
 INSTANTIATE_TEST_SUITE_P(Changes, KeptRanges,
     testing::Values(KeepingCase{"nothing", [](Options&) {}}, KeepingCase{"colour", [](Options& options) { options.colors = {Color(1.0, 0.0, 0.0)}; }},
-        KeepingCase{"strategy", [](Options& options) { options.drawing = DrawingKind::X; }}, KeepingCase{"bottom", [](Options& options) { options.drawing = DrawingKind::Impulse; }},
+        KeepingCase{"strategy", [](Options& options) { options.drawing = DrawingKind::X; }},
+        KeepingCase{"bottom", [](Options& options) { options.drawing = DrawingKind::Impulse; }},
         KeepingCase{"format", [](Options& options) { options.xFormat = NumberStyle::Scientific; }}, KeepingCase{"title", [](Options& options) { options.title = "gypsum"; }},
-        KeepingCase{"size", [](Options& options) { options.size = {1200.0, 100.0}; }}, KeepingCase{"markers", [](Options& options) { options.markers = {"1"}; }}),
+        KeepingCase{"size",
+            [](Options& options) {
+                options.size = {1200.0, 100.0};
+            }},
+        KeepingCase{"markers", [](Options& options) { options.markers = {"1"}; }}),
     [](const auto& instance) { return std::string(instance.param.name); });
 
 TEST_F(ConfiguredGraph, replacesSeriesAndLooks)
@@ -339,9 +343,9 @@ TEST_P(ChangedOptions, needTheFilesToBeReadAgain)
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, ChangedOptions,
-    testing::Values(ReadingCase{"nothing", [](Options&) {}, false}, ReadingCase{"files", [](Options& o) { o.files = {"a.csv"}; }, true}, ReadingCase{"x", [](Options& o) { o.x = "t"; }, true},
-        ReadingCase{"y", [](Options& o) { o.y = {"v"}; }, true}, ReadingCase{"categoryColumn", [](Options& o) { o.categoryColumn = "name"; }, true},
-        ReadingCase{"channels", [](Options& o) { o.channels = 2; }, true},
+    testing::Values(ReadingCase{"nothing", [](Options&) {}, false}, ReadingCase{"files", [](Options& o) { o.files = {"a.csv"}; }, true},
+        ReadingCase{"x", [](Options& o) { o.x = "t"; }, true}, ReadingCase{"y", [](Options& o) { o.y = {"v"}; }, true},
+        ReadingCase{"categoryColumn", [](Options& o) { o.categoryColumn = "name"; }, true}, ReadingCase{"channels", [](Options& o) { o.channels = 2; }, true},
         ReadingCase{"barAxis", [](Options& o) { o.xAxis = AxisKind::Bar; }, true}, ReadingCase{"lineAxis", [](Options& o) { o.xAxis = AxisKind::Line; }, true},
         ReadingCase{"logarithmicAxes",
             [](Options& o) {
@@ -350,7 +354,12 @@ INSTANTIATE_TEST_SUITE_P(Each, ChangedOptions,
             },
             false},
         ReadingCase{"drawing", [](Options& o) { o.drawing = DrawingKind::X; }, false}, ReadingCase{"colors", [](Options& o) { o.colors = {Color()}; }, false},
-        ReadingCase{"xRange", [](Options& o) { o.xRange = RangeText{"0", "1"}; }, false}, ReadingCase{"legend", [](Options& o) { o.legend = true; }, false}),
+        ReadingCase{"xRange",
+            [](Options& o) {
+                o.xRange = RangeText{"0", "1"};
+            },
+            false},
+        ReadingCase{"legend", [](Options& o) { o.legend = true; }, false}),
     [](const auto& instance) { return std::string(instance.param.name); });
 
 TEST(NeedFilesBeReadAgain, isFalseBetweenKindsOfCategories)

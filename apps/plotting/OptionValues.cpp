@@ -21,13 +21,13 @@ using Words = std::array<std::pair<std::string_view, Value>, count>;
 
 constexpr auto kPatternWords = std::to_array<std::pair<std::string_view, LinePattern>>(
     {{"solid", LinePattern::Solid}, {"dashed", LinePattern::Dashed}, {"dash-dot", LinePattern::DashDot}, {"dotted", LinePattern::Dotted}});
-constexpr auto kDrawingWords = std::to_array<std::pair<std::string_view, DrawingKind>>({{"curve", DrawingKind::Curve}, {"plain-curve", DrawingKind::PlainCurve}, {"dotted", DrawingKind::Dotted},
-    {"line", DrawingKind::Line}, {"bar", DrawingKind::Bar}, {"x", DrawingKind::X}, {"impulse", DrawingKind::Impulse}});
+constexpr auto kDrawingWords = std::to_array<std::pair<std::string_view, DrawingKind>>({{"curve", DrawingKind::Curve}, {"plain-curve", DrawingKind::PlainCurve},
+    {"dotted", DrawingKind::Dotted}, {"line", DrawingKind::Line}, {"bar", DrawingKind::Bar}, {"x", DrawingKind::X}, {"impulse", DrawingKind::Impulse}});
 constexpr auto kXAxisWords
     = std::to_array<std::pair<std::string_view, AxisKind>>({{"linear", AxisKind::Linear}, {"log", AxisKind::Logarithmic}, {"bar", AxisKind::Bar}, {"line", AxisKind::Line}});
 constexpr auto kYAxisWords = std::to_array<std::pair<std::string_view, AxisKind>>({{"linear", AxisKind::Linear}, {"log", AxisKind::Logarithmic}});
-constexpr auto kNumberStyleWords = std::to_array<std::pair<std::string_view, NumberStyle>>({{"decimal", NumberStyle::Decimal}, {"adaptive", NumberStyle::Adaptive}, {"si", NumberStyle::SI},
-    {"scientific", NumberStyle::Scientific}, {"date", NumberStyle::Date}});
+constexpr auto kNumberStyleWords = std::to_array<std::pair<std::string_view, NumberStyle>>(
+    {{"decimal", NumberStyle::Decimal}, {"adaptive", NumberStyle::Adaptive}, {"si", NumberStyle::SI}, {"scientific", NumberStyle::Scientific}, {"date", NumberStyle::Date}});
 
 template <typename Value, std::size_t count>
 Value parseWord(const std::string& option, const std::string& text, const Words<Value, count>& words)
@@ -55,10 +55,7 @@ UsageError::UsageError(const std::string& option, const std::string& found, cons
 {
 }
 
-UsageError::UsageError(const std::string& option, const std::string& expected)
-    : std::runtime_error(option + ": found nothing, expected " + expected)
-{
-}
+UsageError::UsageError(const std::string& option, const std::string& expected) : std::runtime_error(option + ": found nothing, expected " + expected) {}
 
 std::optional<double> numberFromText(const std::string& text)
 {

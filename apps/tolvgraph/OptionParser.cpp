@@ -15,8 +15,8 @@ namespace TOLVGraphing::app {
 
 namespace {
 
-constexpr const char* kDescription
-    = "Draws graphs of measurements. Reads delimited text (CSV and its relatives), sound files, .npy arrays and raw numbers (.f32, .f64), and writes PDF, PS, EPS, SVG, PNG and TIFF.";
+constexpr const char* kDescription = "Draws graphs of measurements. Reads delimited text (CSV and its relatives), sound files, .npy arrays and raw numbers (.f32, .f64), and "
+                                     "writes PDF, PS, EPS, SVG, PNG and TIFF.";
 
 constexpr const char* kFooter = R"(FILE may be - for standard input. The first column is x and every other column of numbers a series, unless --x and --y say otherwise; a single
 column, and the channels of raw numbers, are drawn against the row number. ISO dates in the x column count as days since 1970-01-01.
@@ -77,11 +77,14 @@ void declare(CLI::App& command, Options& options, RawOptions& raw)
     command.add_option("--y-label", options.yLabel, "Title of the y axis (default: the column's name where there is one series)")->type_name("TEXT");
     command
         .add_option("--draw", raw.draw,
-            "How to draw: curve (with values at markers), plain-curve, dotted (evenly spaced), x (crosses), impulse (lines from below), bar or line (values of categories); default curve, or as --x-axis needs it")
+            "How to draw: curve (with values at markers), plain-curve, dotted (evenly spaced), x (crosses), impulse (lines from below), bar or line (values of categories); "
+            "default curve, or as --x-axis needs it")
         ->type_name("KIND");
-    command.add_option("--x-axis", raw.xAxis, "Scale of x: linear, log, or categories with room for each row, bar or line (default linear, or as --draw needs it)")->type_name("KIND");
+    command.add_option("--x-axis", raw.xAxis, "Scale of x: linear, log, or categories with room for each row, bar or line (default linear, or as --draw needs it)")
+        ->type_name("KIND");
     command.add_option("--y-axis", raw.yAxis, "Scale of y: linear or log (default linear)")->type_name("KIND");
-    command.add_option("--categories", options.categoryColumn, "Column of the categories' texts, numbers or words (default: that of x), or index for the row number")->type_name("COL");
+    command.add_option("--categories", options.categoryColumn, "Column of the categories' texts, numbers or words (default: that of x), or index for the row number")
+        ->type_name("COL");
     command.add_option("--x-format", raw.xFormat, "Numbers of x: decimal, adaptive, si (2.5k), scientific, date (default adaptive, and date for dates)")->type_name("STYLE");
     command.add_option("--y-format", raw.yFormat, "Numbers of y, likewise (default adaptive)")->type_name("STYLE");
     command.add_option("--color", raw.colors, "Colours of the series in turn, hexadecimal")->type_name("RRGGBB,...");

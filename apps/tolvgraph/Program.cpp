@@ -36,12 +36,7 @@ constexpr int kUsage = 2;
 /// One run of the program, which writes to these streams.
 class Run {
 public:
-    Run(const Options& options, std::ostream& out, std::ostream& error)
-        : m_options(options)
-        , m_out(out)
-        , m_error(error)
-    {
-    }
+    Run(const Options& options, std::ostream& out, std::ostream& error) : m_options(options), m_out(out), m_error(error) {}
 
     void run() const;
 

@@ -14,11 +14,7 @@ constexpr auto kInterval = std::chrono::milliseconds(100);
 
 } // namespace
 
-ProgressLine::ProgressLine(std::string file)
-    : m_file(std::move(file))
-    , m_start(std::chrono::steady_clock::now())
-    , m_lastUpdate(m_start)
-    , m_isTerminal(isatty(STDERR_FILENO) == 1)
+ProgressLine::ProgressLine(std::string file) : m_file(std::move(file)), m_start(std::chrono::steady_clock::now()), m_lastUpdate(m_start), m_isTerminal(isatty(STDERR_FILENO) == 1)
 {
 }
 

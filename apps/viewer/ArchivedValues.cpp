@@ -19,9 +19,7 @@ std::string between(double least, double most)
 
 } // namespace
 
-ArchivedValues::ArchivedValues(std::shared_ptr<const ArchiveObject> object, std::string where, std::string_view className)
-    : m_object(std::move(object))
-    , m_where(std::move(where))
+ArchivedValues::ArchivedValues(std::shared_ptr<const ArchiveObject> object, std::string where, std::string_view className) : m_object(std::move(object)), m_where(std::move(where))
 {
     if (m_object->className == className)
         return;

@@ -112,41 +112,37 @@ INSTANTIATE_TEST_SUITE_P(Each, EqualExports,
                 o.thicknesses = {2.5};
                 o.yLabel = "height";
             })},
-        ExportCase{"markers", kRising, {"--marker", "2", "--marker", "6.5"}, with([](Options& o) { o.markers = {"2", "6.5"}; })},
-        ExportCase{"ranges", kRising, {"--x-range", "0:5", "--y-range", "-3:"},
-            with([](Options& o) {
-                o.xRange = RangeText{"0", "5"};
-                o.yRange = RangeText{"-3", ""};
-            })},
-        ExportCase{"logarithmic", kRising, {"--x-axis", "log", "--y-axis", "log", "--x-format", "si", "--draw", "x"},
-            with([](Options& o) {
-                o.xAxis = AxisKind::Logarithmic;
-                o.yAxis = AxisKind::Logarithmic;
-                o.xFormat = NumberStyle::SI;
-                o.drawing = DrawingKind::X;
-            })},
-        ExportCase{"lines", kNames, {"--draw", "line", "--marker", "mica"},
-            with([](Options& o) {
-                o.xAxis = AxisKind::Line;
-                o.drawing = DrawingKind::Line;
-                o.markers = {"mica"};
-            })},
-        ExportCase{"bars", kNames, {"--draw", "bar", "--legend"},
-            with([](Options& o) {
-                o.xAxis = AxisKind::Bar;
-                o.drawing = DrawingKind::Bar;
-                o.legend = true;
-            })},
-        ExportCase{"dots", kRising, {"--draw", "dotted", "--y", "v"},
-            with([](Options& o) {
-                o.drawing = DrawingKind::Dotted;
-                o.y = {"v"};
-            })},
-        ExportCase{"margin", kRising, {"--margin", "20,60,40,10", "--size", "300x200"},
-            with([](Options& o) {
-                o.margin = EdgeInsets{20.0, 60.0, 40.0, 10.0};
-                o.size = {300.0, 200.0};
-            })}),
+        ExportCase{"markers", kRising, {"--marker", "2", "--marker", "6.5"}, with([](Options& o) {
+                       o.markers = {"2", "6.5"};
+                   })},
+        ExportCase{"ranges", kRising, {"--x-range", "0:5", "--y-range", "-3:"}, with([](Options& o) {
+                       o.xRange = RangeText{"0", "5"};
+                       o.yRange = RangeText{"-3", ""};
+                   })},
+        ExportCase{"logarithmic", kRising, {"--x-axis", "log", "--y-axis", "log", "--x-format", "si", "--draw", "x"}, with([](Options& o) {
+                       o.xAxis = AxisKind::Logarithmic;
+                       o.yAxis = AxisKind::Logarithmic;
+                       o.xFormat = NumberStyle::SI;
+                       o.drawing = DrawingKind::X;
+                   })},
+        ExportCase{"lines", kNames, {"--draw", "line", "--marker", "mica"}, with([](Options& o) {
+                       o.xAxis = AxisKind::Line;
+                       o.drawing = DrawingKind::Line;
+                       o.markers = {"mica"};
+                   })},
+        ExportCase{"bars", kNames, {"--draw", "bar", "--legend"}, with([](Options& o) {
+                       o.xAxis = AxisKind::Bar;
+                       o.drawing = DrawingKind::Bar;
+                       o.legend = true;
+                   })},
+        ExportCase{"dots", kRising, {"--draw", "dotted", "--y", "v"}, with([](Options& o) {
+                       o.drawing = DrawingKind::Dotted;
+                       o.y = {"v"};
+                   })},
+        ExportCase{"margin", kRising, {"--margin", "20,60,40,10", "--size", "300x200"}, with([](Options& o) {
+                       o.margin = EdgeInsets{20.0, 60.0, 40.0, 10.0};
+                       o.size = {300.0, 200.0};
+                   })}),
     [](const auto& instance) { return std::string(instance.param.name); });
 
 TEST_F(DocumentExportTest, writesEveryKind)

@@ -33,12 +33,7 @@ class SourceReader {
 public:
     using Report = std::function<bool(const DocumentProgress&)>;
 
-    SourceReader(const std::vector<std::string>& paths, const Options& options, Report report)
-        : m_paths(paths)
-        , m_options(options)
-        , m_report(std::move(report))
-    {
-    }
+    SourceReader(const std::vector<std::string>& paths, const Options& options, Report report) : m_paths(paths), m_options(options), m_report(std::move(report)) {}
 
     ReadDocumentData read()
     {
@@ -116,10 +111,7 @@ private:
 
 } // namespace
 
-DocumentReading::DocumentReading(HostQueue queue)
-    : m_queue(std::move(queue))
-{
-}
+DocumentReading::DocumentReading(HostQueue queue) : m_queue(std::move(queue)) {}
 
 DocumentReading::~DocumentReading()
 {

@@ -100,14 +100,9 @@ DocumentSource foundSource(const fs::path& document, const SourceReference& sour
 
 } // namespace
 
-GraphDocument::GraphDocument()
-    : GraphDocument(TOLVGraph::graph())
-{
-}
+GraphDocument::GraphDocument() : GraphDocument(TOLVGraph::graph()) {}
 
-GraphDocument::GraphDocument(std::shared_ptr<TOLVGraph> graph)
-    : m_graph(std::move(graph))
-    , m_undoManager(std::make_shared<UndoManager>())
+GraphDocument::GraphDocument(std::shared_ptr<TOLVGraph> graph) : m_graph(std::move(graph)), m_undoManager(std::make_shared<UndoManager>())
 {
     m_graph->attachUndoManager(m_undoManager);
     m_markersToken = m_graph->addObserver("markers", [this](const PropertyChange&) { markersDidChange(); });
@@ -191,7 +186,8 @@ std::vector<std::string> GraphDocument::changedSources() const
 KeptView GraphDocument::viewKeptWith(const ReadDocumentData& data) const
 {
     const Options& wanted = data.options;
-    const bool areFilesSame = std::equal(m_sources.begin(), m_sources.end(), data.sources.begin(), data.sources.end(), [](const auto& one, const auto& other) { return one.path == other.path; });
+    const bool areFilesSame
+        = std::equal(m_sources.begin(), m_sources.end(), data.sources.begin(), data.sources.end(), [](const auto& one, const auto& other) { return one.path == other.path; });
     const bool isXSame = areFilesSame && wanted.x == m_options.x && wanted.hasCategories() == m_options.hasCategories() && wanted.categoryColumn == m_options.categoryColumn;
     return {isXSame && wanted.xRange == m_options.xRange, isXSame && wanted.y == m_options.y && wanted.yRange == m_options.yRange, true};
 }

@@ -177,8 +177,16 @@ TEST_F(GraphDocumentTest, fitsTheRangesThatOtherColumnsAndFilesNeed)
         {"looks", [](Options& options, std::vector<std::string>&) { options.title = "a"; }, true, true},
         {"y", [](Options& options, std::vector<std::string>&) { options.y = {"w"}; }, true, false},
         {"x", [](Options& options, std::vector<std::string>&) { options.x = "index"; }, false, false},
-        {"xRange", [](Options& options, std::vector<std::string>&) { options.xRange = RangeText{"0", ""}; }, false, true},
-        {"yRange", [](Options& options, std::vector<std::string>&) { options.yRange = RangeText{"0", ""}; }, true, false},
+        {"xRange",
+            [](Options& options, std::vector<std::string>&) {
+                options.xRange = RangeText{"0", ""};
+            },
+            false, true},
+        {"yRange",
+            [](Options& options, std::vector<std::string>&) {
+                options.yRange = RangeText{"0", ""};
+            },
+            true, false},
         {"files", [&](Options&, std::vector<std::string>& paths) { paths.push_back(another); }, false, false},
     };
     for (const Case& one : cases) {
@@ -372,7 +380,8 @@ TEST_F(GraphDocumentTest, canBeDrawnBeforeItsSourcesAreRead)
         DrawingKind drawing;
         AxisKind axis;
     };
-    for (const Case& one : {Case{DrawingKind::Curve, AxisKind::Linear}, Case{DrawingKind::X, AxisKind::Logarithmic}, Case{DrawingKind::Bar, AxisKind::Bar}, Case{DrawingKind::Line, AxisKind::Line}}) {
+    for (const Case& one :
+        {Case{DrawingKind::Curve, AxisKind::Linear}, Case{DrawingKind::X, AxisKind::Logarithmic}, Case{DrawingKind::Bar, AxisKind::Bar}, Case{DrawingKind::Line, AxisKind::Line}}) {
         Options options;
         options.drawing = one.drawing;
         options.xAxis = one.axis;
@@ -417,7 +426,8 @@ TEST_F(GraphDocumentTest, namesTheSourceThatIsMissingAndWhereItWasLookedFor)
     std::filesystem::create_directory(folder.path("sub"));
     std::filesystem::rename(folder.path("plot.tolvgraph"), folder.path("sub/plot.tolvgraph"));
     EXPECT_EQ(errorOfOpening(folder.path("sub/plot.tolvgraph")),
-        folder.path("sub/plot.tolvgraph") + ": source 'data.csv': found no file at " + folder.path("sub/data.csv") + " or " + folder.path("data.csv") + ", expected the measurements there");
+        folder.path("sub/plot.tolvgraph") + ": source 'data.csv': found no file at " + folder.path("sub/data.csv") + " or " + folder.path("data.csv")
+            + ", expected the measurements there");
 }
 
 TEST_F(GraphDocumentTest, notesSourcesThatHaveChangedSinceItWasSaved)
@@ -617,8 +627,8 @@ INSTANTIATE_TEST_SUITE_P(Each, BadDocuments,
         BadDocument{"noSources", [](Object& root) { valueOf(root, "sources") = {}; }, "sources: found nothing, expected a list of objects"},
         BadDocument{"sourcesAreText", [](Object& root) { valueOf(root, "sources") = std::string("a.csv"); }, "sources: found a text, expected a list of objects"},
         BadDocument{"sourceIsText", [](Object& root) { valueOf(root, "sources") = listOf({std::string("a.csv")}); }, "sources: found a text, expected a list of objects"},
-        BadDocument{"sourceIsMarker",
-            [](Object& root) { valueOf(root, "sources") = listOf({objectOf(root, "graph")}); }, "sources[0]: found an object of class TOLVGraph, expected one of class TOLVDocumentSource"},
+        BadDocument{"sourceIsMarker", [](Object& root) { valueOf(root, "sources") = listOf({objectOf(root, "graph")}); },
+            "sources[0]: found an object of class TOLVGraph, expected one of class TOLVDocumentSource"},
         BadDocument{"manySources",
             [](Object& root) {
                 auto& sources = *std::get<List>(valueOf(root, "sources"));
@@ -665,12 +675,12 @@ INSTANTIATE_TEST_SUITE_P(Options, BadDocuments,
 INSTANTIATE_TEST_SUITE_P(Graph, BadDocuments,
     testing::Values(BadDocument{"noGraph", [](Object& root) { valueOf(root, "graph") = {}; }, "graph: found nothing, expected an object"},
         BadDocument{"graphIsText", [](Object& root) { valueOf(root, "graph") = std::string("curve"); }, "graph: found a text, expected an object"},
-        BadDocument{"graphIsAxis",
-            [](Object& root) { valueOf(root, "graph") = objectOf(objectOf(root, "graph"), "horizontalAxis"); }, "graph: found an object of class TOLVLinearAxis, expected one of class TOLVGraph"},
-        BadDocument{"unknownClass", [](Object& root) { objectOf(root, "graph")->className = "Sheet"; },
-            "found an object of the unknown class Sheet, expected a class that can be read"},
-        BadDocument{"axisIsMarkerList",
-            [](Object& root) { valueOf(objectOf(root, "graph"), "horizontalAxis") = listOf({}); }, "TOLVGraph \"horizontalAxis\": found a list, expected an object"},
+        BadDocument{"graphIsAxis", [](Object& root) { valueOf(root, "graph") = objectOf(objectOf(root, "graph"), "horizontalAxis"); },
+            "graph: found an object of class TOLVLinearAxis, expected one of class TOLVGraph"},
+        BadDocument{
+            "unknownClass", [](Object& root) { objectOf(root, "graph")->className = "Sheet"; }, "found an object of the unknown class Sheet, expected a class that can be read"},
+        BadDocument{"axisIsMarkerList", [](Object& root) { valueOf(objectOf(root, "graph"), "horizontalAxis") = listOf({}); },
+            "TOLVGraph \"horizontalAxis\": found a list, expected an object"},
         BadDocument{"abstractAxis", [](Object& root) { objectOf(objectOf(root, "graph"), "horizontalAxis")->className = "TOLVAxis"; },
             "graph: found an axis of class TOLVAxis for x, expected a linear or logarithmic one or one of categories"},
         BadDocument{"barsOfY", [](Object& root) { objectOf(objectOf(root, "graph"), "verticalAxis")->className = "TOLVBarAxis"; },

@@ -16,11 +16,16 @@ struct PathCase {
 const PathCase kCases[] = {
     {"", ""},
     {"/data/scope.csv", "/data/scope.csv"},
-    {"/data/\xC3\x9C" "bung 1.csv", "/data/\xC3\x9C" "bung 1.csv"},
+    {"/data/\xC3\x9C"
+     "bung 1.csv",
+        "/data/\xC3\x9C"
+        "bung 1.csv"},
     {"100%.csv", "100%25.csv"},
     {"100%25.csv", "100%2525.csv"},
     {"a\tb\nc\x7F", "a%09b%0Ac%7F"},
-    {"\xFC" "bung", "%FCbung"},
+    {"\xFC"
+     "bung",
+        "%FCbung"},
     {"cut \xE2\x82", "cut %E2%82"},
 };
 

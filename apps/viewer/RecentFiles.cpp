@@ -17,10 +17,7 @@ constexpr char kSeparator = '\t';
 
 } // namespace
 
-RecentFiles::RecentFiles(std::shared_ptr<UserDefaults> defaults)
-    : m_defaults(std::move(defaults))
-{
-}
+RecentFiles::RecentFiles(std::shared_ptr<UserDefaults> defaults) : m_defaults(std::move(defaults)) {}
 
 std::vector<std::string> RecentFiles::paths() const
 {

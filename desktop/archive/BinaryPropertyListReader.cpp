@@ -124,15 +124,14 @@ void BinaryReader::readTrailer()
     m_top = numberAt(trailer + 16, 8);
     m_table = numberAt(trailer + 24, 8);
     if (m_offsetSize < 1 || m_offsetSize > 8 || m_referenceSize < 1 || m_referenceSize > 8)
-        fail("found offsets of " + std::to_string(m_offsetSize) + " and references of " + std::to_string(m_referenceSize)
-            + " bytes in the trailer, expected 1 to 8");
+        fail("found offsets of " + std::to_string(m_offsetSize) + " and references of " + std::to_string(m_referenceSize) + " bytes in the trailer, expected 1 to 8");
     if (m_count == 0)
         fail("found no values, expected at least one");
     if (m_count > m_limits.objects)
         fail("found " + std::to_string(m_count) + " values, expected at most " + std::to_string(m_limits.objects));
     if (m_table < kMagic.size() || m_table > trailer || m_count > (trailer - m_table) / m_offsetSize)
-        fail("found the table of " + std::to_string(m_count) + " offsets at " + std::to_string(m_table) + ", expected it inside the "
-            + std::to_string(m_data.size()) + " bytes of the file");
+        fail("found the table of " + std::to_string(m_count) + " offsets at " + std::to_string(m_table) + ", expected it inside the " + std::to_string(m_data.size())
+            + " bytes of the file");
     if (m_top >= m_count)
         fail("found value " + std::to_string(m_top) + " as the outermost one, expected one of " + std::to_string(m_count));
 }
@@ -141,8 +140,9 @@ void BinaryReader::checkSpace(std::uint64_t object, std::uint64_t offset, std::u
 {
     // The values lie before the table of offsets.
     if (offset > m_table || count > (m_table - offset) / size)
-        fail(object, "found " + std::to_string(count) + " elements of " + std::to_string(size) + " bytes at " + std::to_string(offset)
-                + ", expected them to end before " + std::to_string(m_table));
+        fail(object,
+            "found " + std::to_string(count) + " elements of " + std::to_string(size) + " bytes at " + std::to_string(offset) + ", expected them to end before "
+                + std::to_string(m_table));
 }
 
 std::uint64_t BinaryReader::readCount(std::uint64_t object, std::uint64_t& offset) const
@@ -206,8 +206,7 @@ Layout BinaryReader::layoutOf(std::uint64_t object) const
 {
     const std::uint64_t offset = offsetOf(object);
     if (offset < kMagic.size() || offset >= m_table)
-        fail(object, "found it at offset " + std::to_string(offset) + ", expected one between " + std::to_string(kMagic.size()) + " and "
-                + std::to_string(m_table));
+        fail(object, "found it at offset " + std::to_string(offset) + ", expected one between " + std::to_string(kMagic.size()) + " and " + std::to_string(m_table));
     switch (byteAt(offset) >> 4U) {
     case 0x4: return countedLayout(object, offset, Layout::Kind::Bytes, 1);
     case 0x5: return countedLayout(object, offset, Layout::Kind::Ascii, 1);

@@ -212,7 +212,8 @@ TEST(HostileArchive, SharedTextsCountWhereverTheyAreUsed)
 {
     BinaryPropertyListBuilder builder;
     const Index text = builder.addText(std::string(1'000'000, 'x'));
-    EXPECT_NE(errorOf(builder.finish(builder.addArray(std::vector<Index>(100, text)))).find("found more than 67108864 bytes in it, shared values repeated, expected fewer"), std::string::npos);
+    EXPECT_NE(errorOf(builder.finish(builder.addArray(std::vector<Index>(100, text)))).find("found more than 67108864 bytes in it, shared values repeated, expected fewer"),
+        std::string::npos);
 }
 
 TEST(HostileArchive, ValuesThatLieOverOneAnotherCountEach)
@@ -244,7 +245,8 @@ TEST(HostileArchive, LimitsAreTheCallers)
     const Bytes data = builder.finish(builder.addArray(elements));
     EXPECT_EQ(errorOf(data, {data.size(), 51, 10}).find(kNotAnArchive), 0U);
     EXPECT_EQ(errorOf(data, {data.size(), 50, 10}), "binary property list: found 51 values, expected at most 50");
-    EXPECT_EQ(errorOf(data, {data.size() - 1, 51, 10}), "binary property list: found " + std::to_string(data.size()) + " bytes, expected at most " + std::to_string(data.size() - 1));
+    EXPECT_EQ(
+        errorOf(data, {data.size() - 1, 51, 10}), "binary property list: found " + std::to_string(data.size()) + " bytes, expected at most " + std::to_string(data.size() - 1));
 }
 
 /// Keyed archives of lists: object n of the list names the objects given for it.
@@ -275,8 +277,7 @@ TEST(HostileArchive, ChainsOfReferencesAreBounded)
         for (std::uint64_t i = 1; i < count; ++i)
             lists.push_back({i + 1});
         lists.push_back({});
-        const std::string expected
-            = count <= 256 ? "no error" : "keyed archive, object 257: found more than 256 objects and lists inside one another, expected fewer";
+        const std::string expected = count <= 256 ? "no error" : "keyed archive, object 257: found more than 256 objects and lists inside one another, expected fewer";
         EXPECT_EQ(errorOf(archiveOfLists(lists, 1)), expected) << count;
     }
 }
@@ -300,8 +301,7 @@ TEST(HostileArchive, NoLimitGoesBeyondTheGreatestDepth)
         lists.push_back({i + 1});
     lists.push_back({});
     const ArchiveLimits generous{std::size_t{1} << 30U, 1'000'000, 1'000'000};
-    EXPECT_EQ(errorOf(archiveOfLists(lists, 1), generous),
-        "keyed archive, object 257: found more than 256 objects and lists inside one another, expected fewer");
+    EXPECT_EQ(errorOf(archiveOfLists(lists, 1), generous), "keyed archive, object 257: found more than 256 objects and lists inside one another, expected fewer");
     const ArchiveLimits strict{std::size_t{1} << 30U, 1'000'000, 5};
     EXPECT_EQ(errorOf(archiveOfLists(lists, 1), strict), "keyed archive, object 6: found more than 5 objects and lists inside one another, expected fewer");
     EXPECT_EQ(errorOf(archiveOfLists({{2}, {3}, {4}, {5}, {}}, 1), strict), "no error");
@@ -424,7 +424,8 @@ Bytes richArchive()
 
 Bytes xmlArchive()
 {
-    const std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>$version</key><integer>100000</integer><key>$archiver</key><string>NSKeyedArchiver</string>"
+    const std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist "
+                             "version=\"1.0\"><dict><key>$version</key><integer>100000</integer><key>$archiver</key><string>NSKeyedArchiver</string>"
                              "<key>$top</key><dict><key>root</key><dict><key>CF$UID</key><integer>1</integer></dict></dict><key>$objects</key><array><string>$null</string>"
                              "<dict><key>a</key><real>-0.5</real><key>b</key><string>&lt;&#233;<![CDATA[x]]></string><key>c</key><dict><key>CF$UID</key><integer>3</integer></dict>"
                              "<key>d</key><data>AQID</data><key>e</key><date>2013-03-18T09:30:05Z</date><key>f</key><array><true/><false/></array>"

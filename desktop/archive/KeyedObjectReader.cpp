@@ -26,8 +26,7 @@ std::string found(const Value* value)
 
 } // namespace
 
-KeyedObjectReader::KeyedObjectReader(const Value& archive, const ArchiveLimits& limits)
-    : m_limits{limits.bytes, limits.objects, std::min(limits.depth, kGreatestDepth)}
+KeyedObjectReader::KeyedObjectReader(const Value& archive, const ArchiveLimits& limits) : m_limits{limits.bytes, limits.objects, std::min(limits.depth, kGreatestDepth)}
 {
     const auto* entries = archive.as<Dictionary>();
     if (!entries)
@@ -264,8 +263,7 @@ KeyedObjectReader::Reading KeyedObjectReader::readDictionary(const Dictionary& e
     const auto& keyList = std::get<std::shared_ptr<ArchiveArray>>(keys.value)->elements;
     auto& valueList = std::get<std::shared_ptr<ArchiveArray>>(values.value)->elements;
     if (keyList.size() != valueList.size())
-        fail("found " + std::to_string(keyList.size()) + " keys and " + std::to_string(valueList.size())
-            + " objects in a dictionary, expected as many of both");
+        fail("found " + std::to_string(keyList.size()) + " keys and " + std::to_string(valueList.size()) + " objects in a dictionary, expected as many of both");
     auto object = std::make_shared<ArchiveObject>();
     object->className = "NSDictionary";
     for (std::size_t i = 0; i < keyList.size(); ++i) {

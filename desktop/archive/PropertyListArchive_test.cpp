@@ -135,8 +135,8 @@ TEST(PropertyListArchive, LaysObjectsOutBeforeTheirPartsAndClassesAfterThem)
     const Object y = makeObject("TOLVAxisExtents", {{"min", -1.0}, {"max", 8.0}});
     const Object marker = makeObject("TOLVMarker", {{"value", 0.25}, {"axisIndex", std::int64_t{7}}});
     const Object graph = makeObject("TOLVSpecialGraph",
-        {{"extents", makeObject("TOLVGraphExtents", {{"x", x}, {"y", y}, {"z", x}})}, {"markers", makeList({marker, marker})}, {"none", std::monostate()},
-            {"shown", true}, {"title", std::string("x")}, {"other", std::string("x")}},
+        {{"extents", makeObject("TOLVGraphExtents", {{"x", x}, {"y", y}, {"z", x}})}, {"markers", makeList({marker, marker})}, {"none", std::monostate()}, {"shown", true},
+            {"title", std::string("x")}, {"other", std::string("x")}},
         {"TOLVGraph"});
     const std::vector<std::string> expected{
         "$version=100000 $archiver=\"NSKeyedArchiver\" $top={root=#1} ",
@@ -176,8 +176,9 @@ TEST(PropertyListArchive, AnArchiveOfNothingReadsAsNull)
 TEST(PropertyListArchive, KeepsDoublesToTheLastBit)
 {
     using Limits = std::numeric_limits<double>;
-    const double numbers[] = {0.0, -0.0, 1.0, -1.5, 0.1, 1.0 / 3.0, static_cast<double>(0.1F), Limits::denorm_min(), -Limits::denorm_min(), Limits::min(), Limits::max(), Limits::lowest(),
-        Limits::epsilon(), 1e-300, 16777217.0, 9007199254740993.0, Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), -Limits::quiet_NaN(), 2.2250738585072011e-308};
+    const double numbers[]
+        = {0.0, -0.0, 1.0, -1.5, 0.1, 1.0 / 3.0, static_cast<double>(0.1F), Limits::denorm_min(), -Limits::denorm_min(), Limits::min(), Limits::max(), Limits::lowest(),
+            Limits::epsilon(), 1e-300, 16777217.0, 9007199254740993.0, Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), -Limits::quiet_NaN(), 2.2250738585072011e-308};
     for (const double number : numbers) {
         const Object read = roundTrip(makeObject("A", {{"number", number}}));
         ASSERT_TRUE(read && read->find("number") && std::holds_alternative<double>(*read->find("number"))) << number;
@@ -189,7 +190,8 @@ TEST(PropertyListArchive, KeepsDoublesToTheLastBit)
 TEST(PropertyListArchive, KeepsWholeNumbersAndBooleans)
 {
     using Limits = std::numeric_limits<std::int64_t>;
-    const std::int64_t edges[] = {0, 1, -1, 127, 128, 255, 256, 32767, 65535, 65536, 2147483647, 2147483648, 4294967295, 4294967296, Limits::max(), Limits::min(), Limits::min() + 1};
+    const std::int64_t edges[]
+        = {0, 1, -1, 127, 128, 255, 256, 32767, 65535, 65536, 2147483647, 2147483648, 4294967295, 4294967296, Limits::max(), Limits::min(), Limits::min() + 1};
     for (const std::int64_t number : edges) {
         for (const std::int64_t one : {number, ~number}) {
             const Object read = roundTrip(makeObject("A", {{"number", one}}));
@@ -202,16 +204,16 @@ TEST(PropertyListArchive, KeepsWholeNumbersAndBooleans)
 
 TEST(PropertyListArchive, KeepsTexts)
 {
-    const std::string texts[] = {"", " ", "plain", "two\nlines\r\n\ttab", "é ∞ 한국어 😀 \xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x94\xAC", "\x7F\x01", "$null", "&lt;<>\"'", std::string(100000, 'x'),
-        "\xEE\x80\x80\xEF\xBF\xBF", "e\xCC\x81", std::string(15, 'a'), std::string(255, 'b'), std::string(256, 'c')};
+    const std::string texts[] = {"", " ", "plain", "two\nlines\r\n\ttab", "é ∞ 한국어 😀 \xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x94\xAC", "\x7F\x01", "$null", "&lt;<>\"'",
+        std::string(100000, 'x'), "\xEE\x80\x80\xEF\xBF\xBF", "e\xCC\x81", std::string(15, 'a'), std::string(255, 'b'), std::string(256, 'c')};
     for (const std::string& text : texts)
         EXPECT_EQ(*roundTrip(makeObject("A", {{"text", text}}))->find("text"), ArchiveValue(text)) << text.substr(0, 40);
 }
 
 TEST(PropertyListArchive, KeepsKeysClassesAndNothing)
 {
-    const Object written = makeObject("Klasse Ü", {{"", 1.0}, {"é", 2.0}, {"$class", 3.0}, {"$$", 4.0}, {"NS.objects", 5.0}, {"CF$UID", std::int64_t{6}}, {"none", std::monostate()}},
-        {"Base", "Root"});
+    const Object written = makeObject(
+        "Klasse Ü", {{"", 1.0}, {"é", 2.0}, {"$class", 3.0}, {"$$", 4.0}, {"NS.objects", 5.0}, {"CF$UID", std::int64_t{6}}, {"none", std::monostate()}}, {"Base", "Root"});
     const Object read = roundTrip(written);
     ASSERT_TRUE(read);
     EXPECT_EQ(read->className, written->className);
@@ -264,7 +266,9 @@ TEST(PropertyListArchive, RefusesToWriteWhatCannotBeKept)
     list->elements = {list};
     EXPECT_EQ(errorOf([&] { (void)propertyListData(makeObject("A", {{"list", list}})); }), "A \"list\": a list contains itself");
     list->elements.clear();
-    EXPECT_EQ(errorOf([] { (void)propertyListData(makeObject("A", {{"text", std::string("a\0b", 3)}})); }),
+    EXPECT_EQ(errorOf([] {
+        (void)propertyListData(makeObject("A", {{"text", std::string("a\0b", 3)}}));
+    }),
         "A \"text\": found a text with a zero character or one that is not UTF-8, expected UTF-8");
     const char* const malformed[] = {"\xFF", "\xC0\x80", "\xC3", "\xED\xA0\x80", "\xE0\x80\x80", "\xF0\x80\x80\x80", "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80", "a\x80"};
     for (const char* text : malformed) {
@@ -319,12 +323,13 @@ std::string objectOfA(const std::string& entries, const std::string& others = ""
 
 TEST(PropertyListArchive, ReadsXml)
 {
-    const Object read = fromText(objectOfA("<key>real</key><real>-0.1</real><key>whole</key><integer>-9223372036854775808</integer><key>yes</key><true/><key>no</key><false></false>"
-                                           "<key>text</key><string>a &lt;&#233;&#x1F600;&amp;<![CDATA[<raw>&]]> b</string><key>empty</key><string/><!-- passed over -->"
-                                           "<key>reference</key>"
-            + uid(3) + "<key>zero</key><real>-0</real><key>list</key><array><integer> 5 </integer><real>+1e3</real></array><key>none</key>" + uid(0)
-            + "<key>infinite</key><real>-infinity</real>",
-        "<real>2.5</real>"));
+    const Object read
+        = fromText(objectOfA("<key>real</key><real>-0.1</real><key>whole</key><integer>-9223372036854775808</integer><key>yes</key><true/><key>no</key><false></false>"
+                             "<key>text</key><string>a &lt;&#233;&#x1F600;&amp;<![CDATA[<raw>&]]> b</string><key>empty</key><string/><!-- passed over -->"
+                             "<key>reference</key>"
+                + uid(3) + "<key>zero</key><real>-0</real><key>list</key><array><integer> 5 </integer><real>+1e3</real></array><key>none</key>" + uid(0)
+                + "<key>infinite</key><real>-infinity</real>",
+            "<real>2.5</real>"));
     ASSERT_TRUE(read);
     EXPECT_EQ(read->className, "A");
     EXPECT_EQ(read->baseClassNames, std::vector<std::string>{"Base"});
@@ -359,14 +364,16 @@ TEST(PropertyListArchive, TakesTheOnlyRootWhateverItsName)
 
 TEST(PropertyListArchive, ReadsContainersTextsBytesAndDates)
 {
-    const Object read = fromText(xmlArchive("<dict><key>list</key>" + uid(3) + "<key>dictionary</key>" + uid(5) + "<key>text</key>" + uid(8) + "<key>data</key>" + uid(11) + "<key>date</key>" + uid(13)
-        + "<key>moment</key><date>2001-01-01T00:01:00Z</date><key>before</key><date>2000-12-31T23:59:59Z</date><key>$class</key>" + uid(2) + "</dict>" + classDictionary("A") // 1, 2
+    const Object read = fromText(xmlArchive("<dict><key>list</key>" + uid(3) + "<key>dictionary</key>" + uid(5) + "<key>text</key>" + uid(8) + "<key>data</key>" + uid(11)
+        + "<key>date</key>" + uid(13) + "<key>moment</key><date>2001-01-01T00:01:00Z</date><key>before</key><date>2000-12-31T23:59:59Z</date><key>$class</key>" + uid(2) + "</dict>"
+        + classDictionary("A")                                                                                                        // 1, 2
         + "<dict><key>NS.objects</key><array>" + uid(4) + uid(4) + "</array><key>$class</key>" + uid(7) + "</dict><string>x</string>" // 3, 4
-        + "<dict><key>NS.objects</key><array>" + uid(3) + "<integer>9</integer></array><key>NS.keys</key><array>" + uid(4) + "<string>y</string></array><key>$class</key>" + uid(6) + "</dict>" // 5
-        + classDictionary("NSMutableDictionary", "<string>NSDictionary</string>") + classDictionary("NSMutableArray", "<string>NSArray</string>") // 6, 7
+        + "<dict><key>NS.objects</key><array>" + uid(3) + "<integer>9</integer></array><key>NS.keys</key><array>" + uid(4) + "<string>y</string></array><key>$class</key>" + uid(6)
+        + "</dict>"                                                                                                                                                    // 5
+        + classDictionary("NSMutableDictionary", "<string>NSDictionary</string>") + classDictionary("NSMutableArray", "<string>NSArray</string>")                      // 6, 7
         + "<dict><key>NS.string</key><string>mutable</string><key>$class</key>" + uid(9) + "</dict>" + classDictionary("NSMutableString", "<string>NSString</string>") // 8, 9
-        + classDictionary("NSMutableData", "<string>NSData</string>") + "<dict><key>NS.data</key><data>AQID\n/w==</data><key>$class</key>" + uid(10) + "</dict>" // 10, 11
-        + classDictionary("NSDate") + "<dict><key>NS.time</key><real>-12.5</real><key>$class</key>" + uid(12) + "</dict>")); // 12, 13
+        + classDictionary("NSMutableData", "<string>NSData</string>") + "<dict><key>NS.data</key><data>AQID\n/w==</data><key>$class</key>" + uid(10) + "</dict>"       // 10, 11
+        + classDictionary("NSDate") + "<dict><key>NS.time</key><real>-12.5</real><key>$class</key>" + uid(12) + "</dict>"));                                           // 12, 13
     ASSERT_TRUE(read);
     const auto list = std::get<std::shared_ptr<ArchiveArray>>(*read->find("list"));
     EXPECT_EQ(list->elements, (std::vector<ArchiveValue>{std::string("x"), std::string("x")}));
@@ -387,7 +394,8 @@ TEST(PropertyListArchive, ReadsContainersTextsBytesAndDates)
 
 TEST(PropertyListArchive, ARootThatIsAListIsPutIntoAnObject)
 {
-    const Object read = fromText(xmlArchive("<dict><key>NS.objects</key><array>" + uid(2) + "</array><key>$class</key>" + uid(3) + "</dict><string>x</string>" + classDictionary("NSArray")));
+    const Object read
+        = fromText(xmlArchive("<dict><key>NS.objects</key><array>" + uid(2) + "</array><key>$class</key>" + uid(3) + "</dict><string>x</string>" + classDictionary("NSArray")));
     EXPECT_EQ(read->className, "NSArray");
     EXPECT_EQ(std::get<std::shared_ptr<ArchiveArray>>(*read->find("NS.objects"))->elements, std::vector<ArchiveValue>{std::string("x")});
 }
@@ -403,26 +411,34 @@ TEST(PropertyListArchive, SaysWhatIsWrongWithAnArchive)
         {"hello", "found something else than a property list, expected one that begins with \"bplist00\" or \"<\""},
         {"<plist><array/></plist>", "keyed archive: found a list, expected a dictionary with $archiver, $version, $top and $objects"},
         {"<plist><dict/></plist>", "keyed archive: found nothing under \"$archiver\", expected the text \"NSKeyedArchiver\""},
-        {"<plist><dict><key>$archiver</key><string>other</string></dict></plist>", "keyed archive: found the text \"other\" under \"$archiver\", expected the text \"NSKeyedArchiver\""},
-        {"<plist><dict><key>$archiver</key><string>NSKeyedArchiver</string><key>$version</key><integer>-5</integer></dict></plist>", "keyed archive: found version -5, expected 100000"},
+        {"<plist><dict><key>$archiver</key><string>other</string></dict></plist>",
+            "keyed archive: found the text \"other\" under \"$archiver\", expected the text \"NSKeyedArchiver\""},
+        {"<plist><dict><key>$archiver</key><string>NSKeyedArchiver</string><key>$version</key><integer>-5</integer></dict></plist>",
+            "keyed archive: found version -5, expected 100000"},
         {xmlArchive("", "<key>root</key>" + uid(1)), "keyed archive: found a reference to object 1, expected one of 1"},
         {xmlArchive("", "<key>root</key>" + uid(-1)), "keyed archive: found a reference to object 18446744073709551615, expected one of 1"},
         {xmlArchive("", "<key>root</key><string>x</string>"), "keyed archive: found a text as the root, expected a reference to an object"},
         {xmlArchive("<string>x</string>"), "keyed archive: found a text as the root, expected an object"},
         {xmlArchive(uid(1)), "keyed archive, object 1: found a reference in the list of objects, expected an object"},
         {xmlArchive("<dict><key>a</key><true/></dict>"), "keyed archive, object 1: found a dictionary without \"$class\", expected an object"},
-        {xmlArchive("<dict><key>$class</key>" + uid(9) + "</dict>"), "keyed archive, object 1: found a reference to object 9 under \"$class\", expected a reference to one of 2 objects"},
-        {xmlArchive("<dict><key>$class</key><string>A</string></dict>"), "keyed archive, object 1: found the text \"A\" under \"$class\", expected a reference to one of 2 objects"},
-        {xmlArchive("<dict><key>$class</key>" + uid(0) + "</dict>"), "keyed archive, object 1: found the text \"$null\" as the class, expected a dictionary with $classname and $classes"},
+        {xmlArchive("<dict><key>$class</key>" + uid(9) + "</dict>"),
+            "keyed archive, object 1: found a reference to object 9 under \"$class\", expected a reference to one of 2 objects"},
+        {xmlArchive("<dict><key>$class</key><string>A</string></dict>"),
+            "keyed archive, object 1: found the text \"A\" under \"$class\", expected a reference to one of 2 objects"},
+        {xmlArchive("<dict><key>$class</key>" + uid(0) + "</dict>"),
+            "keyed archive, object 1: found the text \"$null\" as the class, expected a dictionary with $classname and $classes"},
         {xmlArchive("<dict><key>$class</key>" + uid(1) + "</dict>"), "keyed archive, object 1: found nothing under \"$classname\", expected the name of a class"},
         {objectOfA("<key>self</key>" + uid(1)), "keyed archive, object 1: found object 1 inside itself, expected no circle"},
         {objectOfA("<key>far</key>" + uid(77)), "keyed archive, object 1: found a reference to object 77, expected one of 3"},
         {objectOfA("<key>inner</key><dict/>"), "keyed archive, object 1: found a dictionary without \"$class\", expected an object"},
-        {xmlArchive("<dict><key>$class</key>" + uid(2) + "</dict>" + classDictionary("NSArray")), "keyed archive, object 1: found nothing under \"NS.objects\", expected the list of elements"},
+        {xmlArchive("<dict><key>$class</key>" + uid(2) + "</dict>" + classDictionary("NSArray")),
+            "keyed archive, object 1: found nothing under \"NS.objects\", expected the list of elements"},
         {xmlArchive("<dict><key>$class</key>" + uid(2) + "</dict>" + classDictionary("NSString")), "keyed archive, object 1: found nothing under \"NS.string\", expected a text"},
-        {xmlArchive("<dict><key>NS.keys</key><array><string>a</string></array><key>NS.objects</key><array/><key>$class</key>" + uid(2) + "</dict>" + classDictionary("NSDictionary")),
+        {xmlArchive(
+             "<dict><key>NS.keys</key><array><string>a</string></array><key>NS.objects</key><array/><key>$class</key>" + uid(2) + "</dict>" + classDictionary("NSDictionary")),
             "keyed archive, object 1: found 1 keys and 0 objects in a dictionary, expected as many of both"},
-        {xmlArchive("<dict><key>NS.keys</key><array><true/></array><key>NS.objects</key><array><true/></array><key>$class</key>" + uid(2) + "</dict>" + classDictionary("NSDictionary")),
+        {xmlArchive(
+             "<dict><key>NS.keys</key><array><true/></array><key>NS.objects</key><array><true/></array><key>$class</key>" + uid(2) + "</dict>" + classDictionary("NSDictionary")),
             "keyed archive, object 1: found a boolean as the key of a dictionary, expected a text"},
     };
     for (const auto& one : cases)
@@ -540,8 +556,7 @@ TEST_F(ArchiveFileTest, AFailureLeavesTheOldFile)
     const auto path = folder / "gauge.archive";
     writeArchive(path, Gauge());
     const auto size = std::filesystem::file_size(path);
-    EXPECT_EQ(errorOf([&] { writeArchive(path, Broken()); }),
-        path.string() + ": TestBroken \"text\": found a text with a zero character or one that is not UTF-8, expected UTF-8");
+    EXPECT_EQ(errorOf([&] { writeArchive(path, Broken()); }), path.string() + ": TestBroken \"text\": found a text with a zero character or one that is not UTF-8, expected UTF-8");
     EXPECT_EQ(std::filesystem::file_size(path), size);
     EXPECT_TRUE(readArchive(path));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
@@ -576,8 +591,7 @@ TEST_F(ArchiveFileTest, ErrorsNameThePath)
     EXPECT_EQ(errorOf([&] { (void)readArchive(folder); }), folder.string() + ": cannot be read: Is a directory");
     const auto text = folder / "text";
     writeText(text, "hello");
-    EXPECT_EQ(errorOf([&] { (void)readArchive(text); }),
-        text.string() + ": found something else than a property list, expected one that begins with \"bplist00\" or \"<\"");
+    EXPECT_EQ(errorOf([&] { (void)readArchive(text); }), text.string() + ": found something else than a property list, expected one that begins with \"bplist00\" or \"<\"");
     const auto unknown = folder / "unknown";
     writeText(unknown, objectOfA(""));
     EXPECT_EQ(errorOf([&] { (void)readArchive(unknown); }), unknown.string() + ": found an object of the unknown class A, expected a class that can be read");

@@ -38,7 +38,7 @@ std::string repeated(const std::string& text, int count)
 TEST(XmlPropertyListReader, ReadsEveryKindOfValue)
 {
     const Value tree = read("<?xml version='1.0'?><!-- a <note> --><!DOCTYPE plist><plist version=\"1.0\">\n<array>\n<string>t</string><integer>-1</integer><real>0.5</real>"
-                                "<true/><false/><data>AQI=</data><date>2001-01-02T00:00:00Z</date><array/><dict/></array></plist><!-- end -->\n");
+                            "<true/><false/><data>AQI=</data><date>2001-01-02T00:00:00Z</date><array/><dict/></array></plist><!-- end -->\n");
     const auto* elements = tree.as<Array>();
     ASSERT_TRUE(elements);
     ASSERT_EQ(elements->size(), 9U);
@@ -101,11 +101,12 @@ TEST(XmlPropertyListReader, SaysWhereAndWhatIsWrong)
 TEST(XmlPropertyListReader, TakesOnlyWhatSaysItIsUtf8)
 {
     const auto declared = [](const std::string& declaration) { return errorOf(declaration + "<plist><string>\xC3\xA9</string></plist>"); };
-    for (const char* sound : {"", "<?xml version=\"1.0\"?>", "<?xml version='1.0' encoding='utf-8' standalone='yes'?>", "\n <?xml version=\"1.0\" encoding = \"UTF-8\"?>", "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF8\"?>",
-             "<?xml version=\"1.0\" encoding=\"us-ascii\"?>", "<?xml-style encoding=\"latin\"?>"})
+    for (const char* sound : {"", "<?xml version=\"1.0\"?>", "<?xml version='1.0' encoding='utf-8' standalone='yes'?>", "\n <?xml version=\"1.0\" encoding = \"UTF-8\"?>",
+             "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF8\"?>", "<?xml version=\"1.0\" encoding=\"us-ascii\"?>", "<?xml-style encoding=\"latin\"?>"})
         EXPECT_EQ(declared(sound), "no error") << sound;
     for (const char* encoding : {"ISO-8859-1", "UTF-16", "", "UTF-8 "})
-        EXPECT_EQ(declared("<?xml version=\"1.0\" encoding=\"" + std::string(encoding) + "\"?>"), "XML property list, line 1: found the encoding \"" + std::string(encoding) + "\", expected UTF-8");
+        EXPECT_EQ(declared("<?xml version=\"1.0\" encoding=\"" + std::string(encoding) + "\"?>"),
+            "XML property list, line 1: found the encoding \"" + std::string(encoding) + "\", expected UTF-8");
     EXPECT_EQ(declared("<?xml version=\"1.0\""), "XML property list, line 1: found no end of the XML declaration, expected ?>");
     EXPECT_EQ(declared("<?xml encoding=\"UTF-8?>"), "XML property list, line 1: found the encoding \"UTF-8?>\", expected UTF-8");
 }
@@ -113,10 +114,13 @@ TEST(XmlPropertyListReader, TakesOnlyWhatSaysItIsUtf8)
 TEST(XmlPropertyListReader, QuotesWholeCharacters)
 {
     // The 40th byte is the first of the last character's two.
-    EXPECT_EQ(errorOf("<plist><real>" + std::string(39, 'a') + "\xC3\xA9\xC3\xA9</real></plist>"), "XML property list, line 1: found \"" + std::string(39, 'a') + "\" in <real>, expected a number");
-    EXPECT_EQ(errorOf("<plist><real>" + std::string(38, 'a') + "\xC3\xA9\xC3\xA9</real></plist>"), "XML property list, line 1: found \"" + std::string(38, 'a') + "\xC3\xA9\" in <real>, expected a number");
+    EXPECT_EQ(errorOf("<plist><real>" + std::string(39, 'a') + "\xC3\xA9\xC3\xA9</real></plist>"),
+        "XML property list, line 1: found \"" + std::string(39, 'a') + "\" in <real>, expected a number");
+    EXPECT_EQ(errorOf("<plist><real>" + std::string(38, 'a') + "\xC3\xA9\xC3\xA9</real></plist>"),
+        "XML property list, line 1: found \"" + std::string(38, 'a') + "\xC3\xA9\" in <real>, expected a number");
     EXPECT_EQ(errorOf("<plist><string>&\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9x\xC3\xA9;</string></plist>"),
-        "XML property list, line 1: found &\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9x\xC3\xA9, expected &lt; &gt; &amp; &quot; &apos; or a numbered character such as &#233;");
+        "XML property list, line 1: found &\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9x\xC3\xA9, expected &lt; &gt; &amp; &quot; &apos; or a numbered "
+        "character such as &#233;");
 }
 
 TEST(XmlPropertyListReader, ReadsDictionariesOfManyKeys)
@@ -128,7 +132,8 @@ TEST(XmlPropertyListReader, ReadsDictionariesOfManyKeys)
     const Value tree = read("<plist><dict>" + entries + "</dict></plist>");
     ASSERT_TRUE(tree.as<Dictionary>());
     EXPECT_EQ(tree.as<Dictionary>()->size(), 200'000U);
-    EXPECT_EQ(errorOf("<plist><dict>" + entries + "<key>77</key><true/></dict></plist>"), "XML property list, line 1: found the key \"77\" twice in one dictionary, expected it once");
+    EXPECT_EQ(
+        errorOf("<plist><dict>" + entries + "<key>77</key><true/></dict></plist>"), "XML property list, line 1: found the key \"77\" twice in one dictionary, expected it once");
 }
 
 TEST(XmlPropertyListReader, BoundsNestingElementsAndBytes)
@@ -180,8 +185,8 @@ TEST(PropertyListScalars, ReadsDates)
     EXPECT_EQ(secondsFromDate(" 2013-03-18T09:30:05Z "), 385291805);
     EXPECT_EQ(secondsFromDate("1970-01-01T00:00:00Z"), -978307200);
     EXPECT_EQ(secondsFromDate("2024-02-29T23:59:59Z"), 730943999);
-    for (const char* text : {"", "2013-03-18", "2013-03-18T09:30:05", "2013-02-29T00:00:00Z", "2013-13-01T00:00:00Z", "2013-03-18T24:00:00Z", "2013-03-18T09:60:00Z", "9999-01-01T00:00:00Z",
-             "1601-01-01T00:00:00Z", "2013-03-18T09:30:05Zx", "20a3-03-18T09:30:05Z"})
+    for (const char* text : {"", "2013-03-18", "2013-03-18T09:30:05", "2013-02-29T00:00:00Z", "2013-13-01T00:00:00Z", "2013-03-18T24:00:00Z", "2013-03-18T09:60:00Z",
+             "9999-01-01T00:00:00Z", "1601-01-01T00:00:00Z", "2013-03-18T09:30:05Zx", "20a3-03-18T09:30:05Z"})
         EXPECT_EQ(secondsFromDate(text), std::nullopt) << text;
 }
 

@@ -23,7 +23,8 @@ constexpr double kFarthest = 1.0e6;
 bool isPolygon(std::span<const Path::Verb> verbs)
 {
     const std::size_t end = verbs.size() - (verbs.back() == Path::Verb::Close ? 1 : 0);
-    return verbs.front() == Path::Verb::Move && std::all_of(verbs.begin() + 1, verbs.begin() + static_cast<std::ptrdiff_t>(end), [](Path::Verb verb) { return verb == Path::Verb::Line; });
+    return verbs.front() == Path::Verb::Move
+        && std::all_of(verbs.begin() + 1, verbs.begin() + static_cast<std::ptrdiff_t>(end), [](Path::Verb verb) { return verb == Path::Verb::Line; });
 }
 
 bool goesOneWay(std::span<const Point> line)

@@ -94,9 +94,7 @@ void appendElements(cairo_t* target, const Path& path)
             cairo_curve_to(target, points[next].x, points[next].y, points[next + 1].x, points[next + 1].y, points[next + 2].x, points[next + 2].y);
             next += 3;
             break;
-        case Path::Verb::Close:
-            cairo_close_path(target);
-            break;
+        case Path::Verb::Close: cairo_close_path(target); break;
         }
     }
 }
@@ -149,10 +147,8 @@ bool isVectorSurface(cairo_surface_t* surface)
     case CAIRO_SURFACE_TYPE_PS:
     case CAIRO_SURFACE_TYPE_SVG:
     case CAIRO_SURFACE_TYPE_SCRIPT:
-    case CAIRO_SURFACE_TYPE_RECORDING:
-        return true;
-    default:
-        return false;
+    case CAIRO_SURFACE_TYPE_RECORDING: return true;
+    default: return false;
     }
 }
 
@@ -284,14 +280,12 @@ void CairoContext::setLineDash(const LineDash& dash)
 
 void CairoContext::setLineCap(LineCap cap)
 {
-    cairo_set_line_cap(m_target,
-        cap == LineCap::Round ? CAIRO_LINE_CAP_ROUND : cap == LineCap::Square ? CAIRO_LINE_CAP_SQUARE : CAIRO_LINE_CAP_BUTT);
+    cairo_set_line_cap(m_target, cap == LineCap::Round ? CAIRO_LINE_CAP_ROUND : cap == LineCap::Square ? CAIRO_LINE_CAP_SQUARE : CAIRO_LINE_CAP_BUTT);
 }
 
 void CairoContext::setLineJoin(LineJoin join)
 {
-    cairo_set_line_join(m_target,
-        join == LineJoin::Round ? CAIRO_LINE_JOIN_ROUND : join == LineJoin::Bevel ? CAIRO_LINE_JOIN_BEVEL : CAIRO_LINE_JOIN_MITER);
+    cairo_set_line_join(m_target, join == LineJoin::Round ? CAIRO_LINE_JOIN_ROUND : join == LineJoin::Bevel ? CAIRO_LINE_JOIN_BEVEL : CAIRO_LINE_JOIN_MITER);
 }
 
 void CairoContext::setMiterLimit(double limit)
@@ -385,7 +379,8 @@ void CairoContext::drawFilledRepeats(const Path& path, FillRule rule, std::span<
 
 void CairoContext::drawStrokedRepeats(const Path& path, std::span<const Point> places)
 {
-    const bool hasStamps = drawsRepeatsQuickly() && m_state.dash.lengths.empty() && m_state.lineWidth > 0.0 && std::isfinite(m_state.lineWidth) && !stretchesTooFar(m_state.transform);
+    const bool hasStamps
+        = drawsRepeatsQuickly() && m_state.dash.lengths.empty() && m_state.lineWidth > 0.0 && std::isfinite(m_state.lineWidth) && !stretchesTooFar(m_state.transform);
     if (!hasStamps) {
         DrawingContext::drawStrokedRepeats(path, places);
         return;
@@ -509,8 +504,8 @@ bool CairoContext::fillAsArea(const Path& path)
 
 bool CairoContext::strokeAsBoxes(const Path& path)
 {
-    if (!canDrawBoxes() || !m_state.dash.lengths.empty() || cairo_get_line_cap(m_target) != CAIRO_LINE_CAP_BUTT
-        || cairo_get_line_join(m_target) != CAIRO_LINE_JOIN_MITER || m_state.miterLimit < kMiterOfRightAngle)
+    if (!canDrawBoxes() || !m_state.dash.lengths.empty() || cairo_get_line_cap(m_target) != CAIRO_LINE_CAP_BUTT || cairo_get_line_join(m_target) != CAIRO_LINE_JOIN_MITER
+        || m_state.miterLimit < kMiterOfRightAngle)
         return false;
     const std::vector<FixedBox> boxes = boxesOfStroke(path, m_state.transform, paintedLineWidth());
     if (boxes.empty() || !std::ranges::all_of(boxes, [&](const FixedBox& box) { return isDrawableBox(box, m_state.strokeColor); }))

@@ -32,7 +32,8 @@ constexpr std::uint32_t kRed = 0xFFFF0000U;
 class Canvas {
 public:
     explicit Canvas(int width = 20, int height = 10, double scale = 1.0)
-        : m_surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height)), m_target(cairo_create(m_surface.get()))
+        : m_surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height))
+        , m_target(cairo_create(m_surface.get()))
     {
         cairo::setUpwardCoordinates(m_target.get(), height, scale);
         m_context = std::make_unique<CairoContext>(m_target.get());

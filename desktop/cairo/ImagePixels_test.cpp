@@ -119,7 +119,8 @@ TEST(ImagePixels, areNotTouchedOutsideTheImage)
     const SurfacePointer ours = colorfulImage(CAIRO_FORMAT_RGB24, 5);
     const auto before = bytesOf(ours.get());
     const PixelRange beyond{-1000, -1000, 1000, 1000};
-    for (const FixedBox& box : {FixedBox{-5000, 0, 0, 5000}, FixedBox{kWidth * 256, 0, 200000, 5000}, FixedBox{0, -9000, 9000, -1}, FixedBox{0, kHeight * 256, 9000, 90000}, FixedBox{500, 500, 500, 900}})
+    for (const FixedBox& box :
+        {FixedBox{-5000, 0, 0, 5000}, FixedBox{kWidth * 256, 0, 200000, 5000}, FixedBox{0, -9000, 9000, -1}, FixedBox{0, kHeight * 256, 9000, 90000}, FixedBox{500, 500, 500, 900}})
         ImagePixels(ours.get()).fillBox(box, Color::blackColor(), beyond);
     EXPECT_EQ(bytesOf(ours.get()), before);
     ImagePixels(ours.get()).fillBox({-90000, -90000, 90000, 90000}, Color::whiteColor(), beyond);

@@ -200,7 +200,8 @@ PlacedStamp PathStamps::placed(const Stamp& stamp) const
 
 std::vector<std::uint64_t> PathStamps::description() const
 {
-    std::vector<std::uint64_t> numbers{static_cast<std::uint64_t>(m_kind), m_color, static_cast<std::uint64_t>(cairo_get_antialias(m_target)), std::bit_cast<std::uint64_t>(cairo_get_tolerance(m_target))};
+    std::vector<std::uint64_t> numbers{
+        static_cast<std::uint64_t>(m_kind), m_color, static_cast<std::uint64_t>(cairo_get_antialias(m_target)), std::bit_cast<std::uint64_t>(cairo_get_tolerance(m_target))};
     for (const Path::Verb verb : m_path->verbs())
         numbers.push_back(static_cast<std::uint64_t>(verb));
     if (m_kind == StampKind::Fill) {
@@ -271,7 +272,8 @@ PathStamps::Stamp PathStamps::makeStamp(const std::optional<PixelRange>& clip) c
     if (cairo_status(pen.get()) != CAIRO_STATUS_SUCCESS || !coverage)
         return {};
     Stamp stamp{true, ColorStamp(trimmed({*reach, coverage, cairo_image_surface_get_stride(surface.get())}), m_color), {}};
-    stamp.reach = clip ? *clip : rangeAround(stamp.colored.range(), {outline.left + reach->left, outline.top + reach->top, outline.right + reach->left, outline.bottom + reach->top});
+    stamp.reach
+        = clip ? *clip : rangeAround(stamp.colored.range(), {outline.left + reach->left, outline.top + reach->top, outline.right + reach->left, outline.bottom + reach->top});
     return stamp;
 }
 

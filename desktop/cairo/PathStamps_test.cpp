@@ -86,8 +86,9 @@ std::vector<Point> generatedPlaces(Generated& generated)
 
 AffineTransform generatedTransform(Generated& generated)
 {
-    const std::array<AffineTransform, 6> transforms{AffineTransform{1.0, 0.0, 0.0, -1.0, 0.0, kHeight}, AffineTransform{1.0, 0.0, 0.0, 1.0, 0.0, 0.0}, AffineTransform{1.25, 0.0, 0.0, -1.25, 0.0, kHeight},
-        AffineTransform{0.6, 0.0, 0.0, -0.7, 3.3, kHeight}, AffineTransform{0.8, 0.6, -0.6, 0.8, 30.0, -10.0}, AffineTransform{1.0, 0.3, 0.1, 1.2, 0.0, -9.5}};
+    const std::array<AffineTransform, 6> transforms{AffineTransform{1.0, 0.0, 0.0, -1.0, 0.0, kHeight}, AffineTransform{1.0, 0.0, 0.0, 1.0, 0.0, 0.0},
+        AffineTransform{1.25, 0.0, 0.0, -1.25, 0.0, kHeight}, AffineTransform{0.6, 0.0, 0.0, -0.7, 3.3, kHeight}, AffineTransform{0.8, 0.6, -0.6, 0.8, 30.0, -10.0},
+        AffineTransform{1.0, 0.3, 0.1, 1.2, 0.0, -9.5}};
     return transforms[generated.whole(6)];
 }
 
@@ -222,8 +223,9 @@ TEST(PathStamps, PaintSmallPathsAtManyPlacesToTheByteAsCairoDoes)
 {
     for (unsigned seed = 0; seed < 600; ++seed) {
         const Scene scene = generatedScene(seed);
-        EXPECT_EQ(differingBytes(paintedOnce(scene, seed), paintedByCairo(scene, seed)), 0U) << "seed " << seed << ": " << toString(scene.path) << (scene.isStroke ? ", stroked, width " : ", filled, width ") << scene.width
-                                                                                             << ", alpha " << scene.color.alphaComponent();
+        EXPECT_EQ(differingBytes(paintedOnce(scene, seed), paintedByCairo(scene, seed)), 0U)
+            << "seed " << seed << ": " << toString(scene.path) << (scene.isStroke ? ", stroked, width " : ", filled, width ") << scene.width << ", alpha "
+            << scene.color.alphaComponent();
     }
 }
 

@@ -20,7 +20,8 @@ inline std::uint32_t pixelOfColor(const Color& color)
     const Color painted = color.clamped();
     const double alpha = painted.alphaComponent();
     const auto component = [](double value) { return static_cast<std::uint32_t>(value * 65535.0 + 0.5) >> 8U; };
-    return component(alpha) << 24U | component(painted.redComponent() * alpha) << 16U | component(painted.greenComponent() * alpha) << 8U | component(painted.blueComponent() * alpha);
+    return component(alpha) << 24U | component(painted.redComponent() * alpha) << 16U | component(painted.greenComponent() * alpha) << 8U
+        | component(painted.blueComponent() * alpha);
 }
 
 inline std::uint32_t twoBytesTimes(std::uint32_t bytes, std::uint32_t factor, std::uint32_t half)

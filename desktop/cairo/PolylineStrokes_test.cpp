@@ -27,7 +27,10 @@ const Color kBlue{0.0, 0.4, 0.8};
 class Picture {
 public:
     explicit Picture(int width, int height, cairo_format_t format = CAIRO_FORMAT_ARGB32)
-        : m_width(width), m_height(height), m_surface(cairo_image_surface_create(format, width, height)), m_target(cairo_create(m_surface.get()))
+        : m_width(width)
+        , m_height(height)
+        , m_surface(cairo_image_surface_create(format, width, height))
+        , m_target(cairo_create(m_surface.get()))
     {
     }
 

@@ -73,8 +73,10 @@ bool goOneWay(std::span<const FixedBox> boxes, Low low, High high)
 bool shareNoPixel(std::span<const FixedBox> boxes, bool areLevel)
 {
     if (areLevel)
-        return goOneWay(boxes, [](const PixelRange& range) { return range.top; }, [](const PixelRange& range) { return range.bottom; });
-    return goOneWay(boxes, [](const PixelRange& range) { return range.left; }, [](const PixelRange& range) { return range.right; });
+        return goOneWay(
+            boxes, [](const PixelRange& range) { return range.top; }, [](const PixelRange& range) { return range.bottom; });
+    return goOneWay(
+        boxes, [](const PixelRange& range) { return range.left; }, [](const PixelRange& range) { return range.right; });
 }
 
 /// The boxes of lines of two points each.

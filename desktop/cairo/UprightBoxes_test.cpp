@@ -99,7 +99,8 @@ std::vector<unsigned char> strokedByCairo(const Path& path, double width, double
 
 TEST(UprightBoxes, ofLinesAreAsWideAsTheLines)
 {
-    EXPECT_EQ(boxesOfStroke(lines({{{2.5, 1.0}, {2.5, 30.0}}, {{9.5, 30.0}, {9.5, 1.0}}}), kUpwards, 0.5), (std::vector<FixedBox>{{576, 2560, 704, 9984}, {2368, 2560, 2496, 9984}}));
+    EXPECT_EQ(
+        boxesOfStroke(lines({{{2.5, 1.0}, {2.5, 30.0}}, {{9.5, 30.0}, {9.5, 1.0}}}), kUpwards, 0.5), (std::vector<FixedBox>{{576, 2560, 704, 9984}, {2368, 2560, 2496, 9984}}));
     EXPECT_EQ(boxesOfStroke(lines({{{2.0, 1.5}, {50.0, 1.5}}}), kUpwards, 1.0), (std::vector<FixedBox>{{512, 38 * 256, 50 * 256, 39 * 256}}));
     EXPECT_EQ(boxesOfStroke(lines({{{2.0, 1.5}, {50.0, 1.5}}}), {3.0, 0.0, 0.0, 2.0, 0.0, 0.0}, 1.0), (std::vector<FixedBox>{{6 * 256, 2 * 256, 150 * 256, 4 * 256}}));
 }

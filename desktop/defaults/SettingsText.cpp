@@ -37,7 +37,8 @@ bool isGeneral(std::string_view header)
 
 bool isPlainInKey(char character)
 {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') || (character >= '0' && character <= '9') || character == '_' || character == '.' || character == '-';
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') || (character >= '0' && character <= '9') || character == '_' || character == '.'
+        || character == '-';
 }
 
 bool isHexadecimalDigit(char character)

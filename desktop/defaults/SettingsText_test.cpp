@@ -80,7 +80,9 @@ TEST(SettingsText, WritesWhatItReads)
         {"a=b, \"c\"", "key=\"a=b, \\\"c\\\"\""},
         {"back\\slash", "key=back\\\\slash"},
         {"two\nlines\t", "key=\"two\\nlines\\t\""},
-        {"\x01""b", "key=\\x01\\x62"},
+        {"\x01"
+         "b",
+            "key=\\x01\\x62"},
         {std::string("\0z", 2), "key=\\x00z"},
         {"µ∞", "key=µ∞"},
     };

@@ -82,10 +82,7 @@ std::optional<std::int64_t> wholeNumber(const std::string& text)
 
 } // namespace
 
-XDGUserDefaults::XDGUserDefaults(std::filesystem::path path)
-    : m_path(std::move(path))
-{
-}
+XDGUserDefaults::XDGUserDefaults(std::filesystem::path path) : m_path(std::move(path)) {}
 
 XDGUserDefaults::~XDGUserDefaults() = default;
 

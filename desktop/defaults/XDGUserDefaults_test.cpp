@@ -210,7 +210,8 @@ TEST_F(XDGUserDefaultsTest, FoldersThatAreNoneAreNamed)
     const EnvironmentVariable configuration("XDG_CONFIG_HOME", nullptr);
     XDGUserDefaults nowhere(XDGUserDefaults::defaultPath());
     EXPECT_FALSE(nowhere.boolForKey("key"));
-    EXPECT_EQ(errorOf([&] { nowhere.setBool(true, "key"); }), "/dev/null/.config/TOLVGraphing/settings.ini: cannot be written, its folder /dev/null/.config/TOLVGraphing cannot be made: Not a directory");
+    EXPECT_EQ(errorOf([&] { nowhere.setBool(true, "key"); }),
+        "/dev/null/.config/TOLVGraphing/settings.ini: cannot be written, its folder /dev/null/.config/TOLVGraphing cannot be made: Not a directory");
 }
 
 TEST_F(XDGUserDefaultsTest, AnEmptyNameIsAnError)

@@ -45,8 +45,7 @@ Color blendedColor(const Color& over, const Color& under)
     const Color top = over.clamped();
     const double alpha = top.alphaComponent();
     const auto mixed = [alpha](double first, double second) { return first * alpha + second * (1.0 - alpha); };
-    return {mixed(top.redComponent(), under.redComponent()), mixed(top.greenComponent(), under.greenComponent()),
-        mixed(top.blueComponent(), under.blueComponent()), 1.0};
+    return {mixed(top.redComponent(), under.redComponent()), mixed(top.greenComponent(), under.greenComponent()), mixed(top.blueComponent(), under.blueComponent()), 1.0};
 }
 
 Color OpaqueContext::Tint::over(const Color& under) const
@@ -221,9 +220,7 @@ void OpaqueContext::repeatElement(std::size_t index, const Rect& bounds, const T
         m_target.setMiterLimit(state.miterLimit);
         m_target.drawStrokedPath(element.path);
         break;
-    case Kind::Text:
-        m_target.drawText(inColor(element.text, tint.over(onPage(element.text.attributes().foregroundColorOrDefault()))), element.origin);
-        break;
+    case Kind::Text: m_target.drawText(inColor(element.text, tint.over(onPage(element.text.attributes().foregroundColorOrDefault()))), element.origin); break;
     }
 }
 

@@ -54,8 +54,8 @@ struct Cubic {
     [[nodiscard]] bool missesWindow(const Rect& window) const
     {
         const auto all = [&](auto test) { return test(start) && test(control1) && test(control2) && test(end); };
-        return all([&](Point p) { return p.x < window.x(); }) || all([&](Point p) { return p.x > window.maxX(); })
-            || all([&](Point p) { return p.y < window.y(); }) || all([&](Point p) { return p.y > window.maxY(); });
+        return all([&](Point p) { return p.x < window.x(); }) || all([&](Point p) { return p.x > window.maxX(); }) || all([&](Point p) { return p.y < window.y(); })
+            || all([&](Point p) { return p.y > window.maxY(); });
     }
 };
 
@@ -91,12 +91,8 @@ std::vector<Polyline> polylines(const Path& path, const AffineTransform& toDevic
     };
     for (const Path::Verb verb : path.verbs()) {
         switch (verb) {
-        case Path::Verb::Move:
-            lines.push_back({{take()}, false});
-            break;
-        case Path::Verb::Line:
-            current().points.push_back(take());
-            break;
+        case Path::Verb::Move: lines.push_back({{take()}, false}); break;
+        case Path::Verb::Line: current().points.push_back(take()); break;
         case Path::Verb::Curve: {
             Polyline& line = current();
             Cubic cubic{line.points.back(), take(), {}, {}};
@@ -105,9 +101,7 @@ std::vector<Polyline> polylines(const Path& path, const AffineTransform& toDevic
             flatten(cubic, window, 0, line.points.size() + kMostPieces, line.points);
             break;
         }
-        case Path::Verb::Close:
-            lines.back().isClosed = true;
-            break;
+        case Path::Verb::Close: lines.back().isClosed = true; break;
         }
     }
     return lines;
@@ -162,8 +156,7 @@ std::optional<Share> shareWithin(Point start, Point end, const Rect& window)
     };
     const double dx = end.x - start.x;
     const double dy = end.y - start.y;
-    if (cut(start.x - window.x(), dx) && cut(window.maxX() - start.x, -dx) && cut(start.y - window.y(), dy)
-        && cut(window.maxY() - start.y, -dy))
+    if (cut(start.x - window.x(), dx) && cut(window.maxX() - start.x, -dx) && cut(start.y - window.y(), dy) && cut(window.maxY() - start.y, -dy))
         return share;
     return std::nullopt;
 }
@@ -171,10 +164,7 @@ std::optional<Share> shareWithin(Point start, Point end, const Rect& window)
 /// Cuts one polyline into the runs inside the window.
 class RunCutter {
 public:
-    RunCutter(const AffineTransform& toDevice, const Rect& window, std::vector<StrokeRun>& runs)
-        : m_toUser(toDevice.inverted()), m_window(window), m_runs(runs)
-    {
-    }
+    RunCutter(const AffineTransform& toDevice, const Rect& window, std::vector<StrokeRun>& runs) : m_toUser(toDevice.inverted()), m_window(window), m_runs(runs) {}
 
     void cut(const Polyline& line)
     {

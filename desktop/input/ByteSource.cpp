@@ -16,9 +16,9 @@ namespace TOLVGraphing::input {
 
 namespace {
 
-constexpr std::uint64_t kReportInterval = std::uint64_t { 4 } << 20;
+constexpr std::uint64_t kReportInterval = std::uint64_t{4} << 20;
 /// One call of the system moves at most this much, so that progress is reported in time.
-constexpr std::size_t kLongestRead = std::size_t { 1 } << 20;
+constexpr std::size_t kLongestRead = std::size_t{1} << 20;
 
 } // namespace
 
@@ -171,7 +171,7 @@ std::size_t ByteSource::takenFromPipe(std::size_t count)
 void ByteSource::report()
 {
     m_bytesReported = m_bytesRead;
-    if (m_progress && !m_progress(ReadProgress { m_bytesRead, m_totalBytes }))
+    if (m_progress && !m_progress(ReadProgress{m_bytesRead, m_totalBytes}))
         throw ReadingCancelled(m_name);
 }
 

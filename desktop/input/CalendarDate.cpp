@@ -11,10 +11,7 @@ namespace {
 /// Takes parts from the front of a text.
 class PartReader {
 public:
-    explicit PartReader(std::string_view text)
-        : m_text(text)
-    {
-    }
+    explicit PartReader(std::string_view text) : m_text(text) {}
 
     [[nodiscard]] bool isAtEnd() const { return m_text.empty(); }
 
@@ -137,14 +134,13 @@ std::optional<double> daysOfDate(std::string_view text)
     }
     if (!reader.isAtEnd()) {
         char separator = reader.oneOf("Tt ");
-        while (separator == ' ' && reader.oneOf(" ")) { }
+        while (separator == ' ' && reader.oneOf(" ")) {}
         auto time = separator ? secondsOfTime(reader, isValid) : std::nullopt;
         if (!time || !reader.isAtEnd())
             return std::nullopt;
         seconds = *time;
     }
-    std::chrono::year_month_day date(
-        std::chrono::year(*year), std::chrono::month(static_cast<unsigned>(*month)), std::chrono::day(static_cast<unsigned>(day)));
+    std::chrono::year_month_day date(std::chrono::year(*year), std::chrono::month(static_cast<unsigned>(*month)), std::chrono::day(static_cast<unsigned>(day)));
     if (!isValid || !date.ok())
         return std::numeric_limits<double>::quiet_NaN();
     auto days = static_cast<double>(std::chrono::sys_days(date).time_since_epoch().count());

@@ -18,16 +18,11 @@ namespace {
 
 constexpr std::size_t kSampleRowCount = 2000;
 /// Missing fields that any table may have, however short its rows are: 64 MiB of gaps.
-constexpr std::size_t kAllowedMissingFields = std::size_t { 1 } << 24;
+constexpr std::size_t kAllowedMissingFields = std::size_t{1} << 24;
 
 class DelimitedTextReader {
 public:
-    DelimitedTextReader(ByteSource& source, const ReadSettings& settings)
-        : m_source(source)
-        , m_settings(settings)
-        , m_buffer(source)
-    {
-    }
+    DelimitedTextReader(ByteSource& source, const ReadSettings& settings) : m_source(source), m_settings(settings), m_buffer(source) {}
 
     MeasurementTable read();
 
@@ -43,8 +38,10 @@ private:
     void keepTexts(const TableLayout& layout);
     void readRows();
     const char* readPlainRows(const char* position);
-    template<bool isBetweenBlanks> const char* readPlainRows(const char* position);
-    template<bool isBetweenBlanks> const char* scanPlainRow(const char* position, std::size_t row);
+    template <bool isBetweenBlanks>
+    const char* readPlainRows(const char* position);
+    template <bool isBetweenBlanks>
+    const char* scanPlainRow(const char* position, std::size_t row);
     bool readRecord();
     bool skipComment();
     void skipRecord(const char* next, std::size_t lineCount);
@@ -61,8 +58,8 @@ private:
     const ReadSettings& m_settings;
     TextBuffer m_buffer;
     Dialect m_dialect;
-    RecordSplitter m_splitter { ',' };
-    TableBuilder m_builder { 0 };
+    RecordSplitter m_splitter{','};
+    TableBuilder m_builder{0};
     MeasurementTable m_table;
     /// The line of the buffer's begin, from 1.
     std::size_t m_line = 1;
@@ -136,7 +133,7 @@ TableLayout DelimitedTextReader::findTable()
     std::string_view sample(m_buffer.begin(), static_cast<std::size_t>(m_buffer.end() - m_buffer.begin()));
     checkSample(sample);
     m_dialect = detectedDialect(sample, m_settings);
-    for (std::size_t rowCount : { kSampleRowCount, sample.size() }) {
+    for (std::size_t rowCount : {kSampleRowCount, sample.size()}) {
         std::vector<SampleRow> rows = sampleRows(sample, m_dialect, rowCount);
         if (auto layout = foundTable(rows, m_dialect, m_settings, sample))
             return *layout;
@@ -162,7 +159,7 @@ TableLayout DelimitedTextReader::findTable()
 /// The first megabyte, or more where lines are so long that it has only a few of them.
 void DelimitedTextReader::fillSample()
 {
-    constexpr std::size_t enough = std::size_t { 1 } << 20;
+    constexpr std::size_t enough = std::size_t{1} << 20;
     constexpr std::ptrdiff_t fewLines = 4;
     while (!m_buffer.isAtEnd()) {
         auto length = static_cast<std::size_t>(m_buffer.end() - m_buffer.begin());
@@ -264,7 +261,8 @@ const char* DelimitedTextReader::readPlainRows(const char* position)
 
 /// Stages rows of nothing but numbers, until a row is something else, the stage is full or the window ends. Returns the position of the
 /// first row that was not taken.
-template<bool isBetweenBlanks> const char* DelimitedTextReader::readPlainRows(const char* position)
+template <bool isBetweenBlanks>
+const char* DelimitedTextReader::readPlainRows(const char* position)
 {
     std::size_t firstRow = m_builder.stagedRows();
     std::size_t row = firstRow;
@@ -282,7 +280,8 @@ template<bool isBetweenBlanks> const char* DelimitedTextReader::readPlainRows(co
 
 /// Scans a row of numbers into the stage. Returns the position behind its line end, or null where there is anything else: the NUL behind
 /// the window stops every scan.
-template<bool isBetweenBlanks> const char* DelimitedTextReader::scanPlainRow(const char* position, std::size_t row)
+template <bool isBetweenBlanks>
+const char* DelimitedTextReader::scanPlainRow(const char* position, std::size_t row)
 {
     const char delimiter = m_dialect.delimiter;
     const char decimalMark = m_dialect.numberStyle.decimalMark;
@@ -396,7 +395,7 @@ void DelimitedTextReader::addWaitingEmptyRows()
 /// Fields behind the last named or filled column, which every row of the sample left empty, become columns once one is filled.
 void DelimitedTextReader::widenFor(std::size_t width)
 {
-    while (m_builder.columnCount() < std::min({ width, m_fieldCount, kMaximumColumnCount })) {
+    while (m_builder.columnCount() < std::min({width, m_fieldCount, kMaximumColumnCount})) {
         countMissing(m_builder.rowCount(), 0);
         m_builder.addColumn();
         m_table.columns.emplace_back();
@@ -445,17 +444,12 @@ void DelimitedTextReader::failSplit(Status status, std::size_t firstLine, const 
 {
     std::size_t line = firstLine + splitter.lineCount() - 1;
     switch (status) {
-    case Status::OpenQuote:
-        fail(firstLine, "a quotation mark that is not closed", "expected another one at the end of the field");
-    case Status::BinaryByte:
-        fail(line, "a NUL byte (binary data)", "expected text");
-    case Status::FieldTooLong:
-        fail(firstLine, "a field of more than 1 MiB (a quotation mark may be missing)", "expected shorter fields");
-    case Status::TooManyFields:
-        fail(line, "more than " + std::to_string(kMaximumColumnCount) + " columns", "expected at most that many");
+    case Status::OpenQuote: fail(firstLine, "a quotation mark that is not closed", "expected another one at the end of the field");
+    case Status::BinaryByte: fail(line, "a NUL byte (binary data)", "expected text");
+    case Status::FieldTooLong: fail(firstLine, "a field of more than 1 MiB (a quotation mark may be missing)", "expected shorter fields");
+    case Status::TooManyFields: fail(line, "more than " + std::to_string(kMaximumColumnCount) + " columns", "expected at most that many");
     case Status::Complete:
-    case Status::Incomplete:
-        break;
+    case Status::Incomplete: break;
     }
     fail(line, "a line that does not end", "expected a line end");
 }

@@ -68,7 +68,7 @@ std::vector<Dialect> candidates(const ReadSettings& settings)
     for (char delimiter : delimiters) {
         for (char mark : marks) {
             if (mark != delimiter)
-                result.push_back({ delimiter, { mark, false } });
+                result.push_back({delimiter, {mark, false}});
         }
     }
     return result;

@@ -15,9 +15,9 @@ namespace TOLVGraphing::input {
 
 namespace {
 
-constexpr std::size_t kBlockLength = std::size_t { 1 } << 20;
+constexpr std::size_t kBlockLength = std::size_t{1} << 20;
 /// Rows to make room for where the length of the source is not known.
-constexpr std::uint64_t kFirstRows = std::uint64_t { 1 } << 20;
+constexpr std::uint64_t kFirstRows = std::uint64_t{1} << 20;
 
 float floatOfHalf(std::uint16_t bits)
 {
@@ -31,21 +31,27 @@ float floatOfHalf(std::uint16_t bits)
 }
 
 /// The unsigned integer of a size in bytes.
-template<std::size_t size> struct BitsOfSize;
-template<> struct BitsOfSize<1> {
+template <std::size_t size>
+struct BitsOfSize;
+template <>
+struct BitsOfSize<1> {
     using Type = std::uint8_t;
 };
-template<> struct BitsOfSize<2> {
+template <>
+struct BitsOfSize<2> {
     using Type = std::uint16_t;
 };
-template<> struct BitsOfSize<4> {
+template <>
+struct BitsOfSize<4> {
     using Type = std::uint32_t;
 };
-template<> struct BitsOfSize<8> {
+template <>
+struct BitsOfSize<8> {
     using Type = std::uint64_t;
 };
 
-template<typename Bits> Bits bitsAt(const char* bytes, bool isBigEndian)
+template <typename Bits>
+Bits bitsAt(const char* bytes, bool isBigEndian)
 {
     Bits bits = 0;
     for (std::size_t index = 0; index < sizeof(Bits); ++index) {
@@ -58,7 +64,8 @@ template<typename Bits> Bits bitsAt(const char* bytes, bool isBigEndian)
 /// Converts `count` elements that lie `stride` bytes apart and appends them.
 using Conversion = void (*)(const char* bytes, std::size_t count, std::size_t stride, bool isBigEndian, std::vector<float>& values);
 
-template<typename Element> void convert(const char* bytes, std::size_t count, std::size_t stride, bool isBigEndian, std::vector<float>& values)
+template <typename Element>
+void convert(const char* bytes, std::size_t count, std::size_t stride, bool isBigEndian, std::vector<float>& values)
 {
     using Bits = typename BitsOfSize<sizeof(Element)>::Type;
     for (std::size_t index = 0; index < count; ++index)
@@ -85,14 +92,10 @@ Conversion conversionFor(const ElementLayout& layout)
     if (layout.letter == 'f')
         return layout.size == 2 ? convertHalves : layout.size == 4 ? convert<float> : convert<double>;
     switch (layout.size) {
-    case 1:
-        return isSigned ? convert<std::int8_t> : convert<std::uint8_t>;
-    case 2:
-        return isSigned ? convert<std::int16_t> : convert<std::uint16_t>;
-    case 4:
-        return isSigned ? convert<std::int32_t> : convert<std::uint32_t>;
-    default:
-        return isSigned ? convert<std::int64_t> : convert<std::uint64_t>;
+    case 1: return isSigned ? convert<std::int8_t> : convert<std::uint8_t>;
+    case 2: return isSigned ? convert<std::int16_t> : convert<std::uint16_t>;
+    case 4: return isSigned ? convert<std::int32_t> : convert<std::uint32_t>;
+    default: return isSigned ? convert<std::int64_t> : convert<std::uint64_t>;
     }
 }
 
@@ -144,7 +147,8 @@ void ElementReader::checkSize() const
     std::uint64_t available = *m_source.totalBytes() - std::min(*m_source.totalBytes(), m_source.bytesRead());
     if (m_layout.rowCount * rowBytes > available) {
         fail(std::to_string(available) + " bytes of elements",
-            "expected " + std::to_string(m_layout.rowCount * rowBytes) + " for " + std::to_string(m_layout.rowCount) + " rows of " + std::to_string(m_layout.columnCount) + " columns");
+            "expected " + std::to_string(m_layout.rowCount * rowBytes) + " for " + std::to_string(m_layout.rowCount) + " rows of " + std::to_string(m_layout.columnCount)
+                + " columns");
     }
 }
 

@@ -55,7 +55,7 @@ std::uint64_t checksum(std::span<const std::byte> bytes)
 
 Header headerFor(const FileColumn& column, std::uint64_t gapCount, std::uint64_t sumOfNumbers)
 {
-    Header header {};
+    Header header{};
     header[Magic] = kMagic;
     header[Version] = kVersion;
     header[BlockShift] = kBlockShift;
@@ -82,7 +82,7 @@ bool fits(const ExtremePyramid& pyramid, std::span<const float> samples)
     for (std::size_t step = 0; step <= steps; ++step) {
         const auto block = static_cast<std::size_t>(steps == 0 ? 0.0 : std::round(static_cast<double>(last) * (static_cast<double>(step) / static_cast<double>(steps))));
         const std::size_t from = block << kBlockShift;
-        const auto part = samples.subspan(from, std::min(std::size_t { 1 } << kBlockShift, samples.size() - from));
+        const auto part = samples.subspan(from, std::min(std::size_t{1} << kBlockShift, samples.size() - from));
         const bool hasNaN = std::any_of(part.begin(), part.end(), [](float sample) { return std::isnan(sample); });
         if ((hasNaN && !pyramid.hasNaN()) || pyramid.entry(0, block) != TOLVGraphing::extremesOf(part))
             return false;
@@ -169,7 +169,7 @@ std::optional<ExtremesFolder> ExtremesFolder::usualFolder()
 fs::path ExtremesFolder::pathFor(const FileColumn& column) const
 {
     // Not of the file's times, so that a changed file replaces what was kept of it.
-    const std::array<std::uint64_t, 5> words { column.file.device, column.file.node, column.offset, column.stride, column.samples.size() };
+    const std::array<std::uint64_t, 5> words{column.file.device, column.file.node, column.offset, column.stride, column.samples.size()};
     constexpr const char* digits = "0123456789abcdef";
     std::string name;
     for (std::uint64_t rest = checksum(std::as_bytes(std::span(words))), index = 0; index < 16; ++index, rest >>= 4U)
@@ -197,7 +197,7 @@ std::optional<ColumnExtremes> ExtremesFolder::extremesOf(const FileColumn& colum
     auto pyramid = std::make_shared<const ExtremePyramid>(file, reinterpret_cast<const float*>(numbers.data()), column.samples.size(), kBlockShift, gapCount > 0);
     if (!fits(*pyramid, column.samples) || file->hasLostPages())
         return std::nullopt;
-    return ColumnExtremes { std::move(pyramid), gapCount };
+    return ColumnExtremes{std::move(pyramid), gapCount};
 }
 
 void ExtremesFolder::keep(const FileColumn& column, const ColumnExtremes& extremes) const

@@ -39,7 +39,7 @@ struct ColumnExtremes {
 class ExtremesFolder {
 public:
     static constexpr std::size_t kUsualShortestColumn = 4'000'000;
-    static constexpr std::uint64_t kUsualLargestSize = std::uint64_t { 256 } << 20;
+    static constexpr std::uint64_t kUsualLargestSize = std::uint64_t{256} << 20;
     /// Blocks whose samples are looked at, the first and the last among them.
     static constexpr std::size_t kProbeCount = 64;
 

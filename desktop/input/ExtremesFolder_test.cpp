@@ -45,7 +45,10 @@ protected:
 
     [[nodiscard]] fs::path path() const { return m_path; }
     /// Takes columns of any length.
-    [[nodiscard]] ExtremesFolder folder(std::uint64_t largestSize = ExtremesFolder::kUsualLargestSize) const { return ExtremesFolder(m_path / "made" / "by itself", 1, largestSize); }
+    [[nodiscard]] ExtremesFolder folder(std::uint64_t largestSize = ExtremesFolder::kUsualLargestSize) const
+    {
+        return ExtremesFolder(m_path / "made" / "by itself", 1, largestSize);
+    }
     [[nodiscard]] std::vector<std::string> names() const
     {
         std::vector<std::string> result;
@@ -62,12 +65,12 @@ private:
 
 FileColumn columnOf(const std::vector<float>& samples, std::uint64_t node = 5)
 {
-    return { { 3, node, 4096, 1'700'000'000'123'456'789, 1'700'000'001'000'000'000 }, 128, sizeof(float), samples };
+    return {{3, node, 4096, 1'700'000'000'123'456'789, 1'700'000'001'000'000'000}, 128, sizeof(float), samples};
 }
 
 ColumnExtremes extremesOfSamples(const std::vector<float>& samples, std::size_t gapCount = 0)
 {
-    return { std::make_shared<const ExtremePyramid>(samples), gapCount };
+    return {std::make_shared<const ExtremePyramid>(samples), gapCount};
 }
 
 std::string contentOf(const fs::path& path)
@@ -84,7 +87,7 @@ void write(const fs::path& path, const std::string& content)
 
 TEST_F(ExtremesFolderTest, answersWhatWasKept)
 {
-    for (const std::size_t count : { 1U, 63U, 64U, 65U, 4095U, 4096U, 4097U, 100'000U }) {
+    for (const std::size_t count : {1U, 63U, 64U, 65U, 4095U, 4096U, 4097U, 100'000U}) {
         SCOPED_TRACE(count);
         std::vector<float> samples = noise(count);
         samples[count / 2] = std::numeric_limits<float>::quiet_NaN();
@@ -105,7 +108,7 @@ TEST_F(ExtremesFolderTest, isForItsOwnerOnly)
 {
     const std::vector<float> samples = noise(100);
     folder().keep(columnOf(samples), extremesOfSamples(samples));
-    for (const fs::path& made : { path() / "made", path() / "made" / "by itself" })
+    for (const fs::path& made : {path() / "made", path() / "made" / "by itself"})
         EXPECT_EQ(fs::status(made).permissions(), fs::perms::owner_all) << made;
     EXPECT_EQ(fs::status(folder().pathFor(columnOf(samples))).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
@@ -122,15 +125,15 @@ TEST_F(ExtremesFolderTest, answersNothingForAnotherFileOrColumn)
     const FileColumn column = columnOf(samples);
     folder().keep(column, extremesOfSamples(samples));
     const OtherColumn others[] = {
-        { "device", [](FileColumn& c) { ++c.file.device; } },
-        { "node", [](FileColumn& c) { ++c.file.node; } },
-        { "size", [](FileColumn& c) { ++c.file.size; } },
-        { "modified", [](FileColumn& c) { ++c.file.modified; } },
-        { "changed", [](FileColumn& c) { --c.file.changed; } },
-        { "offset", [](FileColumn& c) { c.offset += 4; } },
-        { "stride", [](FileColumn& c) { c.stride += 4; } },
-        { "length", [&](FileColumn& c) { c.samples = more; } },
-        { "no samples", [](FileColumn& c) { c.samples = {}; } },
+        {"device", [](FileColumn& c) { ++c.file.device; }},
+        {"node", [](FileColumn& c) { ++c.file.node; }},
+        {"size", [](FileColumn& c) { ++c.file.size; }},
+        {"modified", [](FileColumn& c) { ++c.file.modified; }},
+        {"changed", [](FileColumn& c) { --c.file.changed; }},
+        {"offset", [](FileColumn& c) { c.offset += 4; }},
+        {"stride", [](FileColumn& c) { c.stride += 4; }},
+        {"length", [&](FileColumn& c) { c.samples = more; }},
+        {"no samples", [](FileColumn& c) { c.samples = {}; }},
     };
     for (const OtherColumn& other : others) {
         FileColumn changed = column;
@@ -175,7 +178,7 @@ TEST_F(ExtremesFolderTest, answersNothingWhereAProbedBlockHasOtherExtremes)
     const std::vector<float> samples = noise(64 * 64);
     folder().keep(columnOf(samples), extremesOfSamples(samples));
     for (std::size_t block = 0; block < 64; ++block) {
-        for (const float value : { 100.0F, -100.0F, std::numeric_limits<float>::quiet_NaN() }) {
+        for (const float value : {100.0F, -100.0F, std::numeric_limits<float>::quiet_NaN()}) {
             std::vector<float> changed = samples;
             changed[block * 64 + block] = value;
             EXPECT_FALSE(folder().extremesOf(columnOf(changed))) << block << " " << value;
@@ -184,7 +187,7 @@ TEST_F(ExtremesFolderTest, answersNothingWhereAProbedBlockHasOtherExtremes)
     const std::vector<float> many = noise(64 * 1000 + 1);
     folder().keep(columnOf(many), extremesOfSamples(many));
     EXPECT_TRUE(folder().extremesOf(columnOf(many)));
-    for (const std::size_t place : { std::size_t { 0 }, many.size() - 1 }) {
+    for (const std::size_t place : {std::size_t{0}, many.size() - 1}) {
         std::vector<float> changed = many;
         changed[place] = 100.0F;
         EXPECT_FALSE(folder().extremesOf(columnOf(changed))) << place;
@@ -197,7 +200,7 @@ TEST_F(ExtremesFolderTest, thatCannotBeUsedIsAnEmptyOne)
 {
     const std::vector<float> samples = noise(100);
     write(path() / "file", "no folder");
-    for (const fs::path& place : { path() / "file", path() / "file" / "below", fs::path("/proc/nothing"), fs::path("") }) {
+    for (const fs::path& place : {path() / "file", path() / "file" / "below", fs::path("/proc/nothing"), fs::path("")}) {
         const ExtremesFolder unusable(place, 1);
         unusable.keep(columnOf(samples), extremesOfSamples(samples));
         EXPECT_FALSE(unusable.extremesOf(columnOf(samples))) << place;
@@ -261,7 +264,7 @@ TEST_F(ExtremesFolderTest, dropsTheOldestBeyondItsSize)
     }
     EXPECT_EQ(names().size(), 3U);
     folder(one).keep(columnOf(samples, 5), extremesOfSamples(samples));
-    EXPECT_EQ(names(), std::vector<std::string> { folder().pathFor(columnOf(samples, 5)).filename().string() });
+    EXPECT_EQ(names(), std::vector<std::string>{folder().pathFor(columnOf(samples, 5)).filename().string()});
     folder(one - 1).keep(columnOf(samples, 6), extremesOfSamples(samples));
     EXPECT_FALSE(folder().extremesOf(columnOf(samples, 6))) << "too long for itself";
     EXPECT_TRUE(folder().extremesOf(columnOf(samples, 5)));
@@ -273,9 +276,9 @@ TEST_F(ExtremesFolderTest, leavesOtherFilesButForOldUnfinishedOnes)
     folder().keep(columnOf(samples), extremesOfSamples(samples));
     const fs::path place = folder().path();
     const auto old = fs::file_time_type::clock::now() - std::chrono::hours(2);
-    for (const char* name : { "notes.txt", "a.extremes.AbCdEf", "b.extremes.AbCdEf" })
+    for (const char* name : {"notes.txt", "a.extremes.AbCdEf", "b.extremes.AbCdEf"})
         write(place / name, "x");
-    for (const char* name : { "notes.txt", "a.extremes.AbCdEf" })
+    for (const char* name : {"notes.txt", "a.extremes.AbCdEf"})
         fs::last_write_time(place / name, old);
     folder(1000).keep(columnOf(samples, 9), extremesOfSamples(samples));
     EXPECT_TRUE(fs::exists(place / "notes.txt"));
@@ -316,7 +319,7 @@ TEST_F(ExtremesFolderTest, isSharedByThreadsAndProcesses)
         ASSERT_EQ(::waitpid(child, &status, 0), child);
         EXPECT_EQ(status, 0);
     }
-    EXPECT_EQ(names(), std::vector<std::string> { folder().pathFor(column).filename().string() }) << "nothing unfinished is left";
+    EXPECT_EQ(names(), std::vector<std::string>{folder().pathFor(column).filename().string()}) << "nothing unfinished is left";
 }
 
 TEST_F(ExtremesFolderTest, keepsWhatReadingFinds)
@@ -387,7 +390,7 @@ TEST_F(ExtremesFolderTest, keepsNothingOfAFileThatChangesWhileItIsRead)
         return true;
     };
     EXPECT_EQ(readMeasurements(file.path(), settings).rowCount(), 2'000'000U);
-    EXPECT_EQ(names(), std::vector<std::string> {});
+    EXPECT_EQ(names(), std::vector<std::string>{});
 }
 
 /// Sets variables of the environment for one test.
@@ -421,13 +424,13 @@ struct PlaceCase {
 TEST(ExtremesFolder, usualPlace)
 {
     const PlaceCase cases[] = {
-        { "/cache", "/home/one", nullptr, "/cache/tolvgraphing/extremes" },
-        { nullptr, "/home/one", nullptr, "/home/one/.cache/tolvgraphing/extremes" },
-        { "", "/home/one", "", "/home/one/.cache/tolvgraphing/extremes" },
-        { "cache", "/home/one", nullptr, "/home/one/.cache/tolvgraphing/extremes" },
-        { nullptr, nullptr, nullptr, "none" },
-        { "cache", "", nullptr, "none" },
-        { "/cache", "/home/one", "1", "none" },
+        {"/cache", "/home/one", nullptr, "/cache/tolvgraphing/extremes"},
+        {nullptr, "/home/one", nullptr, "/home/one/.cache/tolvgraphing/extremes"},
+        {"", "/home/one", "", "/home/one/.cache/tolvgraphing/extremes"},
+        {"cache", "/home/one", nullptr, "/home/one/.cache/tolvgraphing/extremes"},
+        {nullptr, nullptr, nullptr, "none"},
+        {"cache", "", nullptr, "none"},
+        {"/cache", "/home/one", "1", "none"},
     };
     for (const PlaceCase& one : cases) {
         Surroundings surroundings;

@@ -21,17 +21,17 @@ bool isSameWord(std::string_view text, std::string_view lowerCaseWord)
 FieldValue wordValue(std::string_view text)
 {
     if (isSameWord(text, "na") || isSameWord(text, "n/a") || isSameWord(text, "null"))
-        return { FieldKind::Empty, kGap };
+        return {FieldKind::Empty, kGap};
     bool isNegative = text.front() == '-';
     if (isNegative || text.front() == '+')
         text.remove_prefix(1);
     if (isSameWord(text, "nan"))
-        return { FieldKind::Empty, kGap };
+        return {FieldKind::Empty, kGap};
     if (isSameWord(text, "inf") || isSameWord(text, "infinity")) {
         constexpr float infinity = std::numeric_limits<float>::infinity();
-        return { FieldKind::Number, isNegative ? -infinity : infinity };
+        return {FieldKind::Number, isNegative ? -infinity : infinity};
     }
-    return { FieldKind::Word, kGap };
+    return {FieldKind::Word, kGap};
 }
 
 } // namespace
@@ -39,17 +39,17 @@ FieldValue wordValue(std::string_view text)
 FieldValue fieldValue(std::string_view text, NumberStyle style)
 {
     if (text.empty())
-        return { FieldKind::Empty, kGap };
+        return {FieldKind::Empty, kGap};
     const char* end = text.data() + text.size();
     float value = 0;
     if (scanNumber(text.data(), style.decimalMark, value) == end)
-        return { FieldKind::Number, value };
+        return {FieldKind::Number, value};
     char otherMark = style.decimalMark == ',' ? '.' : ',';
     if (style.allowsBothMarks && scanNumber(text.data(), otherMark, value) == end)
-        return { FieldKind::Number, value };
+        return {FieldKind::Number, value};
     if (text.size() >= 7 && (text[4] == '-' || text[4] == '/')) {
         if (auto days = daysOfDate(text))
-            return { FieldKind::Date, static_cast<float>(*days) };
+            return {FieldKind::Date, static_cast<float>(*days)};
     }
     return wordValue(text);
 }

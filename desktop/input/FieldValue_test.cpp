@@ -11,9 +11,9 @@ namespace {
 
 constexpr float kGap = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
-constexpr NumberStyle kPoint = { '.', false };
-constexpr NumberStyle kComma = { ',', false };
-constexpr NumberStyle kBoth = { '.', true };
+constexpr NumberStyle kPoint = {'.', false};
+constexpr NumberStyle kComma = {',', false};
+constexpr NumberStyle kBoth = {'.', true};
 
 struct FieldCase {
     const char* text;
@@ -26,6 +26,7 @@ TEST(FieldValue, kinds)
 {
     // clang-format off
     const FieldCase cases[] = {
+        // clang-format off
         { "",           kPoint, FieldKind::Empty,  kGap },
         { "nan",        kPoint, FieldKind::Empty,  kGap },
         { "-NaN",       kPoint, FieldKind::Empty,  kGap },
@@ -50,6 +51,7 @@ TEST(FieldValue, kinds)
         { "rain",       kPoint, FieldKind::Word,   kGap },
         { "nanometre",  kPoint, FieldKind::Word,   kGap },
         { "5 V",        kPoint, FieldKind::Word,   kGap },
+        // clang-format on
     };
     // clang-format on
     for (const FieldCase& fieldCase : cases) {

@@ -20,8 +20,8 @@ std::optional<FileIdentity> identityOfDescriptor(int descriptor)
     struct stat status = {};
     if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
-    return FileIdentity { static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino), static_cast<std::uint64_t>(status.st_size), nanoseconds(status.st_mtim),
-        nanoseconds(status.st_ctim) };
+    return FileIdentity{static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino), static_cast<std::uint64_t>(status.st_size),
+        nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
 }
 
 void requireLength(int descriptor, std::uint64_t length, const std::string& name)

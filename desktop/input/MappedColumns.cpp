@@ -14,21 +14,16 @@ namespace TOLVGraphing::input {
 namespace {
 
 /// Samples between two looks at whether anyone wants to cancel.
-constexpr std::size_t kBlockSamples = std::size_t { 1 } << 20;
+constexpr std::size_t kBlockSamples = std::size_t{1} << 20;
 
 class ColumnMapper {
 public:
-    ColumnMapper(ByteSource& source, const ReadSettings& settings, std::shared_ptr<const MappedFile> file)
-        : m_source(source)
-        , m_settings(settings)
-        , m_file(std::move(file))
-    {
-    }
+    ColumnMapper(ByteSource& source, const ReadSettings& settings, std::shared_ptr<const MappedFile> file) : m_source(source), m_settings(settings), m_file(std::move(file)) {}
 
     void take(MeasurementColumn& column, std::uint64_t offset, std::size_t rowCount)
     {
         const auto* first = reinterpret_cast<const float*>(m_file->bytes().data() + offset);
-        const FileColumn place { m_file->identity(), offset, sizeof(float), { first, rowCount } };
+        const FileColumn place{m_file->identity(), offset, sizeof(float), {first, rowCount}};
         const bool isKept = m_settings.extremesFolder && m_settings.extremesFolder->takes(place);
         std::optional<ColumnExtremes> known = isKept ? kept(place) : std::nullopt;
         if (known)

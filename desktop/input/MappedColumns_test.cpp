@@ -44,18 +44,18 @@ struct MappingCase {
 
 TEST(MappedColumns, areThoseThatLieWholeInTheFile)
 {
-    const std::vector<float> six { 1, 2, kNaN, 4, 5, 6 };
+    const std::vector<float> six{1, 2, kNaN, 4, 5, 6};
     std::string bigEndian = alignedNpyOfFloats(six, "(6,)");
     bigEndian.replace(bigEndian.find('<'), 1, ">");
     const MappingCase cases[] = {
-        { "one dimension", alignedNpyOfFloats(six, "(6,)"), ".npy", true, "column 1: 1 2 nan 4 5 6" },
-        { "one column", alignedNpyOfFloats(six, "(6, 1)"), ".npy", true, "column 1: 1 2 nan 4 5 6" },
-        { "Fortran order", alignedNpyOfFloats(six, "(3, 2)", true), ".npy", true, "column 1: 1 2 nan | column 2: 4 5 6" },
-        { "row by row", alignedNpyOfFloats(six, "(3, 2)"), ".npy", false, "column 1: 1 nan 5 | column 2: 2 4 6" },
-        { "bytes behind the elements", alignedNpyOfFloats(six, "(5,)"), ".npy", true, "column 1: 1 2 nan 4 5" },
-        { "no multiple of four bytes", npyOfFloats(six, "(6,)", false, 61 - npyOfFloats({}, "(6,)").size() % 4), ".npy", false, "column 1: 1 2 nan 4 5 6" },
-        { "raw", bytesOfFloats(six), ".f32", true, "column 1: 1 2 nan 4 5 6" },
-        { "raw, large letters", bytesOfFloats(six), ".F32", true, "column 1: 1 2 nan 4 5 6" },
+        {"one dimension", alignedNpyOfFloats(six, "(6,)"), ".npy", true, "column 1: 1 2 nan 4 5 6"},
+        {"one column", alignedNpyOfFloats(six, "(6, 1)"), ".npy", true, "column 1: 1 2 nan 4 5 6"},
+        {"Fortran order", alignedNpyOfFloats(six, "(3, 2)", true), ".npy", true, "column 1: 1 2 nan | column 2: 4 5 6"},
+        {"row by row", alignedNpyOfFloats(six, "(3, 2)"), ".npy", false, "column 1: 1 nan 5 | column 2: 2 4 6"},
+        {"bytes behind the elements", alignedNpyOfFloats(six, "(5,)"), ".npy", true, "column 1: 1 2 nan 4 5"},
+        {"no multiple of four bytes", npyOfFloats(six, "(6,)", false, 61 - npyOfFloats({}, "(6,)").size() % 4), ".npy", false, "column 1: 1 2 nan 4 5 6"},
+        {"raw", bytesOfFloats(six), ".f32", true, "column 1: 1 2 nan 4 5 6"},
+        {"raw, large letters", bytesOfFloats(six), ".F32", true, "column 1: 1 2 nan 4 5 6"},
     };
     for (const MappingCase& one : cases) {
         SCOPED_TRACE(one.name);
@@ -75,7 +75,7 @@ TEST(MappedColumns, areThoseThatLieWholeInTheFile)
 
 TEST(MappedColumns, becomeSeriesWithoutACopy)
 {
-    const TemporaryFile file(alignedNpyOfFloats({ 0, 1, 2, 5, -3, 4 }, "(3, 2)", true), ".npy");
+    const TemporaryFile file(alignedNpyOfFloats({0, 1, 2, 5, -3, 4}, "(3, 2)", true), ".npy");
     MeasurementTable table = readMeasurements(file.path(), mapping());
     const float* x = table.columns[0].values.data();
     const float* y = table.columns[1].values.data();
@@ -90,12 +90,12 @@ TEST(MappedColumns, becomeSeriesWithoutACopy)
 
 TEST(MappedColumns, areCopiedWhereTheyHaveToChange)
 {
-    const TemporaryFile file(bytesOfFloats({ 1, std::numeric_limits<float>::infinity(), 3 }), ".f32");
+    const TemporaryFile file(bytesOfFloats({1, std::numeric_limits<float>::infinity(), 3}), ".f32");
     MeasurementTable table = readMeasurements(file.path(), mapping());
     ColumnRequest request;
     request.categories = true;
     const SeriesSelection selection = selectSeries(std::move(table), request);
-    EXPECT_EQ(selection.notes, std::vector<std::string> { "column 1: 1 row without a number is left empty" });
+    EXPECT_EQ(selection.notes, std::vector<std::string>{"column 1: 1 row without a number is left empty"});
     EXPECT_EQ(testing::textOfValue(selection.series[0].data->Y()->components()[1]), "nan");
     EXPECT_EQ(summary(readMeasurements(file.path())), "column 1: 1 inf 3");
 }
@@ -104,7 +104,7 @@ TEST(MappedColumns, outliveTheirFile)
 {
     std::shared_ptr<const TOLVRealVector> vector;
     {
-        const TemporaryFile file(bytesOfFloats({ 1, 2, 3 }), ".f32");
+        const TemporaryFile file(bytesOfFloats({1, 2, 3}), ".f32");
         vector = readMeasurements(file.path(), mapping()).columns[0].values.takeVector();
     }
     EXPECT_EQ(vector->components()[2], 3.0F);
@@ -121,7 +121,7 @@ TEST(MappedColumns, areFollowedAndCancelled)
         return true;
     };
     EXPECT_TRUE(readMeasurements(file.path(), settings).columns[0].values.areElsewhere()) << "20 MB are long enough";
-    EXPECT_EQ(places, (std::vector<std::uint64_t> { 4'194'304, 8'388'608, 12'582'912, 16'777'216, 20'000'000 }));
+    EXPECT_EQ(places, (std::vector<std::uint64_t>{4'194'304, 8'388'608, 12'582'912, 16'777'216, 20'000'000}));
     settings.progress = [](const ReadProgress& progress) { return progress.bytesRead < 8'388'608; };
     EXPECT_THROW(static_cast<void>(readMeasurements(file.path(), settings)), ReadingCancelled);
 }
@@ -141,7 +141,7 @@ TEST(MappedColumns, sayWhenTheFileIsCutWhileItIsRead)
 
 TEST(MappedColumns, knowTheirFile)
 {
-    const TemporaryFile file(bytesOfFloats({ 1, 2, 3 }), ".f32");
+    const TemporaryFile file(bytesOfFloats({1, 2, 3}), ".f32");
     MeasurementTable table = readMeasurements(file.path(), mapping());
     ASSERT_NE(table.mappedFile(), nullptr);
     EXPECT_EQ(table.mappedFile()->bytes().size(), 12U);

@@ -41,14 +41,14 @@ std::string errorAtPath(const std::string& path)
 TEST(MappedFile, hasTheBytesOfTheFile)
 {
     const std::string page(static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)), 'p');
-    for (const std::string& content : { std::string("a"), std::string("one\0two", 7), page, page + "q", page + page }) {
+    for (const std::string& content : {std::string("a"), std::string("one\0two", 7), page, page + "q", page + page}) {
         const TemporaryFile file(content);
         const auto mapped = MappedFile::fileAtPath(file.path());
         EXPECT_EQ(textOf(*mapped), content) << content.size();
-        EXPECT_EQ(mapped->bytes().data()[content.size()], std::byte { 0 }) << "behind the end";
+        EXPECT_EQ(mapped->bytes().data()[content.size()], std::byte{0}) << "behind the end";
         EXPECT_EQ(mapped->identity().size, content.size());
         EXPECT_FALSE(mapped->hasLostPages());
-        for (const auto access : { MappedFile::Access::Sequential, MappedFile::Access::Scattered, MappedFile::Access::Usual })
+        for (const auto access : {MappedFile::Access::Sequential, MappedFile::Access::Scattered, MappedFile::Access::Usual})
             mapped->expectAccess(access);
         EXPECT_EQ(textOf(*mapped), content) << content.size();
     }
@@ -123,13 +123,14 @@ std::string missingIn(const MappedFile& file)
 TEST(MappedFile, saysWhenTheFileHasBecomeShorter)
 {
     const std::size_t length = 3'000'001;
-    for (const std::size_t left : { std::size_t { 3'000'000 }, std::size_t { 2'999'296 }, std::size_t { 2'998'273 }, std::size_t { 4096 }, std::size_t { 1 }, std::size_t { 0 } }) {
+    for (const std::size_t left : {std::size_t{3'000'000}, std::size_t{2'999'296}, std::size_t{2'998'273}, std::size_t{4096}, std::size_t{1}, std::size_t{0}}) {
         SCOPED_TRACE(left);
         const TemporaryFile file(std::string(length, 'x'));
         const auto mapped = MappedFile::fileAtPath(file.path());
         EXPECT_EQ(missingIn(*mapped), "");
         ASSERT_EQ(::truncate(file.path().c_str(), static_cast<off_t>(left)), 0);
-        EXPECT_EQ(missingIn(*mapped), "NAME: became shorter while it was read, " + std::to_string(left) + " bytes are left, expected 3000001") << "also where nothing was touched, and where pages are cut in two";
+        EXPECT_EQ(missingIn(*mapped), "NAME: became shorter while it was read, " + std::to_string(left) + " bytes are left, expected 3000001")
+            << "also where nothing was touched, and where pages are cut in two";
     }
 }
 
@@ -138,7 +139,7 @@ TEST(MappedFile, remembersLostBytesOfAFileThatHasGrownAgain)
     const TemporaryFile file(std::string(100'000, 'x'));
     const auto mapped = MappedFile::fileAtPath(file.path());
     ASSERT_EQ(::truncate(file.path().c_str(), 0), 0);
-    EXPECT_EQ(mapped->bytes()[50'000], std::byte { 0 });
+    EXPECT_EQ(mapped->bytes()[50'000], std::byte{0});
     ASSERT_EQ(::truncate(file.path().c_str(), 200'000), 0);
     EXPECT_EQ(missingIn(*mapped), "NAME: bytes that were lost while the file was read, expected all 100000 to be readable");
 }
@@ -169,7 +170,7 @@ TEST(MappedFile, ofACutFileHasZerosBehindTheNewEnd)
     EXPECT_EQ(textOf(*mapped), expected);
     EXPECT_TRUE(mapped->hasLostPages());
     EXPECT_FALSE(other->hasLostPages());
-    EXPECT_EQ(other->bytes()[length - 1], std::byte { 0 });
+    EXPECT_EQ(other->bytes()[length - 1], std::byte{0});
     EXPECT_TRUE(other->hasLostPages());
 }
 

@@ -25,7 +25,7 @@ namespace {
 static_assert(std::atomic<std::uintptr_t>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
 /// A file cut to nothing is replaced in steps of this length, so that it costs few signals.
-constexpr std::uintptr_t kReplacedLength = std::uintptr_t { 1 } << 20;
+constexpr std::uintptr_t kReplacedLength = std::uintptr_t{1} << 20;
 
 std::array<MappingGuard::Range, 256> ranges;
 std::once_flag handlerIsInstalled;

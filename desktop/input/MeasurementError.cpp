@@ -27,10 +27,7 @@ MeasurementError::MeasurementError(std::string file, std::size_t line, std::stri
 {
 }
 
-ReadingCancelled::ReadingCancelled(const std::string& file)
-    : std::runtime_error(file + ": reading was cancelled")
-{
-}
+ReadingCancelled::ReadingCancelled(const std::string& file) : std::runtime_error(file + ": reading was cancelled") {}
 
 std::string quotedExcerpt(std::string_view bytes)
 {

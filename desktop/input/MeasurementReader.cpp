@@ -23,23 +23,23 @@ struct ForeignKind {
 
 /// Binary files that are likely to be tried, so that the message can name them.
 constexpr ForeignKind kForeignKinds[] = {
-    { "\x1F\x8B"sv, "a gzip-compressed file" },
-    { "BZh"sv, "a bzip2-compressed file" },
-    { "\xFD"
-      "7zXZ"sv,
-        "an xz-compressed file" },
-    { "\x28\xB5\x2F\xFD"sv, "a zstd-compressed file" },
-    { "PK\3\4"sv, "a zip archive (a spreadsheet or an npz file, perhaps)" },
-    { "\xD0\xCF\x11\xE0"sv, "an old spreadsheet or document file" },
-    { "%PDF-"sv, "a PDF file" },
-    { "\x89PNG"sv, "a PNG image" },
-    { "\xFF\xD8\xFF"sv, "a JPEG image" },
-    { "\x89HDF"sv, "an HDF5 file" },
-    { "MATLAB 5.0 MAT"sv, "a MAT-file" },
-    { "SQLite format 3"sv, "a database file" },
-    { "\x7F"
-      "ELF"sv,
-        "a program" },
+    {"\x1F\x8B"sv, "a gzip-compressed file"},
+    {"BZh"sv, "a bzip2-compressed file"},
+    {"\xFD"
+     "7zXZ"sv,
+        "an xz-compressed file"},
+    {"\x28\xB5\x2F\xFD"sv, "a zstd-compressed file"},
+    {"PK\3\4"sv, "a zip archive (a spreadsheet or an npz file, perhaps)"},
+    {"\xD0\xCF\x11\xE0"sv, "an old spreadsheet or document file"},
+    {"%PDF-"sv, "a PDF file"},
+    {"\x89PNG"sv, "a PNG image"},
+    {"\xFF\xD8\xFF"sv, "a JPEG image"},
+    {"\x89HDF"sv, "an HDF5 file"},
+    {"MATLAB 5.0 MAT"sv, "a MAT-file"},
+    {"SQLite format 3"sv, "a database file"},
+    {"\x7F"
+     "ELF"sv,
+        "a program"},
 };
 
 MeasurementTable readByKind(ByteSource& source, const ReadSettings& settings)

@@ -51,8 +51,7 @@ TEST(MeasurementReader, fileWithoutPermission)
 /// Puts a pipe in the place of standard input, fed with a text in small pieces from a thread.
 class PipedInput {
 public:
-    explicit PipedInput(const std::string& content)
-        : m_saved(::dup(STDIN_FILENO))
+    explicit PipedInput(const std::string& content) : m_saved(::dup(STDIN_FILENO))
     {
         int ends[2];
         if (::pipe(ends) != 0)
@@ -152,11 +151,11 @@ TEST(MeasurementReader, fileThatBecomesShorterWhileItIsRead)
     ASSERT_EQ(text.size(), 13'500'000U);
     std::string wave = "RIFF\x24\x6C\xDC\2WAVEfmt \x10\0\0\0\1\0\1\0\x40\x1F\0\0\x80\x3E\0\0\2\0\x10\0data\0\x6C\xDC\2"s;
     wave.resize(wave.size() + 48'000'000, '\1');
-    for (const off_t left : { off_t { 0 }, off_t { 1 }, off_t { 4'194'304 }, off_t { 9'000'000 }, off_t { 13'499'999 } }) {
+    for (const off_t left : {off_t{0}, off_t{1}, off_t{4'194'304}, off_t{9'000'000}, off_t{13'499'999}}) {
         const std::string shorter = ": became shorter while it was read, " + std::to_string(left) + " bytes are left, expected ";
         EXPECT_EQ(summaryOfCutFile(text, ".csv", left), shorter + "13500000");
-        EXPECT_EQ(summaryOfCutFile(text.substr(0, 12'000'000), ".f64", std::min(left, off_t { 11'999'999 })),
-            ": became shorter while it was read, " + std::to_string(std::min(left, off_t { 11'999'999 })) + " bytes are left, expected 12000000");
+        EXPECT_EQ(summaryOfCutFile(text.substr(0, 12'000'000), ".f64", std::min(left, off_t{11'999'999})),
+            ": became shorter while it was read, " + std::to_string(std::min(left, off_t{11'999'999})) + " bytes are left, expected 12000000");
         EXPECT_EQ(summaryOfCutFile(wave, ".wav", left), shorter + "48000044");
     }
     EXPECT_EQ(summaryOfCutFile(text, ".csv", 13'500'000), "3000000 rows") << "a file that stays as it is";
@@ -248,7 +247,7 @@ std::string rowText(const MeasurementTable& table, std::size_t row)
     return text;
 }
 
-class ForeignMeasurements : public ::testing::TestWithParam<ForeignCase> { };
+class ForeignMeasurements : public ::testing::TestWithParam<ForeignCase> {};
 
 TEST_P(ForeignMeasurements, areRead)
 {
@@ -266,19 +265,20 @@ TEST_P(ForeignMeasurements, areRead)
 }
 
 const ForeignCase kForeignCases[] = {
-    { "co2-mm-mlo_broken-columns.csv", 820, "Date(date)|Decimal Date|Average|Interpolated|Trend|Number of Days|column 7", "comma, decimal point, 1 header row",
-        "-4324 1958.2028 315.71 314.44 -1 -9.99 -0.99", "20605 2026.4583 431.44 429.06 19 0.35 0.15" },
-    { "ecg_mitdb208_108000.csv", 108000, "sample|ecg_mV", "comma, decimal point, 1 header row", "0 -0.245", "107999 -0.385" },
-    { "fr_autoeq_AKG_K371.csv", 613, "frequency|raw", "comma, decimal point, 1 header row", "20 5.69", "20000 -16.53" },
-    { "fr_sbaf_Focal-Utopia-L.txt", 696, "column 1|column 2", "blanks, decimal point, 0 header rows", "20 -1.47", "20000 -4.42" },
-    { "fr_sbaf_Grado-SR60-L.txt", 696, "column 1|column 2", "blanks, decimal point, 0 header rows", "20 -11.17", "20000 -15.35" },
-    { "fr_sbaf_Sennheiser-HD600-L.txt", 696, "column 1|column 2", "blanks, decimal point, 0 header rows", "20 -8.92", "20000 -1.94" },
-    { "scope_DS1052E_header-block.csv", 8192, "Time (s)|Voltage (V)|Voltage (V)", "comma, decimal point, 1 header row, 16 skipped lines", "0 1.72 9.92", "1.6382e-05 -0.04 4.96" },
-    { "scope_DS1102E-D_units-row.csv", 600, "X[Second]|CH1[Volt]|CH2[Volt]", "comma, decimal point, 2 header rows", "-0.00059999997 -1.28 5.4", "0.000598 -1.36 5.4" },
-    { "vega_co2-concentration.csv", 741, "Date(date)|CO2|adjusted CO2", "comma, decimal point, 1 header row", "-4324 315.7 314.44", "18353 416.18 413.35" },
-    { "vega_global-temp.csv", 144, "year|temp", "comma, decimal point, 1 header row", "1880 -0.17", "2023 1.17" },
-    { "vega_iowa-electricity.csv", 51, "year(date)|source(text)|net_generation", "comma, decimal point, 1 header row", "11323 nan 35361", "17167 nan 21933" },
-    { "vega_seattle-weather.csv", 1461, "date(date)|precipitation|temp_max|temp_min|wind|weather(text)", "comma, decimal point, 1 header row", "15340 0 12.8 5 4.7 nan", "16800 0 5.6 -2.1 3.5 nan" },
+    {"co2-mm-mlo_broken-columns.csv", 820, "Date(date)|Decimal Date|Average|Interpolated|Trend|Number of Days|column 7", "comma, decimal point, 1 header row",
+        "-4324 1958.2028 315.71 314.44 -1 -9.99 -0.99", "20605 2026.4583 431.44 429.06 19 0.35 0.15"},
+    {"ecg_mitdb208_108000.csv", 108000, "sample|ecg_mV", "comma, decimal point, 1 header row", "0 -0.245", "107999 -0.385"},
+    {"fr_autoeq_AKG_K371.csv", 613, "frequency|raw", "comma, decimal point, 1 header row", "20 5.69", "20000 -16.53"},
+    {"fr_sbaf_Focal-Utopia-L.txt", 696, "column 1|column 2", "blanks, decimal point, 0 header rows", "20 -1.47", "20000 -4.42"},
+    {"fr_sbaf_Grado-SR60-L.txt", 696, "column 1|column 2", "blanks, decimal point, 0 header rows", "20 -11.17", "20000 -15.35"},
+    {"fr_sbaf_Sennheiser-HD600-L.txt", 696, "column 1|column 2", "blanks, decimal point, 0 header rows", "20 -8.92", "20000 -1.94"},
+    {"scope_DS1052E_header-block.csv", 8192, "Time (s)|Voltage (V)|Voltage (V)", "comma, decimal point, 1 header row, 16 skipped lines", "0 1.72 9.92", "1.6382e-05 -0.04 4.96"},
+    {"scope_DS1102E-D_units-row.csv", 600, "X[Second]|CH1[Volt]|CH2[Volt]", "comma, decimal point, 2 header rows", "-0.00059999997 -1.28 5.4", "0.000598 -1.36 5.4"},
+    {"vega_co2-concentration.csv", 741, "Date(date)|CO2|adjusted CO2", "comma, decimal point, 1 header row", "-4324 315.7 314.44", "18353 416.18 413.35"},
+    {"vega_global-temp.csv", 144, "year|temp", "comma, decimal point, 1 header row", "1880 -0.17", "2023 1.17"},
+    {"vega_iowa-electricity.csv", 51, "year(date)|source(text)|net_generation", "comma, decimal point, 1 header row", "11323 nan 35361", "17167 nan 21933"},
+    {"vega_seattle-weather.csv", 1461, "date(date)|precipitation|temp_max|temp_min|wind|weather(text)", "comma, decimal point, 1 header row", "15340 0 12.8 5 4.7 nan",
+        "16800 0 5.6 -2.1 3.5 nan"},
 };
 INSTANTIATE_TEST_SUITE_P(Files, ForeignMeasurements, ::testing::ValuesIn(kForeignCases), [](const auto& parameter) { return "file" + std::to_string(parameter.index); });
 
@@ -307,8 +307,13 @@ std::vector<std::string> seeds()
         "# comment\n20.00 -05.58\r\n20.20 +01.00\r\n20.40 nan\r\n",
         "datum;wert;wort\n2012-01-01T12:30:45.5Z;1,5;ja\n2012-01-02 00:00:00+02:00;2,75;nein\n2012-13-45;;\n",
         "x\ty\n1,5\t2,5\n\t7\n3\t1e400\n",
-        "\xEF\xBB\xBF" "1;2\r3;4\r",
-        "\xFF\xFE" "1\0,\0" "2\0\n\0" "3\0,\0" "4\0\n\0"s,
+        "\xEF\xBB\xBF"
+        "1;2\r3;4\r",
+        "\xFF\xFE"
+        "1\0,\0"
+        "2\0\n\0"
+        "3\0,\0"
+        "4\0\n\0"s,
         "\x93NUMPY\1\0\x40\0"s + "{'descr': '<f4', 'fortran_order': False, 'shape': (2, 2), }    \n"s + std::string(16, '\x3F'),
         "\x93NUMPY\2\0\x40\0\0\0"s + "{'descr': '>i2', 'fortran_order': True, 'shape': (4,), }       \n"s + "\0\1\0\2\0\3\0\4"s,
         "RIFF\x28\0\0\0WAVEfmt \x10\0\0\0\1\0\1\0\2\0\0\0\4\0\0\0\2\0\x10\0data\4\0\0\0\0\x40\0\xC0"s,
@@ -330,12 +335,8 @@ void mutate(std::string& content, const std::vector<std::string>& others, std::m
         if (place < content.size())
             content[place] = static_cast<char>(below(256));
         break;
-    case 2:
-        content.insert(place, 1, interesting[below(interesting.size())]);
-        break;
-    case 3:
-        content.erase(place, 1 + below(12));
-        break;
+    case 2: content.insert(place, 1, interesting[below(interesting.size())]); break;
+    case 3: content.erase(place, 1 + below(12)); break;
     case 4:
         for (std::size_t count = 1 + below(40), length = below(20); count > 0; --count)
             content.insert(place, content.substr(place, length));
@@ -346,9 +347,7 @@ void mutate(std::string& content, const std::vector<std::string>& others, std::m
         content.insert(place, other.substr(otherPlace, below(60)));
         break;
     }
-    default:
-        content.resize(place);
-        break;
+    default: content.resize(place); break;
     }
 }
 
@@ -376,7 +375,7 @@ TEST(MeasurementReader, brokenFilesAreTablesOrErrors)
     const std::vector<std::string> valid = seeds();
     TemporaryFile file("");
     ReadSettings settings;
-    settings.keptTextColumns = { "column 2", "b", "y", "wort" };
+    settings.keptTextColumns = {"column 2", "b", "y", "wort"};
     settings.keepsTextsOfTextColumns = true;
     std::size_t tables = 0;
     std::size_t errors = 0;
@@ -389,7 +388,7 @@ TEST(MeasurementReader, brokenFilesAreTablesOrErrors)
             mutate(content, valid, random);
         file.write(content);
         try {
-            expectConsistent(readMeasurements(file.path(), round % 2 == 0 ? settings : ReadSettings {}));
+            expectConsistent(readMeasurements(file.path(), round % 2 == 0 ? settings : ReadSettings{}));
             ++tables;
         } catch (const MeasurementError& error) {
             ASSERT_EQ(error.file(), file.path());

@@ -25,12 +25,9 @@ std::string numberText(double number)
 std::string_view columnKindName(ColumnKind kind)
 {
     switch (kind) {
-    case ColumnKind::Number:
-        return "number";
-    case ColumnKind::Date:
-        return "date";
-    case ColumnKind::Text:
-        return "text";
+    case ColumnKind::Number: return "number";
+    case ColumnKind::Date: return "date";
+    case ColumnKind::Text: return "text";
     }
     return "number";
 }
@@ -38,16 +35,11 @@ std::string_view columnKindName(ColumnKind kind)
 std::string delimiterName(char delimiter)
 {
     switch (delimiter) {
-    case ',':
-        return "comma";
-    case ';':
-        return "semicolon";
-    case '\t':
-        return "tab";
-    case ' ':
-        return "blanks";
-    default:
-        return std::string("'") + delimiter + "'";
+    case ',': return "comma";
+    case ';': return "semicolon";
+    case '\t': return "tab";
+    case ' ': return "blanks";
+    default: return std::string("'") + delimiter + "'";
     }
 }
 
@@ -72,9 +64,8 @@ std::string MeasurementColumn::text() const
 bool operator==(const MeasurementColumn& left, const MeasurementColumn& right)
 {
     auto isSame = [](float first, float second) { return first == second || (std::isnan(first) && std::isnan(second)); };
-    return left.number == right.number && left.name == right.name && left.unit == right.unit && left.kind == right.kind
-        && left.gapCount == right.gapCount && left.wordCount == right.wordCount && left.texts == right.texts
-        && std::equal(left.values.begin(), left.values.end(), right.values.begin(), right.values.end(), isSame);
+    return left.number == right.number && left.name == right.name && left.unit == right.unit && left.kind == right.kind && left.gapCount == right.gapCount
+        && left.wordCount == right.wordCount && left.texts == right.texts && std::equal(left.values.begin(), left.values.end(), right.values.begin(), right.values.end(), isSame);
 }
 
 std::string TableFormat::text() const

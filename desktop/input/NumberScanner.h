@@ -12,10 +12,12 @@ namespace TOLVGraphing::input {
 
 namespace detail {
 
-inline bool isDigit(char character) { return static_cast<unsigned char>(character - '0') < 10; }
+inline bool isDigit(char character)
+{
+    return static_cast<unsigned char>(character - '0') < 10;
+}
 
-inline constexpr double kPowersOfTen[] = { 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18,
-    1e19, 1e20, 1e21, 1e22 };
+inline constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 /// Scans `e+05` and its like behind the digits. Returns null where the digits are missing.
 inline const char* scanExponent(const char* position, int& exponent)
@@ -74,7 +76,7 @@ inline const char* scanNumber(const char* position, char decimalMark, float& val
     // the decimal number. Rounding that to float gives the float nearest to the decimal number, unless the double lies exactly half-way
     // between two floats: then the lost bits decide, and only the exact way knows them. The magnitude is between 1e-22 and 1e38 or zero, so
     // the float is a normal one.
-    if (digitCount <= 19 && digits <= (std::uint64_t { 1 } << 53U) && exponent >= -22 && exponent <= 22) {
+    if (digitCount <= 19 && digits <= (std::uint64_t{1} << 53U) && exponent >= -22 && exponent <= 22) {
         double number = static_cast<double>(static_cast<std::int64_t>(digits));
         number = exponent < 0 ? number / detail::kPowersOfTen[-exponent] : number * detail::kPowersOfTen[exponent];
         constexpr std::uint64_t belowFloat = 0x1FFFFFFF;

@@ -26,6 +26,7 @@ TEST(NumberScanner, numbers)
 {
     // clang-format off
     const NumberCase cases[] = {
+        // clang-format off
         { "0",                '.', 0.0F,             1 },
         { "-0",               '.', -0.0F,            2 },
         { "+3",               '.', 3.0F,             2 },
@@ -61,6 +62,7 @@ TEST(NumberScanner, numbers)
         { "1e-99999999999999999999", '.', 0.0F,     23 },
         { "1.17549435e-38",   '.', 1.17549435e-38F, 14 },
         { "0.1000000000000000055511151231257827", '.', 0.1F, 36 },
+        // clang-format on
     };
     // clang-format on
     for (const NumberCase& numberCase : cases) {
@@ -75,9 +77,9 @@ TEST(NumberScanner, numbers)
 TEST(NumberScanner, notNumbers)
 {
     float value = 0;
-    for (const char* text : { "", "-", "+", ".", "-.", "e5", "x", "--5", "+-5", "1e", "1e+", "1ex", "5dB", " 1", "inf", "nan" })
+    for (const char* text : {"", "-", "+", ".", "-.", "e5", "x", "--5", "+-5", "1e", "1e+", "1ex", "5dB", " 1", "inf", "nan"})
         EXPECT_EQ(scanNumber(text, '.', value), nullptr) << text;
-    for (const char* text : { "1,", "-,", ",", "1,e5" })
+    for (const char* text : {"1,", "-,", ",", "1,e5"})
         EXPECT_EQ(scanNumber(text, ',', value), nullptr) << text;
 }
 

@@ -11,15 +11,12 @@ namespace TOLVGraphing::input {
 
 namespace {
 
-constexpr std::size_t kLongestHeader = std::size_t { 1 } << 20;
+constexpr std::size_t kLongestHeader = std::size_t{1} << 20;
 constexpr const char* kSupportedTypes = "expected f2, f4, f8, i1 to i8, u1 to u8 or b1";
 
 class NumpyHeaderReader {
 public:
-    explicit NumpyHeaderReader(ByteSource& source)
-        : m_source(source)
-    {
-    }
+    explicit NumpyHeaderReader(ByteSource& source) : m_source(source) {}
 
     NumpyHeader read();
 
@@ -73,7 +70,7 @@ void NumpyHeaderReader::readPrefix()
 std::string_view NumpyHeaderReader::valueOf(std::string_view key) const
 {
     std::string_view text = m_text;
-    for (char quote : { '\'', '"' }) {
+    for (char quote : {'\'', '"'}) {
         std::string quoted = quote + std::string(key) + quote;
         std::size_t place = text.find(quoted);
         if (place == std::string_view::npos)
@@ -106,7 +103,7 @@ void NumpyHeaderReader::parseElementType()
         m_header.byteOrder = type.front();
         type.remove_prefix(1);
     }
-    constexpr std::string_view supported[] = { "f2", "f4", "f8", "i1", "i2", "i4", "i8", "u1", "u2", "u4", "u8", "b1" };
+    constexpr std::string_view supported[] = {"f2", "f4", "f8", "i1", "i2", "i4", "i8", "u1", "u2", "u4", "u8", "b1"};
     for (std::string_view candidate : supported) {
         if (type != candidate)
             continue;

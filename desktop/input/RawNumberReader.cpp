@@ -44,7 +44,8 @@ MeasurementTable readRawNumbers(ByteSource& source, const ReadSettings& settings
         fail("raw numbers from a pipe", "expected a file, whose length says how many there are");
     const std::uint64_t rowBytes = layout.size * layout.columnCount;
     if (*source.totalBytes() % rowBytes != 0)
-        fail(counted(*source.totalBytes(), "byte"), "expected a multiple of " + std::to_string(rowBytes) + ", " + std::to_string(layout.size) + " bytes for each of " + counted(layout.columnCount, "channel"));
+        fail(counted(*source.totalBytes(), "byte"),
+            "expected a multiple of " + std::to_string(rowBytes) + ", " + std::to_string(layout.size) + " bytes for each of " + counted(layout.columnCount, "channel"));
     layout.rowCount = *source.totalBytes() / rowBytes;
     MeasurementTable table;
     table.sourceName = source.name();

@@ -14,18 +14,18 @@ namespace TOLVGraphing::input {
 /// The largest number of columns of any file. More is an error.
 inline constexpr std::size_t kMaximumColumnCount = 16384;
 /// The longest field of a text file, in bytes. More is an error.
-inline constexpr std::size_t kMaximumFieldLength = std::size_t { 1 } << 20;
+inline constexpr std::size_t kMaximumFieldLength = std::size_t{1} << 20;
 /// The longest line of a text file, in bytes. More is an error.
-inline constexpr std::size_t kMaximumLineLength = std::size_t { 16 } << 20;
+inline constexpr std::size_t kMaximumLineLength = std::size_t{16} << 20;
 
 /// The largest number of channels side by side in a file of raw numbers. More is an error.
 inline constexpr std::size_t kMaximumChannelCount = 1024;
 
 /// The most bytes from a pipe or device, which need not have an end. More is an error.
-inline constexpr std::uint64_t kMaximumPipedBytes = std::uint64_t { 1 } << 30;
+inline constexpr std::uint64_t kMaximumPipedBytes = std::uint64_t{1} << 30;
 /// The most samples of a sound file, its times counted too, whose bytes are too few for them otherwise: silence can be compressed beyond all bounds. Longer sounds may have kMaximumSoundValuesPerByte for each byte of the file. More is
 /// an error.
-inline constexpr std::uint64_t kMaximumSoundValues = std::uint64_t { 1 } << 28;
+inline constexpr std::uint64_t kMaximumSoundValues = std::uint64_t{1} << 28;
 inline constexpr std::uint64_t kMaximumSoundValuesPerByte = 64;
 
 /// How far reading has come.
@@ -60,7 +60,7 @@ struct ReadSettings {
     /// Channels side by side in a file of raw numbers, 1 to kMaximumChannelCount. Other files say themselves.
     std::size_t channelCount = 1;
     /// Files of at least this many bytes are mapped, where their columns can be used as they lie there, and stay mapped as long as the values are used; shorter ones are read, so that nothing can happen to them any more.
-    std::uint64_t shortestMappedFile = std::uint64_t { 4 } << 20;
+    std::uint64_t shortestMappedFile = std::uint64_t{4} << 20;
     /// Where the extremes of mapped columns are kept from one reading to the next. Nothing: nowhere.
     std::optional<ExtremesFolder> extremesFolder;
 

@@ -18,10 +18,9 @@ std::string FieldText::unquoted() const
     return asUtf8(result);
 }
 
-RecordSplitter::RecordSplitter(char delimiter)
-    : m_delimiter(delimiter)
+RecordSplitter::RecordSplitter(char delimiter) : m_delimiter(delimiter)
 {
-    for (char stop : { delimiter, '\n', '\r', '\0' })
+    for (char stop : {delimiter, '\n', '\r', '\0'})
         m_isStop[static_cast<unsigned char>(stop)] = true;
     if (delimiter == ' ')
         m_isStop[static_cast<unsigned char>('\t')] = true;
@@ -89,7 +88,7 @@ RecordSplitter::Status RecordSplitter::splitQuotedField(const char*& position, c
     if (*position == '\0')
         return position == end ? Status::Incomplete : Status::BinaryByte;
     m_lineCount += lines;
-    m_fields.push_back({ std::string_view(begin + 1, static_cast<std::size_t>(closing - begin - 1)), hasDoubledQuotes });
+    m_fields.push_back({std::string_view(begin + 1, static_cast<std::size_t>(closing - begin - 1)), hasDoubledQuotes});
     return Status::Complete;
 }
 
@@ -104,7 +103,7 @@ RecordSplitter::Status RecordSplitter::splitPlainField(const char* begin, const 
     const char* textEnd = position;
     while (textEnd > begin && isBlank(textEnd[-1]))
         --textEnd;
-    m_fields.push_back({ std::string_view(begin, static_cast<std::size_t>(textEnd - begin)), false });
+    m_fields.push_back({std::string_view(begin, static_cast<std::size_t>(textEnd - begin)), false});
     return Status::Complete;
 }
 

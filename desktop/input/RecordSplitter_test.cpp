@@ -14,18 +14,12 @@ std::string splitText(const std::string& text, char delimiter)
     RecordSplitter splitter(delimiter);
     const char* end = text.c_str() + text.size();
     switch (splitter.split(text.c_str(), end)) {
-    case Status::Incomplete:
-        return "incomplete";
-    case Status::OpenQuote:
-        return "open quote";
-    case Status::BinaryByte:
-        return "binary";
-    case Status::FieldTooLong:
-        return "too long";
-    case Status::TooManyFields:
-        return "too many";
-    case Status::Complete:
-        break;
+    case Status::Incomplete: return "incomplete";
+    case Status::OpenQuote: return "open quote";
+    case Status::BinaryByte: return "binary";
+    case Status::FieldTooLong: return "too long";
+    case Status::TooManyFields: return "too many";
+    case Status::Complete: break;
     }
     std::string result;
     for (const FieldText& field : splitter.fields())
@@ -43,40 +37,40 @@ TEST(RecordSplitter, records)
 {
     using namespace std::string_literals;
     const SplitCase cases[] = {
-        { "a,b\nrest", ',', "[a][b]1rest" },
-        { "a,b\r\nrest", ',', "[a][b]1rest" },
-        { "a,b\rrest", ',', "[a][b]1rest" },
-        { "\nrest", ',', "1rest" },
-        { "  \nrest", ',', "1rest" },
-        { ",\n", ',', "[][]1" },
-        { "a,\n", ',', "[a][]1" },
-        { "a,  \n", ',', "[a][]1" },
-        { " a , b c \n", ',', "[a][b c]1" },
-        { "\ta\t,b\n", ',', "[a][b]1" },
-        { "a\t\tb\n", '\t', "[a][][b]1" },
-        { " a  \t b  \n", ' ', "[a][b]1" },
-        { " \t \n", ' ', "1" },
-        { "\"a\" \"b c\"\n", ' ', "[a][b c]1" },
-        { "\"a\"b c\n", ' ', "[\"a\"b][c]1" },
-        { "\"a,b\",c\n", ',', "[a,b][c]1" },
-        { "\"a\"\"b\",\"\"\"\"\n", ',', "[a\"b][\"]1" },
-        { "\"\",b\n", ',', "[][b]1" },
-        { " \"a\" , \"b\" \n", ',', "[a][b]1" },
-        { "\"a\nb\r\nc\rd\",e\nrest", ',', "[a\nb\r\nc\rd][e]4rest" },
-        { "\"a\"b,c\n", ',', "[\"a\"b][c]1" },
-        { "\"a\nb\"c,d\n", ',', "[\"a]1b\"c,d\n" },
-        { "a\"b,c\n", ',', "[a\"b][c]1" },
-        { "a,b", ',', "incomplete" },
-        { "a,b\r", ',', "incomplete" },
-        { "a,\"b\"", ',', "incomplete" },
-        { "", ',', "incomplete" },
-        { "a,\"b", ',', "open quote" },
-        { "a,\"b\"\"", ',', "open quote" },
-        { "a,\0b\n"s, ',', "binary" },
-        { "a,\"\0b\"\n"s, ',', "binary" },
-        { std::string(16384, ',') + "\n", ',', "" },
-        { std::string(16385, ',') + "\n", ',', "too many" },
-        { std::string((1U << 20U) + 1, 'x') + "\n", ',', "too long" },
+        {"a,b\nrest", ',', "[a][b]1rest"},
+        {"a,b\r\nrest", ',', "[a][b]1rest"},
+        {"a,b\rrest", ',', "[a][b]1rest"},
+        {"\nrest", ',', "1rest"},
+        {"  \nrest", ',', "1rest"},
+        {",\n", ',', "[][]1"},
+        {"a,\n", ',', "[a][]1"},
+        {"a,  \n", ',', "[a][]1"},
+        {" a , b c \n", ',', "[a][b c]1"},
+        {"\ta\t,b\n", ',', "[a][b]1"},
+        {"a\t\tb\n", '\t', "[a][][b]1"},
+        {" a  \t b  \n", ' ', "[a][b]1"},
+        {" \t \n", ' ', "1"},
+        {"\"a\" \"b c\"\n", ' ', "[a][b c]1"},
+        {"\"a\"b c\n", ' ', "[\"a\"b][c]1"},
+        {"\"a,b\",c\n", ',', "[a,b][c]1"},
+        {"\"a\"\"b\",\"\"\"\"\n", ',', "[a\"b][\"]1"},
+        {"\"\",b\n", ',', "[][b]1"},
+        {" \"a\" , \"b\" \n", ',', "[a][b]1"},
+        {"\"a\nb\r\nc\rd\",e\nrest", ',', "[a\nb\r\nc\rd][e]4rest"},
+        {"\"a\"b,c\n", ',', "[\"a\"b][c]1"},
+        {"\"a\nb\"c,d\n", ',', "[\"a]1b\"c,d\n"},
+        {"a\"b,c\n", ',', "[a\"b][c]1"},
+        {"a,b", ',', "incomplete"},
+        {"a,b\r", ',', "incomplete"},
+        {"a,\"b\"", ',', "incomplete"},
+        {"", ',', "incomplete"},
+        {"a,\"b", ',', "open quote"},
+        {"a,\"b\"\"", ',', "open quote"},
+        {"a,\0b\n"s, ',', "binary"},
+        {"a,\"\0b\"\n"s, ',', "binary"},
+        {std::string(16384, ',') + "\n", ',', ""},
+        {std::string(16385, ',') + "\n", ',', "too many"},
+        {std::string((1U << 20U) + 1, 'x') + "\n", ',', "too long"},
     };
     for (const SplitCase& splitCase : cases) {
         std::string result = splitText(splitCase.text, splitCase.delimiter);

@@ -25,7 +25,7 @@ std::optional<std::string_view> behindKey(std::string_view line)
     if (sample == std::string_view::npos)
         return std::nullopt;
     line.remove_prefix(sample);
-    for (std::string_view word : { std::string_view("frequency"), std::string_view("freq"), std::string_view("rate") }) {
+    for (std::string_view word : {std::string_view("frequency"), std::string_view("freq"), std::string_view("rate")}) {
         std::size_t place = line.find(word);
         if (place != std::string_view::npos)
             return line.substr(place + word.size());

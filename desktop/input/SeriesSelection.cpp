@@ -144,8 +144,7 @@ std::optional<std::size_t> columnOfX(const MeasurementTable& table, const Column
         return table.columns.size() > 1 && !table.areColumnsChannels && table.columns[0].kind != ColumnKind::Text ? std::optional<std::size_t>(0) : std::nullopt;
     const auto index = columnOrRowNumber(table, *request.x);
     if (index && !hasValues(table.columns[*index])) {
-        throw MeasurementError(
-            table.sourceName, 0, "no number in column " + quotedExcerpt(table.columns[*index].displayName()), "expected numbers or dates for x");
+        throw MeasurementError(table.sourceName, 0, "no number in column " + quotedExcerpt(table.columns[*index].displayName()), "expected numbers or dates for x");
     }
     return index;
 }

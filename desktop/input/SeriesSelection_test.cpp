@@ -49,8 +49,9 @@ std::string errorOf(MeasurementTable&& input, const ColumnRequest& request)
 
 TEST(SeriesSelection, FirstColumnIsXAndEveryOtherNumberColumnASeries)
 {
-    const auto selection = selectSeries(
-        table({column("t", {0, 1, 2}, ColumnKind::Number, "s"), column("a", {5, 6, 7}, ColumnKind::Number, "V"), column("word", {kGap, kGap, kGap}, ColumnKind::Text), column("b", {1, 2, 3})}), {});
+    const auto selection = selectSeries(table({column("t", {0, 1, 2}, ColumnKind::Number, "s"), column("a", {5, 6, 7}, ColumnKind::Number, "V"),
+                                            column("word", {kGap, kGap, kGap}, ColumnKind::Text), column("b", {1, 2, 3})}),
+        {});
     ASSERT_EQ(selection.series.size(), 2U);
     EXPECT_EQ(selection.series[0].data->name(), "a");
     EXPECT_EQ(selection.series[0].unit, "V");
@@ -95,8 +96,7 @@ TEST(SeriesSelection, SamplesWithoutAFiniteNumberAreLeftOut)
     EXPECT_EQ(values(selection.series[0].data->X()), (std::vector<float>{0, 4}));
     EXPECT_EQ(values(selection.series[0].data->Y()), (std::vector<float>{5, 9}));
     EXPECT_EQ(values(selection.series[1].data->X()), (std::vector<float>{0, 2, 3, 4}));
-    EXPECT_EQ(selection.notes,
-        (std::vector<std::string>{"a: 3 samples without a number left out", "b: 1 sample without a number left out"}));
+    EXPECT_EQ(selection.notes, (std::vector<std::string>{"a: 3 samples without a number left out", "b: 1 sample without a number left out"}));
 }
 
 TEST(SeriesSelection, SamplesAreSortedByXStably)
@@ -238,9 +238,7 @@ TEST(CategorySelection, TheOnlyColumnIsDrawnAgainstItsRowNumber)
 
 TEST(CategorySelection, ColumnsCanBeChosen)
 {
-    const auto make = [] {
-        return table({column("t", {10, 20}), column("a", {3, 4}), columnWithTexts("name", {"p", "q"}, {kGap, kGap}, ColumnKind::Text), column("b", {5, 6})});
-    };
+    const auto make = [] { return table({column("t", {10, 20}), column("a", {3, 4}), columnWithTexts("name", {"p", "q"}, {kGap, kGap}, ColumnKind::Text), column("b", {5, 6})}); };
     const struct {
         const char* title;
         ColumnRequest request;
@@ -278,8 +276,8 @@ TEST(CategorySelection, ColumnsCanBeChosen)
 TEST(CategorySelection, OrdinatesThatAreNotFiniteAreLeftEmpty)
 {
     const float inf = std::numeric_limits<float>::infinity();
-    const auto selection = selectSeries(table({column("x", {1, 2, 3, 4}), column("a", {inf, 2, -inf, kGap}), column("b", {inf, kGap, kGap, kGap}), column("c", {kGap, kGap, kGap, kGap})}),
-        categories());
+    const auto selection = selectSeries(
+        table({column("x", {1, 2, 3, 4}), column("a", {inf, 2, -inf, kGap}), column("b", {inf, kGap, kGap, kGap}), column("c", {kGap, kGap, kGap, kGap})}), categories());
     ASSERT_EQ(selection.series.size(), 1U) << "columns without a number are no series";
     expectValues(selection.series[0].data->Y(), {kGap, 2, kGap, kGap});
     EXPECT_EQ(selection.notes, (Texts{"a: 3 rows without a number are left empty", "b: 4 rows without a number are left empty"}));
@@ -291,9 +289,11 @@ TEST(CategorySelection, ErrorsSayWhatWasFoundAndExpected)
     EXPECT_EQ(errorOf(countries(), categories({}, {}, "region")), "file.csv: no column 'region', expected a number from 1 to 3 or one of 'country', 'population', 'area'");
     EXPECT_EQ(errorOf(countries(), categories("4")), "file.csv: no column '4', expected a number from 1 to 3 or one of 'country', 'population', 'area'");
     EXPECT_EQ(errorOf(countries(), categories({}, {"country"})), "file.csv: no number in column 'country', expected a column of numbers");
-    EXPECT_EQ(errorOf(table({column("t", {0, 1}), column("w", {kGap, kGap}, ColumnKind::Text)}), categories()), "file.csv: no column of numbers to draw among 't', 'w', expected at least one besides x");
+    EXPECT_EQ(errorOf(table({column("t", {0, 1}), column("w", {kGap, kGap}, ColumnKind::Text)}), categories()),
+        "file.csv: no column of numbers to draw among 't', 'w', expected at least one besides x");
     EXPECT_EQ(errorOf(table({column("t", {0, 1}), column("a", {inf, kGap})}), categories()), "file.csv: no row with a finite number to draw, expected at least one");
-    EXPECT_EQ(errorOf(table({column("t", std::vector<float>(kMaximumCategoryCount + 1, 1.0F))}), categories()), "file.csv: 20001 rows to draw as categories, expected at most 20000");
+    EXPECT_EQ(
+        errorOf(table({column("t", std::vector<float>(kMaximumCategoryCount + 1, 1.0F))}), categories()), "file.csv: 20001 rows to draw as categories, expected at most 20000");
 }
 
 TEST(CategorySelection, AsManyCategoriesAsAllowed)

@@ -17,9 +17,9 @@ namespace TOLVGraphing::input {
 
 namespace {
 
-constexpr std::size_t kBlockLength = std::size_t { 1 } << 20;
+constexpr std::size_t kBlockLength = std::size_t{1} << 20;
 /// A header may promise any number of frames; room beyond this is made as they come.
-constexpr sf_count_t kMostReservedFrames = sf_count_t { 1 } << 24;
+constexpr sf_count_t kMostReservedFrames = sf_count_t{1} << 24;
 constexpr std::size_t kBlockFrames = 16384;
 
 struct SoundFileDeleter {
@@ -54,11 +54,10 @@ private:
     sf_count_t m_length = 0;
     sf_count_t m_place = 0;
     std::exception_ptr m_error;
-    SF_VIRTUAL_IO m_callbacks = { length, seek, read, write, tell };
+    SF_VIRTUAL_IO m_callbacks = {length, seek, read, write, tell};
 };
 
-SoundBytes::SoundBytes(ByteSource& source)
-    : m_source(source)
+SoundBytes::SoundBytes(ByteSource& source) : m_source(source)
 {
     if (source.totalBytes()) {
         m_length = static_cast<sf_count_t>(*source.totalBytes());
@@ -108,12 +107,7 @@ sf_count_t SoundBytes::read(void* target, sf_count_t count, void* self)
 
 class SoundReader {
 public:
-    SoundReader(ByteSource& source, const ReadSettings& settings)
-        : m_source(source)
-        , m_settings(settings)
-        , m_bytes(source)
-    {
-    }
+    SoundReader(ByteSource& source, const ReadSettings& settings) : m_source(source), m_settings(settings), m_bytes(source) {}
 
     MeasurementTable read();
 
@@ -197,7 +191,8 @@ void SoundReader::readFrames()
     }
     bool isWholeCountKnown = m_info.frames < SF_COUNT_MAX;
     if (sf_error(m_file.get()) != SF_ERR_NO_ERROR)
-        fail("a sound file that cannot be decoded behind frame " + std::to_string(m_frameCount) + " (" + sf_strerror(m_file.get()) + ")", "expected " + std::to_string(m_info.frames) + " frames");
+        fail("a sound file that cannot be decoded behind frame " + std::to_string(m_frameCount) + " (" + sf_strerror(m_file.get()) + ")",
+            "expected " + std::to_string(m_info.frames) + " frames");
     if (m_frameCount == 0 || (isWholeCountKnown && m_frameCount < static_cast<std::size_t>(m_info.frames)))
         fail("the end of the sound file behind frame " + std::to_string(m_frameCount), "expected " + std::to_string(m_info.frames) + " frames");
     reportProgress();
@@ -208,7 +203,8 @@ void SoundReader::requireRoomFor(std::size_t frameCount) const
 {
     const std::uint64_t valueCount = static_cast<std::uint64_t>(frameCount) * (m_channelCount + 1);
     if (valueCount > m_settings.mostSoundValues && valueCount / kMaximumSoundValuesPerByte > m_bytes.byteCount())
-        fail("more than " + std::to_string(m_frameCount) + " frames of " + std::to_string(m_channelCount) + " channels in " + std::to_string(m_bytes.byteCount()) + " bytes", "expected fewer for so short a file");
+        fail("more than " + std::to_string(m_frameCount) + " frames of " + std::to_string(m_channelCount) + " channels in " + std::to_string(m_bytes.byteCount()) + " bytes",
+            "expected fewer for so short a file");
 }
 
 void SoundReader::takeFrames(const float* samples, std::size_t count)
@@ -231,9 +227,9 @@ void SoundReader::reportProgress() const
 {
     if (!m_settings.progress)
         return;
-    ReadProgress progress { m_source.bytesRead(), m_source.totalBytes() };
+    ReadProgress progress{m_source.bytesRead(), m_source.totalBytes()};
     if (progress.totalBytes) {
-        double part = static_cast<double>(m_frameCount) / static_cast<double>(std::max(m_info.frames, sf_count_t { 1 }));
+        double part = static_cast<double>(m_frameCount) / static_cast<double>(std::max(m_info.frames, sf_count_t{1}));
         progress.bytesRead = static_cast<std::uint64_t>(std::min(part, 1.0) * static_cast<double>(*progress.totalBytes));
     }
     if (!m_settings.progress(progress))
@@ -277,7 +273,8 @@ MeasurementTable readSound(ByteSource& source, const ReadSettings& settings)
 
 bool hasSoundSuffix(std::string_view fileName)
 {
-    constexpr auto suffixes = std::to_array<std::string_view>({ "wav", "wave", "flac", "aif", "aiff", "aifc", "ogg", "oga", "opus", "au", "snd", "caf", "w64", "rf64", "mp3", "voc" });
+    constexpr auto suffixes
+        = std::to_array<std::string_view>({"wav", "wave", "flac", "aif", "aiff", "aifc", "ogg", "oga", "opus", "au", "snd", "caf", "w64", "rf64", "mp3", "voc"});
     std::string suffix(fileName.substr(std::min(fileName.find_last_of('.') + 1, fileName.size())));
     for (char& character : suffix)
         character = character >= 'A' && character <= 'Z' ? static_cast<char>(character + 32) : character;

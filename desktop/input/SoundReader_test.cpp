@@ -33,14 +33,15 @@ std::string waveFile(unsigned channels, unsigned rate, const std::vector<std::in
     std::string data;
     for (std::int16_t sample : samples)
         data += littleEndian(static_cast<std::uint16_t>(sample), 2);
-    std::string format = littleEndian(1, 2) + littleEndian(channels, 2) + littleEndian(rate, 4) + littleEndian(rate * channels * 2ULL, 4) + littleEndian(channels * 2ULL, 2) + littleEndian(16, 2);
+    std::string format
+        = littleEndian(1, 2) + littleEndian(channels, 2) + littleEndian(rate, 4) + littleEndian(rate * channels * 2ULL, 4) + littleEndian(channels * 2ULL, 2) + littleEndian(16, 2);
     std::string body = "WAVEfmt " + littleEndian(format.size(), 4) + format + "data" + littleEndian(data.size(), 4) + data;
     return "RIFF" + littleEndian(body.size(), 4) + body;
 }
 
 TEST(SoundReader, oneChannelIsNamedByTheFile)
 {
-    TemporaryFile file(waveFile(1, 4, { 0, 16384, -32768, 32767 }), ".wav");
+    TemporaryFile file(waveFile(1, 4, {0, 16384, -32768, 32767}), ".wav");
     MeasurementTable table = readMeasurements(file.path());
     std::string baseName = file.path().substr(file.path().rfind('/') + 1);
     baseName.resize(baseName.size() - 4);
@@ -51,17 +52,17 @@ TEST(SoundReader, oneChannelIsNamedByTheFile)
 
 TEST(SoundReader, twoChannelsAreLeftAndRight)
 {
-    EXPECT_EQ(summaryOfContent(waveFile(2, 8000, { 0, 16384, 8192, -16384 }), {}, ".wav"), "time[s]: 0 0.000125 | left: 0 0.25 | right: 0.5 -0.5");
+    EXPECT_EQ(summaryOfContent(waveFile(2, 8000, {0, 16384, 8192, -16384}), {}, ".wav"), "time[s]: 0 0.000125 | left: 0 0.25 | right: 0.5 -0.5");
 }
 
 TEST(SoundReader, moreChannelsAreNumbered)
 {
-    EXPECT_EQ(summaryOfContent(waveFile(3, 1, { 0, 16384, -16384 }), {}, ".wav"), "time[s]: 0 | channel 1: 0 | channel 2: 0.5 | channel 3: -0.5");
+    EXPECT_EQ(summaryOfContent(waveFile(3, 1, {0, 16384, -16384}), {}, ".wav"), "time[s]: 0 | channel 1: 0 | channel 2: 0.5 | channel 3: -0.5");
 }
 
 TEST(SoundReader, contentDecidesWhateverTheName)
 {
-    EXPECT_EQ(summaryOfContent(waveFile(2, 1, { 0, 0 }), {}, ".csv"), "time[s]: 0 | left: 0 | right: 0");
+    EXPECT_EQ(summaryOfContent(waveFile(2, 1, {0, 0}), {}, ".csv"), "time[s]: 0 | left: 0 | right: 0");
     std::string text = summaryOfContent("1,2\n3,4\n", {}, ".WAV");
     EXPECT_TRUE(text.starts_with("FILE: a sound file that cannot be decoded (")) << text;
     EXPECT_TRUE(text.ends_with("), expected wav, flac, aiff, ogg or another known kind")) << text;
@@ -79,7 +80,8 @@ TEST(SoundReader, timeIsRoundedOnce)
 TEST(SoundReader, errors)
 {
     EXPECT_EQ(summaryOfContent(waveFile(1, 8000, {}), {}, ".wav"), "FILE: a sound file without frames, expected at least one");
-    for (const std::string& content : { std::string("RIFF\x10\0\0\0WAVEfmt ", 16), waveFile(0, 8000, { 1 }), waveFile(65535, 8000, { 1 }), std::string("fLaC\0\0\0\x22", 8), std::string("OggS") }) {
+    for (const std::string& content :
+        {std::string("RIFF\x10\0\0\0WAVEfmt ", 16), waveFile(0, 8000, {1}), waveFile(65535, 8000, {1}), std::string("fLaC\0\0\0\x22", 8), std::string("OggS")}) {
         std::string text = summaryOfContent(content, {}, ".wav");
         EXPECT_TRUE(text.starts_with("FILE: a sound file ")) << text;
     }
@@ -99,7 +101,7 @@ std::string silence(std::size_t frameCount)
     EXPECT_EQ(sf_write_short(sound, samples.data(), static_cast<sf_count_t>(frameCount)), static_cast<sf_count_t>(frameCount));
     sf_close(sound);
     std::ifstream stream(file.path(), std::ios::binary);
-    return { std::istreambuf_iterator<char>(stream), {} };
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 TEST(SoundReader, silenceThatIsCompressedBeyondAllBoundsIsRefused)

@@ -19,9 +19,7 @@ std::size_t stageLengthFor(std::size_t columnCount)
 
 } // namespace
 
-TableBuilder::TableBuilder(std::size_t columnCount)
-    : m_columns(columnCount)
-    , m_stageLength(stageLengthFor(columnCount))
+TableBuilder::TableBuilder(std::size_t columnCount) : m_columns(columnCount), m_stageLength(stageLengthFor(columnCount))
 {
     m_stage.resize(columnCount * m_stageLength);
 }
@@ -47,7 +45,7 @@ void TableBuilder::addRow(const std::vector<FieldText>& fields, const std::vecto
 {
     for (std::size_t index = 0; index < m_columns.size(); ++index) {
         bool isPresent = index < fields.size();
-        FieldValue value = isPresent ? values[index] : FieldValue { FieldKind::Empty, kGap };
+        FieldValue value = isPresent ? values[index] : FieldValue{FieldKind::Empty, kGap};
         addField(m_columns[index], isPresent ? &fields[index] : nullptr, value);
         stage(index)[m_stagedRows] = value.value;
     }

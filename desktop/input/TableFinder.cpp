@@ -103,7 +103,8 @@ private:
     void takeRowsAbove(const SampleRow& pattern);
     void takeGapsAbove(const SampleRow& pattern);
     bool isNamedGap(const SampleRow& row, const SampleRow& pattern) const;
-    template<typename Length> std::size_t commonLength(Length length) const;
+    template <typename Length>
+    std::size_t commonLength(Length length) const;
     std::size_t bodyWidth() const;
     void findHeader();
     void takeFixedHeader();
@@ -137,7 +138,7 @@ std::optional<TableLayout> TableFinder::find()
         findHeader();
     if (isProse())
         return std::nullopt;
-    m_layout.columnCount = std::max({ m_width, m_layout.names.size(), m_layout.units.size() });
+    m_layout.columnCount = std::max({m_width, m_layout.names.size(), m_layout.units.size()});
     m_layout.names.resize(m_layout.columnCount);
     m_layout.units.resize(m_layout.columnCount);
     findSampleRate();
@@ -155,10 +156,10 @@ bool TableFinder::findBody()
     }
     if (valueRows.empty())
         return false;
-    std::vector<std::size_t> patterns = { valueRows[valueRows.size() * 3 / 4], valueRows[valueRows.size() / 2] };
+    std::vector<std::size_t> patterns = {valueRows[valueRows.size() * 3 / 4], valueRows[valueRows.size() / 2]};
     for (std::size_t back = 1; back <= std::min<std::size_t>(5, valueRows.size()); ++back)
         patterns.push_back(valueRows[valueRows.size() - back]);
-    Body best { valueRows.back(), valueRows.back(), 0 };
+    Body best{valueRows.back(), valueRows.back(), 0};
     for (std::size_t pattern : patterns) {
         auto body = bodyWithPattern(pattern);
         if (body && (best.fittingRows == 0 || isBetter(*body, best)))
@@ -188,7 +189,7 @@ std::optional<Body> TableFinder::bodyWithPattern(std::size_t patternIndex) const
         ++fitting;
         // A much shorter row may belong to the table, but does not start it.
         if (fitting * 2 >= counted && row.fields.size() * 2 >= pattern.width)
-            body = Body { index, patternIndex, fitting };
+            body = Body{index, patternIndex, fitting};
     }
     return body;
 }
@@ -276,7 +277,8 @@ bool TableFinder::isProse() const
 }
 
 /// The length that at least one row in a hundred of the table reaches, so that one broken row does not widen the table.
-template<typename Length> std::size_t TableFinder::commonLength(Length length) const
+template <typename Length>
+std::size_t TableFinder::commonLength(Length length) const
 {
     std::vector<std::size_t> rowsOfLength;
     std::size_t count = 0;

@@ -13,7 +13,7 @@ namespace TOLVGraphing::input {
 namespace {
 
 /// Fits a processor's second-level cache, and is long enough that the calls of the system do not count.
-constexpr std::size_t kBlockLength = std::size_t { 1 } << 20;
+constexpr std::size_t kBlockLength = std::size_t{1} << 20;
 
 bool looksLikeUtf16WithoutMark(std::string_view start)
 {
@@ -31,8 +31,7 @@ bool looksLikeUtf16WithoutMark(std::string_view start)
 
 } // namespace
 
-TextBuffer::TextBuffer(ByteSource& source)
-    : m_source(source)
+TextBuffer::TextBuffer(ByteSource& source) : m_source(source)
 {
     detectEncoding();
     fill(1);
@@ -102,7 +101,7 @@ std::size_t TextBuffer::readText(char* target, std::size_t count)
     if (m_encoding == Encoding::Bytes)
         return m_source.read(target, count);
     // A unit of two bytes becomes at most three bytes; a pending half of a pair may add three more.
-    std::size_t unitBytes = (count - 3) / 3 * 2 & ~std::size_t { 1 };
+    std::size_t unitBytes = (count - 3) / 3 * 2 & ~std::size_t{1};
     auto units = std::make_unique_for_overwrite<char[]>(unitBytes);
     for (;;) {
         std::size_t length = m_source.read(units.get(), unitBytes);

@@ -11,17 +11,16 @@ namespace {
 using std::string_view;
 
 /// In small letters, singular; a plural s is removed before the comparison.
-constexpr auto kUnitNames = std::to_array<string_view>({ "second", "sec", "minute", "min", "hour", "day", "month", "year", "volt", "millivolt",
-    "ampere", "amp", "milliampere", "ohm", "watt", "hertz", "kilohertz", "megahertz", "decibel", "degree", "deg", "radian", "rad", "celsiu",
-    "kelvin", "fahrenheit", "pascal", "bar", "mbar", "psi", "meter", "metre", "millimeter", "gram", "kilogram", "newton", "joule", "tesla",
-    "farad", "henry", "coulomb", "percent", "ppm", "ppb", "rpm", "millisecond", "microsecond", "nanosecond", "lux" });
+constexpr auto kUnitNames
+    = std::to_array<string_view>({"second", "sec", "minute", "min", "hour", "day", "month", "year", "volt", "millivolt", "ampere", "amp", "milliampere", "ohm", "watt", "hertz",
+        "kilohertz", "megahertz", "decibel", "degree", "deg", "radian", "rad", "celsiu", "kelvin", "fahrenheit", "pascal", "bar", "mbar", "psi", "meter", "metre", "millimeter",
+        "gram", "kilogram", "newton", "joule", "tesla", "farad", "henry", "coulomb", "percent", "ppm", "ppb", "rpm", "millisecond", "microsecond", "nanosecond", "lux"});
 
-constexpr auto kUnitSigns = std::to_array<string_view>({ "s", "h", "d", "V", "A", "W", "Hz", "dB", "dBV", "dBm", "dBu", "dBFS", "dBSPL", "dBA",
-    "K", "C", "F", "H", "T", "N", "J", "Pa", "m", "g", "L", "l", "\u00B0", "\u00B0C", "\u00B0F", "degC", "degF", "\u03A9", "\u2126", "Ohm", "VA",
-    "Vpp", "Vrms", "eV", "mol", "cd", "lx", "lm", "Wh", "Ah", "%", "\u2030", "-", "1", "px", "pt", "Bq", "Sv", "Gy", "S", "Wb", "in", "ft", "kt",
-    "inch", "a.u.", "au", "LSB", "lsb", "div", "ms", "us" });
+constexpr auto kUnitSigns = std::to_array<string_view>({"s", "h", "d", "V", "A", "W", "Hz", "dB", "dBV", "dBm", "dBu", "dBFS", "dBSPL", "dBA", "K", "C", "F", "H", "T", "N", "J",
+    "Pa", "m", "g", "L", "l", "\u00B0", "\u00B0C", "\u00B0F", "degC", "degF", "\u03A9", "\u2126", "Ohm", "VA", "Vpp", "Vrms", "eV", "mol", "cd", "lx", "lm", "Wh", "Ah", "%",
+    "\u2030", "-", "1", "px", "pt", "Bq", "Sv", "Gy", "S", "Wb", "in", "ft", "kt", "inch", "a.u.", "au", "LSB", "lsb", "div", "ms", "us"});
 
-constexpr auto kPrefixes = std::to_array<string_view>({ "", "m", "u", "\u00B5", "\u03BC", "n", "p", "f", "k", "M", "G", "T", "c", "d", "h" });
+constexpr auto kPrefixes = std::to_array<string_view>({"", "m", "u", "\u00B5", "\u03BC", "n", "p", "f", "k", "M", "G", "T", "c", "d", "h"});
 
 bool isUnitName(string_view word)
 {
@@ -35,9 +34,8 @@ bool isUnitName(string_view word)
 
 bool isPrefixedSign(string_view word)
 {
-    return std::any_of(kPrefixes.begin(), kPrefixes.end(), [word](string_view prefix) {
-        return word.starts_with(prefix) && std::find(kUnitSigns.begin(), kUnitSigns.end(), word.substr(prefix.size())) != kUnitSigns.end();
-    });
+    return std::any_of(kPrefixes.begin(), kPrefixes.end(),
+        [word](string_view prefix) { return word.starts_with(prefix) && std::find(kUnitSigns.begin(), kUnitSigns.end(), word.substr(prefix.size())) != kUnitSigns.end(); });
 }
 
 /// One factor of a product, with its power: `s^2`, `m2`, `s-1`.

@@ -9,10 +9,10 @@ namespace {
 TEST(Utf8, validTexts)
 {
     using namespace std::string_view_literals;
-    for (std::string_view text : { ""sv, "abc"sv, "\0"sv, "\u00B5"sv, "\u07FF\u0800\uFFFF"sv, "\U00010000\U0010FFFF"sv })
+    for (std::string_view text : {""sv, "abc"sv, "\0"sv, "\u00B5"sv, "\u07FF\u0800\uFFFF"sv, "\U00010000\U0010FFFF"sv})
         EXPECT_TRUE(isUtf8(text)) << text;
-    for (std::string_view text : { "\x80"sv, "\xB5V"sv, "\xC2"sv, "\xC0\x80"sv, "\xC1\xBF"sv, "\xE0\x9F\xBF"sv, "\xED\xA0\x80"sv, "\xF0\x8F\xBF\xBF"sv, "\xF4\x90\x80\x80"sv,
-             "\xF5\x80\x80\x80"sv, "\xE2\x82"sv, "\xC2\x41"sv, "\xFF"sv })
+    for (std::string_view text : {"\x80"sv, "\xB5V"sv, "\xC2"sv, "\xC0\x80"sv, "\xC1\xBF"sv, "\xE0\x9F\xBF"sv, "\xED\xA0\x80"sv, "\xF0\x8F\xBF\xBF"sv, "\xF4\x90\x80\x80"sv,
+             "\xF5\x80\x80\x80"sv, "\xE2\x82"sv, "\xC2\x41"sv, "\xFF"sv})
         EXPECT_FALSE(isUtf8(text)) << text;
 }
 

@@ -22,8 +22,8 @@ class LayoutJsonTest : public testing::Test {
 protected:
     LayoutJsonTest()
     {
-        graph->addGraphData(TOLVGraphData::graphDataWithX(
-            TOLVRealVector::vectorWithComponents({0.0F, 10.0F}), TOLVRealVector::vectorWithComponents({1.0F, 2.0F}), Color(1.0, 0.0, 0.0)));
+        graph->addGraphData(
+            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({0.0F, 10.0F}), TOLVRealVector::vectorWithComponents({1.0F, 2.0F}), Color(1.0, 0.0, 0.0)));
         graph->setExtents(graph->extentsFittingGraphData());
     }
 

@@ -69,9 +69,7 @@ std::string randomName()
 
 } // namespace
 
-AtomicFile::AtomicFile(std::filesystem::path path)
-    : m_path(std::move(path))
-    , m_target(m_path)
+AtomicFile::AtomicFile(std::filesystem::path path) : m_path(std::move(path)), m_target(m_path)
 {
     for (int links = 0;; ++links) {
         if (const auto descriptor = openDescriptorNamed(m_target)) {

@@ -196,12 +196,14 @@ TEST_F(AtomicFileTest, TargetsThatTakeNothingAreNamedAndNothingIsLeft)
         std::filesystem::path target;
         const char* reason;
     } kCases[] = {
+        // clang-format off
         {path / "below",                 ": cannot be written: Not a directory"},
         {folder / std::string(300, 'n'), ": cannot be written: File name too long"},
         {std::string(5000, 'n'),         ": cannot be written: File name too long"},
         {folder / "dangling",            ": cannot be written, no file can be made in the folder "},
         {"/dev/full",                    ": cannot be written: No space left on device"},
         {"/proc/self/fd/987654",         ": cannot be written: Bad file descriptor"},
+        // clang-format on
     };
     for (const auto& one : kCases)
         EXPECT_EQ(errorOf([&] { writeFileAtomically(one.target, bytesOf("new")); }).find(one.target.string() + one.reason), 0U) << one.target;

@@ -58,7 +58,8 @@ bool isTooLarge(const Size& pixelSize)
 {
     if (pixelSize.width <= kMostPixelsASide && pixelSize.height <= kMostPixelsASide && pixelSize.width * pixelSize.height <= kMostPixels)
         return false;
-    writeLog("The bitmap of a text would have " + shortestText(pixelSize.width) + " x " + shortestText(pixelSize.height) + " pixels; at most 16384 a side and 67108864 in all are made");
+    writeLog(
+        "The bitmap of a text would have " + shortestText(pixelSize.width) + " x " + shortestText(pixelSize.height) + " pixels; at most 16384 a side and 67108864 in all are made");
     return true;
 }
 

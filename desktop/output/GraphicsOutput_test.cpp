@@ -334,14 +334,15 @@ TEST(GraphicsOutput, svgIsTheContextsDocument)
     OutputSettings settings = settingsFor(4.0, 2.0);
     settings.title = "a & b";
     const auto bytes = renderToBytes(OutputKind::SVG, settings, squares);
-    EXPECT_EQ(textOf(bytes), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                             "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\" width=\"4pt\" height=\"2pt\" viewBox=\"0 0 4 2\">\n"
-                             "<title>a &amp; b</title>\n"
-                             "<desc>TOLVGraphing</desc>\n"
-                             "<path d=\"M0 2L4 2 4 0 0 0Z\" fill=\"#ffffff\"/>\n"
-                             "<path d=\"M0 2L2 2 2 0 0 0Z\" fill=\"#ff0000\"/>\n"
-                             "<path d=\"M2 2L3 2 3 1 2 1Z\" fill=\"#00ff00\" fill-opacity=\"0.5\"/>\n"
-                             "</svg>\n");
+    EXPECT_EQ(textOf(bytes),
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\" width=\"4pt\" height=\"2pt\" viewBox=\"0 0 4 2\">\n"
+        "<title>a &amp; b</title>\n"
+        "<desc>TOLVGraphing</desc>\n"
+        "<path d=\"M0 2L4 2 4 0 0 0Z\" fill=\"#ffffff\"/>\n"
+        "<path d=\"M0 2L2 2 2 0 0 0Z\" fill=\"#ff0000\"/>\n"
+        "<path d=\"M2 2L3 2 3 1 2 1Z\" fill=\"#00ff00\" fill-opacity=\"0.5\"/>\n"
+        "</svg>\n");
 }
 
 TEST(GraphicsOutput, theSameDrawingGivesTheSameBytes)
@@ -358,15 +359,15 @@ TEST(GraphicsOutput, limitsAreNamed)
     EXPECT_EQ(errorOf(OutputKind::PDF, settingsFor(0.0, 5.0)), "cannot make the PDF output: the size is 0 x 5 points; both have to be finite and above 0");
     EXPECT_EQ(errorOf(OutputKind::SVG, settingsFor(5.0, -1.0)), "cannot make the SVG output: the size is 5 x -1 points; both have to be finite and above 0");
     EXPECT_EQ(errorOf(OutputKind::PNG, settingsFor(nan, 5.0)), "cannot make the PNG output: the size is nan x 5 points; both have to be finite and above 0");
-    EXPECT_EQ(errorOf(OutputKind::EPS, settingsFor(14401.0, 5.0)),
-        "cannot make the EPS output: a page of 14401 x 5 points was asked for; the limit is 14400 points a side");
-    EXPECT_EQ(errorOf(OutputKind::PNG, settingsFor(20000.0, 5.0, 2.0)),
-        "cannot make the PNG output: an image side of 40000 pixels was asked for; the limit is 32767 pixels a side");
+    EXPECT_EQ(errorOf(OutputKind::EPS, settingsFor(14401.0, 5.0)), "cannot make the EPS output: a page of 14401 x 5 points was asked for; the limit is 14400 points a side");
+    EXPECT_EQ(
+        errorOf(OutputKind::PNG, settingsFor(20000.0, 5.0, 2.0)), "cannot make the PNG output: an image side of 40000 pixels was asked for; the limit is 32767 pixels a side");
     EXPECT_EQ(errorOf(OutputKind::TIFF, settingsFor(30000.0, 30000.0)),
         "cannot make the TIFF output: an image of 30000 x 30000 pixels was asked for; the limit is 268435456 pixels in all");
-    EXPECT_EQ(errorOf(OutputKind::TIFF, settingsFor(1e300, 1.0, 1e300)),
-        "cannot make the TIFF output: an image side of inf pixels was asked for; the limit is 32767 pixels a side");
-    EXPECT_EQ(errorOf(OutputKind::TIFF, settingsFor(5.0, 5.0, 1e-300)), "cannot make the TIFF output: a scale of 1e-300 pixels per point was asked for; the limit is 1e-06 or more");
+    EXPECT_EQ(
+        errorOf(OutputKind::TIFF, settingsFor(1e300, 1.0, 1e300)), "cannot make the TIFF output: an image side of inf pixels was asked for; the limit is 32767 pixels a side");
+    EXPECT_EQ(
+        errorOf(OutputKind::TIFF, settingsFor(5.0, 5.0, 1e-300)), "cannot make the TIFF output: a scale of 1e-300 pixels per point was asked for; the limit is 1e-06 or more");
     EXPECT_EQ(errorOf(OutputKind::PNG, settingsFor(5.0, 5.0, 1e-6)), "no error");
     for (const double scale : {0.0, -1.0, nan, std::numeric_limits<double>::infinity()})
         EXPECT_NE(errorOf(OutputKind::PNG, settingsFor(5.0, 5.0, scale)).find("has to be finite and above 0"), std::string::npos);

@@ -64,8 +64,8 @@ bool encode(png_structp png, png_infop info, const PixelRows& image, unsigned ch
 {
     if (setjmp(png_jmpbuf(png)) != 0)
         return false;
-    png_set_IHDR(png, info, image.width, image.height, 8, image.isOpaque ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE,
-        PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_set_IHDR(png, info, image.width, image.height, 8, image.isOpaque ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+        PNG_FILTER_TYPE_DEFAULT);
     const auto perMetre = static_cast<png_uint_32>(std::lround(image.pixelsPerInch * kInchesPerMetre));
     png_set_pHYs(png, info, perMetre, perMetre, PNG_RESOLUTION_METER);
     setText(png, info, "Title", image.title);

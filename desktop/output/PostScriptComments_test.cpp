@@ -39,17 +39,18 @@ const char* const kFile = "%!PS-Adobe-3.0 EPSF-3.0\n"
 
 TEST(PostScriptComments, theHeadBecomesThePages)
 {
-    EXPECT_EQ(rewritten(kFile, {{200.5, 100.0}, "Title", "Maker"}), "%!PS-Adobe-3.0 EPSF-3.0\n"
-                                                                    "%%Creator: (Maker)\n"
-                                                                    "%%Title: (Title)\n"
-                                                                    "%%BoundingBox: 0 0 201 100\n"
-                                                                    "%%HiResBoundingBox: 0 0 200.5 100\n"
-                                                                    "%%EndComments\n"
-                                                                    "%%Page: 1 1\n"
-                                                                    "%%PageBoundingBox: 0 0 201 100\n"
-                                                                    "%%EndPageSetup\n"
-                                                                    "(%%BoundingBox: is text here\n) show\n"
-                                                                    "%%EOF\n");
+    EXPECT_EQ(rewritten(kFile, {{200.5, 100.0}, "Title", "Maker"}),
+        "%!PS-Adobe-3.0 EPSF-3.0\n"
+        "%%Creator: (Maker)\n"
+        "%%Title: (Title)\n"
+        "%%BoundingBox: 0 0 201 100\n"
+        "%%HiResBoundingBox: 0 0 200.5 100\n"
+        "%%EndComments\n"
+        "%%Page: 1 1\n"
+        "%%PageBoundingBox: 0 0 201 100\n"
+        "%%EndPageSetup\n"
+        "(%%BoundingBox: is text here\n) show\n"
+        "%%EOF\n");
 }
 
 TEST(PostScriptComments, titlesAreOneSafeLine)

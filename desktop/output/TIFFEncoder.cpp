@@ -110,8 +110,8 @@ std::vector<std::byte> encodedTIFF(const PixelRows& image)
 {
     MemoryFile file;
     // Little-endian on every machine; no memory mapping.
-    TIFFPointer tiff(TIFFClientOpen("memory", "wlm", &file, MemoryFile::read, MemoryFile::write, MemoryFile::seek, MemoryFile::close, MemoryFile::size,
-        MemoryFile::map, MemoryFile::unmap));
+    TIFFPointer tiff(
+        TIFFClientOpen("memory", "wlm", &file, MemoryFile::read, MemoryFile::write, MemoryFile::seek, MemoryFile::close, MemoryFile::size, MemoryFile::map, MemoryFile::unmap));
     if (!tiff)
         throw OutputError("cannot make the TIFF image: out of memory");
     setTags(tiff.get(), image);

@@ -14,7 +14,8 @@ void requireRoom(const TOLVPrintView& view)
 {
     const Size paper = view.printInfo().paperSize;
     if (view.bounds().isEmpty() || !view.bounds().valid())
-        throw OutputError("cannot print \"" + view.printInfo().jobTitle + "\": the margins leave nothing of the sheet of " + shortestText(paper.width) + " x " + shortestText(paper.height) + " points");
+        throw OutputError("cannot print \"" + view.printInfo().jobTitle + "\": the margins leave nothing of the sheet of " + shortestText(paper.width) + " x "
+            + shortestText(paper.height) + " points");
 }
 
 } // namespace

@@ -135,7 +135,8 @@ TEST_P(PagePrinting, marginsStayEmpty)
     const PrintInfo& info = GetParam().info;
     for (int y = 0; y < pixels.height; ++y) {
         for (int x = 0; x < pixels.width; ++x) {
-            const bool isWithin = x >= 2.0 * info.leftMargin && x < 2.0 * (info.paperSize.width - info.rightMargin) && y >= 2.0 * info.topMargin && y < 2.0 * (info.paperSize.height - info.bottomMargin);
+            const bool isWithin = x >= 2.0 * info.leftMargin && x < 2.0 * (info.paperSize.width - info.rightMargin) && y >= 2.0 * info.topMargin
+                && y < 2.0 * (info.paperSize.height - info.bottomMargin);
             if (!isWithin) {
                 ASSERT_EQ(pixels.colorAt(x, y), "#ffffff") << x << ", " << y;
             }

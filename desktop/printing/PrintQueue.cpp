@@ -91,7 +91,8 @@ private:
         std::array<int, 2> ends{};
         if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
             return 0;
-        const bool isAnswered = ::send(ends[1], kAnswer.data(), kAnswer.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(kAnswer.size()) && ::dup3(ends[0], httpGetFd(connection), O_CLOEXEC) >= 0;
+        const bool isAnswered
+            = ::send(ends[1], kAnswer.data(), kAnswer.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(kAnswer.size()) && ::dup3(ends[0], httpGetFd(connection), O_CLOEXEC) >= 0;
         ::close(ends[0]);
         ::close(ends[1]);
         return isAnswered ? 1 : 0;
@@ -169,8 +170,8 @@ std::string resourceOf(const cups_dest_t& queue)
     std::array<char, 1024> resource{};
     int port = 0;
     const bool isKnown = address
-        && httpSeparateURI(HTTP_URI_CODING_ALL, address, scheme.data(), static_cast<int>(scheme.size()), user.data(), static_cast<int>(user.size()), host.data(), static_cast<int>(host.size()), &port, resource.data(),
-               static_cast<int>(resource.size()))
+        && httpSeparateURI(HTTP_URI_CODING_ALL, address, scheme.data(), static_cast<int>(scheme.size()), user.data(), static_cast<int>(user.size()), host.data(),
+               static_cast<int>(host.size()), &port, resource.data(), static_cast<int>(resource.size()))
             >= HTTP_URI_STATUS_OK;
     return isKnown ? resource.data() : std::string("/printers/") + queue.name;
 }
@@ -188,11 +189,7 @@ bool sendDocument(http_t* server, cups_dest_t* queue, cups_dinfo_t* information,
 
 } // namespace
 
-PrintError::PrintError(std::string queue, const std::string& message)
-    : std::runtime_error(message)
-    , m_queue(std::move(queue))
-{
-}
+PrintError::PrintError(std::string queue, const std::string& message) : std::runtime_error(message), m_queue(std::move(queue)) {}
 
 void requireAnsweringPrintServer(std::chrono::milliseconds patience)
 {

@@ -103,7 +103,8 @@ protected:
 TEST_F(PrintQueueTest, QueuesAreListedWithTheDefaultOne)
 {
     const std::vector<PrintQueue> queues = printQueues();
-    EXPECT_THAT(queues, UnorderedElementsAre(PrintQueue{"plain", "A plain queue", true}, PrintQueue{"papers", "A queue with papers", false}, PrintQueue{"closed", "closed", false}));
+    EXPECT_THAT(
+        queues, UnorderedElementsAre(PrintQueue{"plain", "A plain queue", true}, PrintQueue{"papers", "A queue with papers", false}, PrintQueue{"closed", "closed", false}));
 }
 
 TEST_F(PrintQueueTest, ThePrinterReceivesThePageAsPDF)
@@ -261,7 +262,10 @@ TEST_P(FaultyServer, CannotPrint)
 {
     const FaultyPrintServer server(GetParam(), 0);
     const ServerAddress address(server.socket());
-    EXPECT_THAT(errorOf([] { printPage(*examplePage(PrintInfo()), {"plain", {}, false}, kShortPatience); }), MatchesRegex("cannot print to plain: " + reasonOf(GetParam(), server)));
+    EXPECT_THAT(errorOf([] {
+        printPage(*examplePage(PrintInfo()), {"plain", {}, false}, kShortPatience);
+    }),
+        MatchesRegex("cannot print to plain: " + reasonOf(GetParam(), server)));
     EXPECT_GT(server.heardBytes(), 0U);
 }
 

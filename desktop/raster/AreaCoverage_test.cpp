@@ -81,6 +81,7 @@ TEST(AreaCoverage, CoversWhatLiesBetweenLineAndBase)
         double base;
         std::string levels;
     } cases[] = {
+        // clang-format off
         {{{0.0, 1.0}, {3.0, 1.0}},                         3.0, "0 0 0 / 255 255 255 / 255 255 255 / 0 0 0"},
         {{{0.5, 1.5}, {2.75, 1.5}},                        3.0, "0 0 0 / 64 128 96 / 128 255 191 / 0 0 0"},
         {{{0.0, 0.0}, {3.0, 3.0}},                         3.0, "128 0 0 / 255 128 0 / 255 255 128 / 0 0 0"},
@@ -95,6 +96,7 @@ TEST(AreaCoverage, CoversWhatLiesBetweenLineAndBase)
         {{{4.0, 1.0}, {9.0, 1.0}},                         3.0, "0 0 0 / 0 0 0 / 0 0 0 / 0 0 0"},
         {{{1.0, 1.0}},                                     3.0, "0 0 0 / 0 0 0 / 0 0 0 / 0 0 0"},
         {{},                                               3.0, "0 0 0 / 0 0 0 / 0 0 0 / 0 0 0"},
+        // clang-format on
     };
     for (const auto& [line, base, levels] : cases) {
         EXPECT_EQ(textOf(kSmall, line, base), levels);
@@ -122,7 +124,8 @@ TEST(AreaCoverage, AgreesWithManyCutsOfNoise)
         for (int row = 0; row < box.height; row += 3) {
             for (int column = 0; column < box.width; column += 7)
                 // The cuts are off by less than this on a line that goes up and down between them.
-                ASSERT_NEAR(levels.at(static_cast<std::size_t>(row * box.width + column)), sampledLevel(line, base, column, row), 2.5) << "seed " << seed << ": " << column << " " << row;
+                ASSERT_NEAR(levels.at(static_cast<std::size_t>(row * box.width + column)), sampledLevel(line, base, column, row), 2.5)
+                    << "seed " << seed << ": " << column << " " << row;
         }
     }
 }

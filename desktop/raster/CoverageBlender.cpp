@@ -157,7 +157,10 @@ void blendGroups(unsigned char* pixels, const GroupBytes& colors, std::uint8_t a
 
 } // namespace
 
-CoverageBlender::CoverageBlender(const ImagePixels& pixels, const PixelBox& bounds, std::uint32_t color) : m_pixels(pixels), m_bounds(bounds), m_alpha(static_cast<std::uint8_t>(color >> 24U))
+CoverageBlender::CoverageBlender(const ImagePixels& pixels, const PixelBox& bounds, std::uint32_t color)
+    : m_pixels(pixels)
+    , m_bounds(bounds)
+    , m_alpha(static_cast<std::uint8_t>(color >> 24U))
 {
     for (std::size_t i = 0; i < kGroup; ++i)
         std::memcpy(m_colors.data() + i * kChannels, &color, kChannels);

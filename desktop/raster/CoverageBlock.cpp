@@ -51,10 +51,7 @@ std::int64_t addBend(std::uint32_t* slopes, double place, std::int32_t slope)
 
 } // namespace
 
-CoverageBlock::CoverageBlock(int height)
-    : m_height(height), m_firstRow(height), m_differences(static_cast<std::size_t>(height + kRowsBelow) * kRowLength)
-{
-}
+CoverageBlock::CoverageBlock(int height) : m_height(height), m_firstRow(height), m_differences(static_cast<std::size_t>(height + kRowsBelow) * kRowLength) {}
 
 void CoverageBlock::addEdge(int column, double fromRow, double toRow, std::int32_t share)
 {

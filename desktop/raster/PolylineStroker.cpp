@@ -23,13 +23,31 @@ constexpr double kWideReach = 2.4;
 constexpr double kStraightness = 1.0 / 300.0;
 constexpr double kMostFanParts = 64.0;
 
-Point sum(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
-Point difference(Point a, Point b) { return {a.x - b.x, a.y - b.y}; }
-Point scaled(Point a, double factor) { return {a.x * factor, a.y * factor}; }
-double dotProduct(Point a, Point b) { return a.x * b.x + a.y * b.y; }
-double crossProduct(Point a, Point b) { return a.x * b.y - a.y * b.x; }
+Point sum(Point a, Point b)
+{
+    return {a.x + b.x, a.y + b.y};
+}
+Point difference(Point a, Point b)
+{
+    return {a.x - b.x, a.y - b.y};
+}
+Point scaled(Point a, double factor)
+{
+    return {a.x * factor, a.y * factor};
+}
+double dotProduct(Point a, Point b)
+{
+    return a.x * b.x + a.y * b.y;
+}
+double crossProduct(Point a, Point b)
+{
+    return a.x * b.y - a.y * b.x;
+}
 /// The direction turned by a right angle, from the x axis towards the y axis.
-Point turned(Point direction) { return {-direction.y, direction.x}; }
+Point turned(Point direction)
+{
+    return {-direction.y, direction.x};
+}
 
 } // namespace
 
@@ -38,9 +56,7 @@ PolylineStroker::PolylineStroker(PolygonSink& coverage, StrokeStyle style) : Pol
     m_coverage = &coverage;
 }
 
-PolylineStroker::PolylineStroker(StrokeStyle style) : m_style(std::move(style)), m_reach(m_style.width > 0.0 && std::isfinite(m_style.width) ? 0.5 * m_style.width : 0.0)
-{
-}
+PolylineStroker::PolylineStroker(StrokeStyle style) : m_style(std::move(style)), m_reach(m_style.width > 0.0 && std::isfinite(m_style.width) ? 0.5 * m_style.width : 0.0) {}
 
 void PolylineStroker::strokeLine(std::span<const Point> points)
 {

@@ -40,7 +40,10 @@ public:
 #endif
     }
 
-    int wantedCount() const { return m_wantedCount; }
+    int wantedCount() const
+    {
+        return m_wantedCount;
+    }
 
     void setWantedCount(int count)
     {

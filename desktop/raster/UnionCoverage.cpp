@@ -195,7 +195,8 @@ void UnionCoverage::dropHidden()
         return;
     // Elements are judged where they stand, so the address tells the one in front.
     std::erase_if(m_current, [&](const Trapezoid& trapezoid) {
-        return &trapezoid != widest && std::min(trapezoid.upperAt(trapezoid.from), trapezoid.upperAt(trapezoid.to)) >= top && std::max(trapezoid.lowerAt(trapezoid.from), trapezoid.lowerAt(trapezoid.to)) <= bottom;
+        return &trapezoid != widest && std::min(trapezoid.upperAt(trapezoid.from), trapezoid.upperAt(trapezoid.to)) >= top
+            && std::max(trapezoid.lowerAt(trapezoid.from), trapezoid.lowerAt(trapezoid.to)) <= bottom;
     });
 }
 

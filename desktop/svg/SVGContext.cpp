@@ -69,15 +69,9 @@ std::string fontAttributes(const Font& font)
     const text::FontFace face = text::faceFromFontName(font.name.empty() ? "Helvetica" : font.name);
     std::string families;
     switch (text::namedFamily(face.family)) {
-    case text::NamedFamily::HelveticaNeue:
-        families = "'Helvetica Neue', Helvetica, 'Nimbus Sans', 'Liberation Sans', Arial, sans-serif";
-        break;
-    case text::NamedFamily::Helvetica:
-        families = "Helvetica, 'Nimbus Sans', 'Liberation Sans', Arial, sans-serif";
-        break;
-    case text::NamedFamily::None:
-        families = quotedFamily(face.family) + ", sans-serif";
-        break;
+    case text::NamedFamily::HelveticaNeue: families = "'Helvetica Neue', Helvetica, 'Nimbus Sans', 'Liberation Sans', Arial, sans-serif"; break;
+    case text::NamedFamily::Helvetica: families = "Helvetica, 'Nimbus Sans', 'Liberation Sans', Arial, sans-serif"; break;
+    case text::NamedFamily::None: families = quotedFamily(face.family) + ", sans-serif"; break;
     }
     std::string attributes = attribute("font-family", families) + attribute("font-size", numberText(font.size));
     if (face.weight == 700)
@@ -110,8 +104,7 @@ Path pathOfRun(const paint::StrokeRun& run)
 
 } // namespace
 
-SVGContext::SVGContext(Size size)
-    : m_size(size)
+SVGContext::SVGContext(Size size) : m_size(size)
 {
     m_state.transform = {1.0, 0.0, 0.0, -1.0, 0.0, size.height};
 }

@@ -55,11 +55,12 @@ TEST(SVGContext, anEmptyDocumentIsComplete)
     SVGContext context({12.5, 3.25});
     context.setTitle("a < b");
     context.setDescription("made \"here\"");
-    EXPECT_EQ(context.document(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                  "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\" width=\"12.5pt\" height=\"3.25pt\" viewBox=\"0 0 12.5 3.25\">\n"
-                                  "<title>a &lt; b</title>\n"
-                                  "<desc>made &quot;here&quot;</desc>\n"
-                                  "</svg>\n");
+    EXPECT_EQ(context.document(),
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\" width=\"12.5pt\" height=\"3.25pt\" viewBox=\"0 0 12.5 3.25\">\n"
+        "<title>a &lt; b</title>\n"
+        "<desc>made &quot;here&quot;</desc>\n"
+        "</svg>\n");
 }
 
 TEST(SVGContext, fillsCountFromTheTop)
@@ -118,7 +119,9 @@ TEST(SVGContext, strokesScaleWithTheTransform)
 TEST(SVGContext, textIsTextOnItsBaseline)
 {
     const AttributedString title("a<b ", TextAttributes{Font{"HelveticaNeue-Bold", 10.0}, Color(1.0, 0.0, 0.0, 0.5)});
-    EXPECT_EQ(body([&](SVGContext& context) { context.drawText(title, {5.0, 10.0}); }),
+    EXPECT_EQ(body([&](SVGContext& context) {
+        context.drawText(title, {5.0, 10.0});
+    }),
         "<text x=\"5\" y=\"37.59\" font-family=\"'Helvetica Neue', Helvetica, 'Nimbus Sans', 'Liberation Sans', Arial, sans-serif\" font-size=\"10\""
         " font-weight=\"bold\" fill=\"#ff0000\" fill-opacity=\"0.5\" textLength=\""
             + lengthOf(title) + "\" lengthAdjust=\"spacingAndGlyphs\" xml:space=\"preserve\">a&lt;b </text>\n");
@@ -135,7 +138,8 @@ TEST(SVGContext, turnedTextReadsUpwards)
         context.concatenateTransform(transform);
         context.drawText(text, {0.0, 0.0});
     }),
-        "<text transform=\"matrix(0 -1 1 0 17.7 40)\" font-family=\"Helvetica, 'Nimbus Sans', 'Liberation Sans', Arial, sans-serif\" font-size=\"10\" fill=\"#000000\" textLength=\""
+        "<text transform=\"matrix(0 -1 1 0 17.7 40)\" font-family=\"Helvetica, 'Nimbus Sans', 'Liberation Sans', Arial, sans-serif\" font-size=\"10\" fill=\"#000000\" "
+        "textLength=\""
             + lengthOf(text) + "\" lengthAdjust=\"spacingAndGlyphs\" xml:space=\"preserve\">Tj</text>\n");
 }
 
@@ -237,8 +241,9 @@ TEST(SVGContext, hugeCoordinatesAreCutAroundThePage)
         context.drawStrokedPath(line(-1e7, 10.0, 1e7, 10.0));
         context.fillRect({10.0, 10.0, 1e9, 1e9});
     });
-    EXPECT_EQ(text, "<path d=\"M-4008 40L4108 40\" fill=\"none\" stroke=\"#000000\" stroke-miterlimit=\"10\"/>\n"
-                    "<path d=\"M10 40L4100 40 4100 -4000 10 -4000Z\" fill=\"#000000\"/>\n")
+    EXPECT_EQ(text,
+        "<path d=\"M-4008 40L4108 40\" fill=\"none\" stroke=\"#000000\" stroke-miterlimit=\"10\"/>\n"
+        "<path d=\"M10 40L4100 40 4100 -4000 10 -4000Z\" fill=\"#000000\"/>\n")
         << text;
 }
 

@@ -31,10 +31,7 @@ std::optional<FaceMetrics> pinnedMetricsOf(const std::string& name)
     return metricsOf(namedFamily(faceFromFontName(givenName(name)).family));
 }
 
-FontResolver::FontResolver(std::shared_ptr<const FontCatalog> catalog)
-    : m_catalog(std::move(catalog))
-{
-}
+FontResolver::FontResolver(std::shared_ptr<const FontCatalog> catalog) : m_catalog(std::move(catalog)) {}
 
 ResolvedFont FontResolver::resolve(const std::string& name) const
 {

@@ -16,10 +16,7 @@ namespace {
 /// A list of fonts that a test makes up.
 class ListedFonts final : public FontCatalog {
 public:
-    explicit ListedFonts(std::set<std::string> families, std::map<std::string, FontFace> faces = {})
-        : m_families(std::move(families)), m_faces(std::move(faces))
-    {
-    }
+    explicit ListedFonts(std::set<std::string> families, std::map<std::string, FontFace> faces = {}) : m_families(std::move(families)), m_faces(std::move(faces)) {}
 
     bool hasFamily(const std::string& family) const override { return m_families.contains(family); }
     std::optional<FontFace> faceNamed(const std::string& name) const override

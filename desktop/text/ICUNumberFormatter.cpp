@@ -34,9 +34,7 @@ struct ICUNumberFormatter::Format {
     std::u16string plusSign;
 };
 
-ICUNumberFormatter::ICUNumberFormatter(std::string locale)
-    : m_locale(std::move(locale))
-    , m_format(std::make_unique<Format>())
+ICUNumberFormatter::ICUNumberFormatter(std::string locale) : m_locale(std::move(locale)), m_format(std::make_unique<Format>())
 {
     UErrorCode status = U_ZERO_ERROR;
     m_format->format.reset(unum_open(UNUM_DECIMAL, nullptr, 0, m_locale.empty() ? nullptr : m_locale.c_str(), nullptr, &status));
@@ -47,10 +45,7 @@ ICUNumberFormatter::ICUNumberFormatter(std::string locale)
     m_format->plusSign = U_SUCCESS(status) && length <= 32 ? std::u16string(sign, static_cast<std::size_t>(length)) : u"+";
 }
 
-ICUNumberFormatter::ICUNumberFormatter(const ICUNumberFormatter& other)
-    : ICUNumberFormatter(other.m_locale)
-{
-}
+ICUNumberFormatter::ICUNumberFormatter(const ICUNumberFormatter& other) : ICUNumberFormatter(other.m_locale) {}
 
 ICUNumberFormatter::~ICUNumberFormatter() = default;
 

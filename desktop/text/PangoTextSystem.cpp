@@ -147,8 +147,7 @@ private:
     TextLayout m_longLayout;
 };
 
-PangoTextSystem::Engine::Engine()
-    : m_map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT))
+PangoTextSystem::Engine::Engine() : m_map(pango_cairo_font_map_new_for_font_type(CAIRO_FONT_TYPE_FT))
 {
     m_context.reset(pango_font_map_create_context(m_map.get()));
     // The map's own resolution would be the same, but setting it waits until all fonts are listed.
@@ -226,10 +225,7 @@ const TextLayout& PangoTextSystem::Engine::layoutFor(const AttributedString& tex
     return newest.layout;
 }
 
-PangoTextSystem::PangoTextSystem()
-    : m_engine(std::make_unique<Engine>())
-{
-}
+PangoTextSystem::PangoTextSystem() : m_engine(std::make_unique<Engine>()) {}
 
 PangoTextSystem::~PangoTextSystem() = default;
 

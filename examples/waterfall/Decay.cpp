@@ -116,7 +116,8 @@ std::size_t firstSample(std::span<const float> samples, double sampleRate, const
         return std::min(startOfDecay(samples, sampleRate), last);
     const double first = *settings.start * sampleRate;
     if (!(first >= 0.0 && first <= static_cast<double>(last)))
-        throw std::runtime_error("the decay cannot begin at " + std::to_string(*settings.start) + " s: expected 0 to " + std::to_string(static_cast<double>(last) / sampleRate) + " s");
+        throw std::runtime_error(
+            "the decay cannot begin at " + std::to_string(*settings.start) + " s: expected 0 to " + std::to_string(static_cast<double>(last) / sampleRate) + " s");
     return static_cast<std::size_t>(first);
 }
 

@@ -87,7 +87,8 @@ void writeScene(const std::string& path, int width, int height, double pixelsPer
     glGetIntegerv(GL_MAX_SAMPLES, &mostSamples);
     glGetIntegerv(GL_MAX_RENDERBUFFER_SIZE, &mostPixelsASide);
     if (width < 1 || height < 1 || width > mostPixelsASide || height > mostPixelsASide)
-        throw std::runtime_error("the picture would have " + std::to_string(width) + " by " + std::to_string(height) + " pixels; expected 1 to " + std::to_string(mostPixelsASide) + " a side");
+        throw std::runtime_error(
+            "the picture would have " + std::to_string(width) + " by " + std::to_string(height) + " pixels; expected 1 to " + std::to_string(mostPixelsASide) + " a side");
     const GLuint plain = framebufferWithSamples(0, width, height);
     const GLuint sampled = framebufferWithSamples(std::min(kSamples, mostSamples), width, height);
     drawing(width, height);

@@ -79,7 +79,8 @@ Color mixed(const Color& one, const Color& other, double share)
 /// The colour of a level from 0, the lowest, to 1: steps that are as far apart for eyes that see few colours.
 Color levelColor(double level)
 {
-    static const std::array<Color, kColorBands + 1> kColors{Color(0.16, 0.22, 0.50), Color(0.12, 0.42, 0.62), Color(0.13, 0.60, 0.60), Color(0.42, 0.75, 0.45), Color(0.85, 0.80, 0.28), Color(0.95, 0.52, 0.16)};
+    static const std::array<Color, kColorBands + 1> kColors{
+        Color(0.16, 0.22, 0.50), Color(0.12, 0.42, 0.62), Color(0.13, 0.60, 0.60), Color(0.42, 0.75, 0.45), Color(0.85, 0.80, 0.28), Color(0.95, 0.52, 0.16)};
     const double place = std::clamp(level, 0.0, 1.0) * kColorBands;
     const auto index = std::min(static_cast<std::size_t>(place), std::size_t{kColorBands - 1});
     return mixed(kColors[index], kColors[index + 1], place - static_cast<double>(index));

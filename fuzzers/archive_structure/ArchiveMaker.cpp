@@ -8,9 +8,10 @@ namespace TOLVGraphing::fuzzing {
 namespace {
 
 constexpr std::array kAxes = {"TOLVLinearAxis", "TOLVLogarithmicAxis", "TOLVBarAxis", "TOLVLineAxis", "TOLVAxis"};
-constexpr std::array kClasses = {"TOLVGraph", "TOLVLinearAxis", "TOLVAxis", "TOLVGraphExtents", "TOLVAxisExtents", "TOLVMarker", "NSArray", "NSDictionary", "NSString", "NSData", "Unheard", ""};
-constexpr std::array kKeys = {"horizontalAxis", "verticalAxis", "extents", "markers", "drawingStrategy", "x", "y", "z", "min", "max", "value", "axisIndex", "drawsMajorLines", "NS.objects",
-    "NS.keys", "NS.string", "$class", "$$class", ""};
+constexpr std::array kClasses
+    = {"TOLVGraph", "TOLVLinearAxis", "TOLVAxis", "TOLVGraphExtents", "TOLVAxisExtents", "TOLVMarker", "NSArray", "NSDictionary", "NSString", "NSData", "Unheard", ""};
+constexpr std::array kKeys = {"horizontalAxis", "verticalAxis", "extents", "markers", "drawingStrategy", "x", "y", "z", "min", "max", "value", "axisIndex", "drawsMajorLines",
+    "NS.objects", "NS.keys", "NS.string", "$class", "$$class", ""};
 /// More than objects may stand inside one another.
 constexpr std::size_t kDeepest = 300;
 /// More than lists may be written in one another.

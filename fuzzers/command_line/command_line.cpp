@@ -73,8 +73,7 @@ const PrivateFolder& folder()
 /// The process is in the private folder until the end of the scope, and keeps nothing in the user's.
 class InFolder {
 public:
-    InFolder()
-        : m_former(::open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    InFolder() : m_former(::open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC))
     {
         require(m_former >= 0 && ::chdir(folder().path().c_str()) == 0 && ::setenv("TOLVGRAPHING_NO_CACHE", "1", 1) == 0, "the private folder can be entered");
     }

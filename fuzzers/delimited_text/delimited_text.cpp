@@ -108,7 +108,8 @@ void requireValuesOfTexts(const MeasurementTable& table)
         for (std::size_t row = 0; row < column.texts.size(); ++row) {
             const std::string& text = column.texts[row];
             if (isPlainNumber(text, mark))
-                require(areSame(column.values[row], nearestFloat(text, mark)) || (column.kind != input::ColumnKind::Number && std::isnan(column.values[row])), "a plain number is the nearest float, or a gap among dates");
+                require(areSame(column.values[row], nearestFloat(text, mark)) || (column.kind != input::ColumnKind::Number && std::isnan(column.values[row])),
+                    "a plain number is the nearest float, or a gap among dates");
             else if (text.empty())
                 require(std::isnan(column.values[row]), "an empty field is a gap");
         }

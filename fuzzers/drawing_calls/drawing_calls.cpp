@@ -200,7 +200,10 @@ private:
     void call(DrawingContext& context)
     {
         switch (m_reader.below(20)) {
-        case 0: context.saveState(); ++m_depth; break;
+        case 0:
+            context.saveState();
+            ++m_depth;
+            break;
         case 1:
             if (m_depth > 0) {
                 context.restoreState();

@@ -383,7 +383,8 @@ private:
         m_reader.yes() ? m_graph->zoomToFitXInRect(rect()) : m_graph->zoomToFitYInRect(rect());
         const auto fitting = m_graph->extentsFittingGraphData();
         require(!std::isnan(fitting->y()->min()) && !std::isnan(fitting->y()->max()), "ordinates that are NaN are passed over");
-        require(fitting->y()->min() <= fitting->y()->max() || fitting->y()->min() == static_cast<double>(std::numeric_limits<float>::max()) || fitting->y()->max() == -static_cast<double>(std::numeric_limits<float>::max()),
+        require(fitting->y()->min() <= fitting->y()->max() || fitting->y()->min() == static_cast<double>(std::numeric_limits<float>::max())
+                || fitting->y()->max() == -static_cast<double>(std::numeric_limits<float>::max()),
             "the range of the ordinates is not reversed");
     }
 
@@ -505,7 +506,8 @@ private:
         require(read != nullptr, "an archive of a graph gives a graph");
         require(read->countOfMarkers() == m_graph->countOfMarkers(), "an archive keeps the markers");
         for (std::size_t i = 0; i < read->countOfMarkers(); ++i)
-            require(isSame(read->markers()[i]->value(), m_graph->markers()[i]->value()) && read->markers()[i]->axisIndex() == m_graph->markers()[i]->axisIndex(), "an archive keeps markers as they are");
+            require(isSame(read->markers()[i]->value(), m_graph->markers()[i]->value()) && read->markers()[i]->axisIndex() == m_graph->markers()[i]->axisIndex(),
+                "an archive keeps markers as they are");
         requireSameRange(m_graph->extents() ? m_graph->extents()->x().get() : nullptr, read->extents()->x().get());
         requireSameRange(m_graph->extents() ? m_graph->extents()->y().get() : nullptr, read->extents()->y().get());
         if (m_graph->horizontalAxis())
@@ -525,7 +527,10 @@ private:
         view->setGraph(m_graph);
         view->setFitsMarginsToLabels(m_reader.yes());
         GraphInteraction interaction(view);
-        const auto point = [&] { return m_reader.yes() ? Point{m_reader.interestingDouble(), m_reader.interestingDouble()} : Point{static_cast<double>(m_reader.below(200)), static_cast<double>(m_reader.below(120))}; };
+        const auto point = [&] {
+            return m_reader.yes() ? Point{m_reader.interestingDouble(), m_reader.interestingDouble()}
+                                  : Point{static_cast<double>(m_reader.below(200)), static_cast<double>(m_reader.below(120))};
+        };
         for (std::size_t i = m_reader.below(8); i > 0; --i) {
             const KeyModifiers modifiers{m_reader.yes(), m_reader.yes()};
             const PointerButton button = m_reader.yes() ? PointerButton::Primary : PointerButton::Secondary;
@@ -656,7 +661,8 @@ private:
         }
         default: {
             std::vector<std::uint32_t> pixels(std::size_t{140} * 100, 0xFFFFFFFFU);
-            drawOnPixels({reinterpret_cast<unsigned char*>(pixels.data()), 140, 100, std::ptrdiff_t{140} * 4}, m_reader.yes() ? 1.0 : 1.5, [&](DrawingContext&) { m_graph->drawInRect(rect); });
+            drawOnPixels({reinterpret_cast<unsigned char*>(pixels.data()), 140, 100, std::ptrdiff_t{140} * 4}, m_reader.yes() ? 1.0 : 1.5,
+                [&](DrawingContext&) { m_graph->drawInRect(rect); });
             break;
         }
         }

@@ -46,8 +46,8 @@ struct Array {
 
     [[nodiscard]] std::string file() const
     {
-        std::string header = "{'descr': '" + std::string(isBigEndian ? ">" : "<") + type + "', 'fortran_order': " + (isByColumns ? "True" : "False") + ", 'shape': (" + std::to_string(rowCount) + ", "
-            + std::to_string(columnCount) + "), }";
+        std::string header = "{'descr': '" + std::string(isBigEndian ? ">" : "<") + type + "', 'fortran_order': " + (isByColumns ? "True" : "False") + ", 'shape': ("
+            + std::to_string(rowCount) + ", " + std::to_string(columnCount) + "), }";
         header.resize((header.size() + 10 + 64) / 64 * 64 - 10, ' ');
         return std::string("\x93NUMPY\x01\x00", 8) + static_cast<char>(header.size()) + '\0' + header + elements;
     }

@@ -55,7 +55,8 @@ Verdict tryInput(std::span<const std::byte> input)
         return Verdict::refused;
     requireTimes(table);
     const std::uint64_t values = std::uint64_t{table.rowCount()} * table.columns.size();
-    require(values <= kMostValues + kBlockValues || values / input::kMaximumSoundValuesPerByte <= content.size() + kBlockValues, "a sound has no more values than its length allows");
+    require(
+        values <= kMostValues + kBlockValues || values / input::kMaximumSoundValuesPerByte <= content.size() + kBlockValues, "a sound has no more values than its length allows");
     return Verdict::accepted;
 }
 

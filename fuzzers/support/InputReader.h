@@ -22,7 +22,7 @@ public:
 
     /// The next bytes as a number, whichever its bits say: floating point numbers come as NaN, infinities and subnormal ones too. The first byte is the lowest.
     template <typename Number>
-        requires std::integral<Number> || std::floating_point<Number>
+    requires std::integral<Number> || std::floating_point<Number>
     [[nodiscard]] Number number()
     {
         if constexpr (std::same_as<Number, float>) {
@@ -58,9 +58,9 @@ public:
     {
         using Double = std::numeric_limits<double>;
         using Float = std::numeric_limits<float>;
-        static constexpr double kEdges[] = {0.0, -0.0, 1.0, -1.0, 0.5, 1e-9, 1e9, 1e300, -1e300, Double::infinity(), -Double::infinity(), Double::quiet_NaN(), Double::max(), Double::lowest(),
-            Double::min(), Double::denorm_min(), Double::epsilon(), static_cast<double>(Float::max()), static_cast<double>(Float::lowest()), static_cast<double>(Float::denorm_min()), 16777216.0,
-            2147483647.0, 4294967296.0, 9.2e18, 1.8e19};
+        static constexpr double kEdges[] = {0.0, -0.0, 1.0, -1.0, 0.5, 1e-9, 1e9, 1e300, -1e300, Double::infinity(), -Double::infinity(), Double::quiet_NaN(), Double::max(),
+            Double::lowest(), Double::min(), Double::denorm_min(), Double::epsilon(), static_cast<double>(Float::max()), static_cast<double>(Float::lowest()),
+            static_cast<double>(Float::denorm_min()), 16777216.0, 2147483647.0, 4294967296.0, 9.2e18, 1.8e19};
         switch (below(4)) {
         case 0: return oneOf(kEdges);
         case 1: return static_cast<double>(number<std::int16_t>()) / 16.0;

@@ -11,11 +11,7 @@ constexpr std::array<std::uint64_t, 12> kNumbers = {0, 1, 0x7F, 0x80, 0xFF, 0x7F
 
 } // namespace
 
-Mutation::Mutation(std::vector<Bytes> saved, std::uint64_t seed)
-    : m_saved(std::move(saved))
-    , m_state(seed)
-{
-}
+Mutation::Mutation(std::vector<Bytes> saved, std::uint64_t seed) : m_saved(std::move(saved)), m_state(seed) {}
 
 std::size_t Mutation::below(std::size_t end)
 {

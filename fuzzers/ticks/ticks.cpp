@@ -45,7 +45,8 @@ Verdict tryLogRange(InputReader& input)
         return Verdict::refused;
     }
     const double decades = std::log10(max) - std::log10(min) + 2.0;
-    require(static_cast<double>(values.size()) <= decades * 9.0 * std::pow(10.0, std::max(0, static_cast<int>(std::min(depth, kDeepestDepth)) - 1)), "so many values for each decade");
+    require(
+        static_cast<double>(values.size()) <= decades * 9.0 * std::pow(10.0, std::max(0, static_cast<int>(std::min(depth, kDeepestDepth)) - 1)), "so many values for each decade");
     require(ascends(values), "the values ascend");
     require(std::ranges::all_of(values, [&](double value) { return value >= min && value <= max; }), "the values lie in the range");
     constexpr double kFullPrecision = 1e-300;
@@ -67,7 +68,8 @@ double mostLines(double length, bool isLogarithmic, double min, double max)
     // Whatever the length, a logarithmic axis lists nine values for each decade; where none has a position, ninety.
     // What scales positions overflows before they do.
     constexpr double kLargest = 1e30;
-    const bool havePositions = std::abs(length) <= kLargest && max <= static_cast<double>(std::numeric_limits<float>::max()) && min >= static_cast<double>(std::numeric_limits<float>::denorm_min());
+    const bool havePositions
+        = std::abs(length) <= kLargest && max <= static_cast<double>(std::numeric_limits<float>::max()) && min >= static_cast<double>(std::numeric_limits<float>::denorm_min());
     return isLogarithmic ? std::max(byLength, (havePositions ? 9.0 : 90.0) * (std::log10(max) - std::log10(min) + 2.0)) : byLength;
 }
 
@@ -77,7 +79,8 @@ Verdict tryAxis(InputReader& input)
     const bool isLogarithmic = input.yes();
     const auto graph = TOLVGraph::graph();
     const double min = input.interestingDouble();
-    const double max = input.yes() ? input.interestingDouble() : min + static_cast<double>(input.below(100000)) * std::pow(10.0, static_cast<double>(input.number<std::int8_t>() / 4));
+    const double max
+        = input.yes() ? input.interestingDouble() : min + static_cast<double>(input.below(100000)) * std::pow(10.0, static_cast<double>(input.number<std::int8_t>() / 4));
     const auto extents = TOLVAxisExtents::extentsWithMin(min, max);
     isVertical ? graph->extents()->setY(extents) : graph->extents()->setX(extents);
     std::shared_ptr<const TOLVAxis> wanted;

@@ -41,9 +41,7 @@ bool isOwned(xcb_connection_t* connection, xcb_atom_t selection)
 /// A window that nobody sees, to which the manager answers.
 class HiddenWindow {
 public:
-    explicit HiddenWindow(xcb_connection_t* connection)
-        : m_connection(connection)
-        , m_name(xcb_generate_id(connection))
+    explicit HiddenWindow(xcb_connection_t* connection) : m_connection(connection), m_name(xcb_generate_id(connection))
     {
         const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
         xcb_create_window(connection, XCB_COPY_FROM_PARENT, m_name, screen->root, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
@@ -80,12 +78,7 @@ std::vector<xcb_atom_t> targetsToSave(xcb_connection_t* connection, const QMimeD
 /// Ends a loop when a window gets the answer to a request.
 class AnswerFilter final : public QAbstractNativeEventFilter {
 public:
-    AnswerFilter(xcb_window_t window, QEventLoop& loop)
-        : m_window(window)
-        , m_loop(loop)
-    {
-        QGuiApplication::instance()->installNativeEventFilter(this);
-    }
+    AnswerFilter(xcb_window_t window, QEventLoop& loop) : m_window(window), m_loop(loop) { QGuiApplication::instance()->installNativeEventFilter(this); }
 
     [[nodiscard]] bool isAnswered() const { return m_isAnswered; }
     [[nodiscard]] bool isGranted() const { return m_isGranted; }

@@ -14,9 +14,7 @@ DisplayGuard* currentGuard = nullptr;
 
 } // namespace
 
-DisplayGuard::DisplayGuard(const QString& program, const QString& withoutDisplay)
-    : m_program(program)
-    , m_withoutDisplay(withoutDisplay)
+DisplayGuard::DisplayGuard(const QString& program, const QString& withoutDisplay) : m_program(program), m_withoutDisplay(withoutDisplay)
 {
     currentGuard = this;
     m_formerHandler = qInstallMessageHandler(answerMessage);

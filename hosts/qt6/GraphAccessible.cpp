@@ -15,10 +15,7 @@ QAccessibleInterface* makeInterface(const QString&, QObject* object)
 
 } // namespace
 
-GraphAccessible::GraphAccessible(GraphWidget* widget)
-    : QAccessibleWidget(widget, QAccessible::Chart)
-{
-}
+GraphAccessible::GraphAccessible(GraphWidget* widget) : QAccessibleWidget(widget, QAccessible::Chart) {}
 
 GraphWidget& GraphAccessible::graphWidget() const
 {

@@ -123,7 +123,8 @@ void GraphOverlay::paintReadout()
         const QColor color = shownColor(series[sample.series]->color());
         if (lines.size() <= kMostLines)
             lines.push_back({QString::fromStdString(m_interaction.ordinateText(sample)), color});
-        const bool isVisible = sample.position.x >= m_dataRect.x() && sample.position.x <= m_dataRect.maxX() && sample.position.y >= m_dataRect.y() && sample.position.y <= m_dataRect.maxY();
+        const bool isVisible
+            = sample.position.x >= m_dataRect.x() && sample.position.x <= m_dataRect.maxX() && sample.position.y >= m_dataRect.y() && sample.position.y <= m_dataRect.maxY();
         if (!isVisible)
             continue;
         m_painter.setPen(QPen(groundColor(), 1.0));

@@ -94,16 +94,12 @@ std::shared_ptr<TOLVGraphView> newView()
 
 } // namespace
 
-GraphWidget::GraphWidget(QWidget* parent)
-    : QWidget(parent)
-    , m_view(newView())
+GraphWidget::GraphWidget(QWidget* parent) : QWidget(parent), m_view(newView())
 {
     initialize();
 }
 
-GraphWidget::GraphWidget(std::shared_ptr<TOLVGraphView> view, QWidget* parent)
-    : QWidget(parent)
-    , m_view(std::move(view))
+GraphWidget::GraphWidget(std::shared_ptr<TOLVGraphView> view, QWidget* parent) : QWidget(parent), m_view(std::move(view))
 {
     installQtServices();
     initialize();

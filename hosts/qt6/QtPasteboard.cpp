@@ -28,10 +28,7 @@ constexpr std::chrono::seconds kHandoverPatience(10);
 /// Contents as the clipboard passes them on: each type's bytes when they are asked for.
 class GraphMimeData final : public QMimeData {
 public:
-    explicit GraphMimeData(std::shared_ptr<MemoryPasteboard> contents)
-        : m_contents(std::move(contents))
-    {
-    }
+    explicit GraphMimeData(std::shared_ptr<MemoryPasteboard> contents) : m_contents(std::move(contents)) {}
 
     [[nodiscard]] QStringList formats() const override
     {

@@ -31,11 +31,16 @@ Bytes binaryArchive()
 Bytes xmlArchive()
 {
     const auto reference = [](int number) { return "<dict><key>CF$UID</key><integer>" + std::to_string(number) + "</integer></dict>"; };
-    const auto classObject = [](const std::string& name) { return "<dict><key>$classname</key><string>" + name + "</string><key>$classes</key><array><string>" + name + "</string><string>NSObject</string></array></dict>"; };
-    const std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>$version</key><integer>100000</integer><key>$archiver</key><string>NSKeyedArchiver</string><key>$top</key><dict><key>root</key>"
-        + reference(1) + "</dict><key>$objects</key><array><string>$null</string><dict><key>extents</key>" + reference(3) + "<key>markers</key><array>" + reference(5) + "</array><key>a key that nobody reads at all</key>"
-        + "<data>AQIDBAUGBwgJCgsMDQ4PEA==</data><key>$class</key>" + reference(2) + "</dict>" + classObject("TOLVGraph") + "<dict><key>x</key>" + reference(7) + "<key>y</key>" + reference(7) + "<key>$class</key>" + reference(4)
-        + "</dict>" + classObject("TOLVGraphExtents") + "<dict><key>value</key><real>1.5</real><key>axisIndex</key><integer>0</integer><key>$class</key>" + reference(6) + "</dict>" + classObject("TOLVMarker")
+    const auto classObject = [](const std::string& name) {
+        return "<dict><key>$classname</key><string>" + name + "</string><key>$classes</key><array><string>" + name + "</string><string>NSObject</string></array></dict>";
+    };
+    const std::string text
+        = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist "
+          "version=\"1.0\"><dict><key>$version</key><integer>100000</integer><key>$archiver</key><string>NSKeyedArchiver</string><key>$top</key><dict><key>root</key>"
+        + reference(1) + "</dict><key>$objects</key><array><string>$null</string><dict><key>extents</key>" + reference(3) + "<key>markers</key><array>" + reference(5)
+        + "</array><key>a key that nobody reads at all</key>" + "<data>AQIDBAUGBwgJCgsMDQ4PEA==</data><key>$class</key>" + reference(2) + "</dict>" + classObject("TOLVGraph")
+        + "<dict><key>x</key>" + reference(7) + "<key>y</key>" + reference(7) + "<key>$class</key>" + reference(4) + "</dict>" + classObject("TOLVGraphExtents")
+        + "<dict><key>value</key><real>1.5</real><key>axisIndex</key><integer>0</integer><key>$class</key>" + reference(6) + "</dict>" + classObject("TOLVMarker")
         + "<dict><key>min</key><real>1</real><key>max</key><real>2</real><key>$class</key>" + reference(8) + "</dict>" + classObject("TOLVAxisExtents") + "</array></dict></plist>";
     const auto bytes = std::as_bytes(std::span(text.data(), text.size()));
     return {bytes.begin(), bytes.end()};

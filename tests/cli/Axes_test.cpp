@@ -154,7 +154,8 @@ TEST_F(LogarithmicAxis, needsAPositiveNumber)
         "tolvgraph: --y-axis: found 'log', expected data with a number greater than 0\n"));
     // Positive ordinates, but none of them at a positive abscissa.
     folder().write("apart.csv", "t,v\n-1,5\n1,-5\n");
-    EXPECT_TRUE(endedWith(run({"apart.csv", "-o", "p.svg", "--x-axis", "log", "--y-axis", "log"}), 2, "tolvgraph: --y-axis: found 'log', expected data with a number greater than 0\n"));
+    EXPECT_TRUE(
+        endedWith(run({"apart.csv", "-o", "p.svg", "--x-axis", "log", "--y-axis", "log"}), 2, "tolvgraph: --y-axis: found 'log', expected data with a number greater than 0\n"));
     EXPECT_EQ(folder().read("p.svg"), "");
 }
 
@@ -167,7 +168,8 @@ TEST_F(LogarithmicAxis, refusesEndsThatAreNotPositive)
             EXPECT_TRUE(endedWith(run({"decades.csv", "-o", "p.svg", "--" + axis + "-axis", "log", "--" + axis + "-range=:" + end}), 2, message));
         }
     }
-    EXPECT_TRUE(endedWith(run({"decades.csv", "-o", "p.svg", "--x-axis", "log", "--x-range", "10:5"}), 2, "tolvgraph: --x-range: found '10:5', expected an end greater than the start\n"));
+    EXPECT_TRUE(
+        endedWith(run({"decades.csv", "-o", "p.svg", "--x-axis", "log", "--x-range", "10:5"}), 2, "tolvgraph: --x-range: found '10:5', expected an end greater than the start\n"));
     EXPECT_EQ(folder().read("p.svg"), "");
     // The other axis is free.
     EXPECT_TRUE(succeededSilently(run({"decades.csv", "-o", "p.svg", "--x-axis", "log", "--y-range=-5:5"})));
@@ -194,7 +196,10 @@ TEST_F(LogarithmicAxis, showsTheWholeRangeOfFloats)
     folder().write("extreme.csv", "t,v\n1e-45,1e-45\n1,1\n3.4e38,3.4e38\n");
     const DrawnPage page = drawn({"extreme.csv", "--x-axis", "log", "--y-axis", "log", "--draw", "x"});
     EXPECT_EQ(crosses(page).size(), 3U);
-    EXPECT_TRUE(page.hasText("10") && page.hasText("1\xC3\x97" "10\xE2\x81\xBB\xC2\xB3\xC2\xB9")) << page.allTexts();
+    EXPECT_TRUE(page.hasText("10")
+        && page.hasText("1\xC3\x97"
+                        "10\xE2\x81\xBB\xC2\xB3\xC2\xB9"))
+        << page.allTexts();
 }
 
 TEST_F(LogarithmicAxis, marksValues)

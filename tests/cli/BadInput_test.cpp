@@ -66,7 +66,8 @@ TEST_F(BadInput, moreSeriesThanAGraphHas)
         wide += ",1";
     wide += "\n" + wide + "\n";
     folder().write("wide.csv", wide);
-    EXPECT_TRUE(endedWith(run({"wide.csv", "wide.csv", "-o", "picture.svg"}), 2, "tolvgraph: FILE: found '16386 series', expected at most 16384 in one graph; --y chooses some of them\n"));
+    EXPECT_TRUE(
+        endedWith(run({"wide.csv", "wide.csv", "-o", "picture.svg"}), 2, "tolvgraph: FILE: found '16386 series', expected at most 16384 in one graph; --y chooses some of them\n"));
     EXPECT_FALSE(std::filesystem::exists(folder().path("picture.svg")));
 }
 
@@ -160,8 +161,7 @@ TEST_F(BadInput, brokenArrays)
     expectRefused(whole.substr(0, 9), ": the end of the file within the npy header, expected the length of the header", "bad.npy");
     expectRefused(npyFile("<c8", "(1,)", "12345678"), ": elements of the type '<c8', expected f2, f4, f8, i1 to i8, u1 to u8 or b1", "bad.npy");
     expectRefused(npyFile("<f4", "(1, 1, 1)", "1234"), ": an array of the shape '(1, 1, 1)', expected one dimension, or two (rows and columns)", "bad.npy");
-    expectRefused(npyFile("<f8", "(900000000000000,)", "12345678"),
-        ": 8 bytes of elements, expected 7200000000000000 for 900000000000000 rows of 1 columns", "bad.npy");
+    expectRefused(npyFile("<f8", "(900000000000000,)", "12345678"), ": 8 bytes of elements, expected 7200000000000000 for 900000000000000 rows of 1 columns", "bad.npy");
     expectRefused("t,v\n1,2\n", ": a file that does not start like an npy array, expected the bytes \\x93NUMPY and a version", "bad.npy");
 }
 
@@ -263,7 +263,8 @@ TEST_F(BadOutput, folderAndFileWithoutPermission)
     ProcessSurroundings surroundings;
     surroundings.withoutPrivileges = true;
     ASSERT_EQ(::chmod(folder().path().c_str(), ::geteuid() == 0 ? 0755 : 0555), 0);
-    EXPECT_TRUE(endedWith(run({"table.csv", "-o", "picture.svg"}, surroundings), 1, "tolvgraph: picture.svg: cannot be written, no file can be made in the folder .: Permission denied\n"));
+    EXPECT_TRUE(
+        endedWith(run({"table.csv", "-o", "picture.svg"}, surroundings), 1, "tolvgraph: picture.svg: cannot be written, no file can be made in the folder .: Permission denied\n"));
     ASSERT_EQ(::chmod(folder().path().c_str(), 0777), 0);
     // The folder would allow to replace the file, the file itself does not want it.
     folder().write("old.svg", "old");
@@ -283,8 +284,9 @@ TEST_F(BadOutput, failureHalfwayLeavesTheOldFile)
         const ProcessResult result = run({"table.csv", "-o", picture}, surroundings);
         // PostScript pages are made in a temporary file, so that they fail earlier.
         if (picture.ends_with("ps"))
-            EXPECT_TRUE(endedWith(result, 1, std::string("tolvgraph: cannot make the ") + (picture.ends_with(".eps") ? "EPS" : "PostScript")
-                + " output: its page could not be kept in the folder for temporary files, expected room in /tmp\n"));
+            EXPECT_TRUE(endedWith(result, 1,
+                std::string("tolvgraph: cannot make the ") + (picture.ends_with(".eps") ? "EPS" : "PostScript")
+                    + " output: its page could not be kept in the folder for temporary files, expected room in /tmp\n"));
         else
             EXPECT_TRUE(endedWith(result, 1, "tolvgraph: " + picture + ": cannot be written: File too large\n"));
         EXPECT_EQ(folder().read(picture), "the old picture");
@@ -309,8 +311,7 @@ TEST_F(BadOutput, listingThatCannotBePrinted)
     ProcessSurroundings surroundings;
     surroundings.outputFile = "/dev/full";
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--list-columns", "table.csv"}, {"--help"}, {"--version"}}) {
-        EXPECT_TRUE(endedWith(run(arguments, surroundings), 1,
-            "tolvgraph: standard output: cannot be written (No space left on device), expected a file or device with room\n"));
+        EXPECT_TRUE(endedWith(run(arguments, surroundings), 1, "tolvgraph: standard output: cannot be written (No space left on device), expected a file or device with room\n"));
     }
 }
 

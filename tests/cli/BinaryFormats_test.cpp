@@ -47,10 +47,9 @@ const ArrayCase kArrays[] = {
     {"i4", npyFile("<i4", "(4,)", elementBytes<std::int32_t>(kFour)), "<i4\n  1  column 1: number, 4 rows, -2 to 3\n", 1, "sample"},
     {"i8Big", npyFile(">i8", "(4,)", elementBytes<std::int64_t>(kFour, true)), ">i8\n  1  column 1: number, 4 rows, -2 to 3\n", 1, "sample"},
     {"u8", npyFile("<u8", "(4,)", elementBytes<std::uint64_t>(kPositive)), "<u8\n  1  column 1: number, 4 rows, 0 to 3\n", 1, "sample"},
-    {"rowsAfterRows", npyFile("<f8", "(3, 2)", elementBytes<double>(kSix)),
-        "<f8\n  1  column 1: number, 3 rows, 1 to 5\n  2  column 2: number, 3 rows, 2 to 9\n", 1, ""},
-    {"columnsAfterColumns", npyFile("<f8", "(3, 2)", elementBytes<double>(kSix), true),
-        "<f8\n  1  column 1: number, 3 rows, 1 to 3\n  2  column 2: number, 3 rows, 4 to 9\n", 1, ""},
+    {"rowsAfterRows", npyFile("<f8", "(3, 2)", elementBytes<double>(kSix)), "<f8\n  1  column 1: number, 3 rows, 1 to 5\n  2  column 2: number, 3 rows, 2 to 9\n", 1, ""},
+    {"columnsAfterColumns", npyFile("<f8", "(3, 2)", elementBytes<double>(kSix), true), "<f8\n  1  column 1: number, 3 rows, 1 to 3\n  2  column 2: number, 3 rows, 4 to 9\n", 1,
+        ""},
     {"threeColumns", npyFile("<i2", "(2, 3)", elementBytes<std::int16_t>(kSix)),
         "<i2\n  1  column 1: number, 2 rows, 1 to 4\n  2  column 2: number, 2 rows, 2 to 5\n  3  column 3: number, 2 rows, 3 to 9\n", 2, ""},
 };
@@ -88,8 +87,8 @@ TEST_F(RawNumbers, ofChannelsSideBySide)
     EXPECT_EQ(both.strokesOfColor("#0072b2").size() + both.strokesOfColor("#d55e00").size(), 2U);
     const DrawnPage one = drawn({"scope.f32", "--channels", "2", "--x", "1"});
     EXPECT_EQ(one.strokesOfColor("#0072b2").size() + one.strokesOfColor("#d55e00").size(), 1U);
-    EXPECT_TRUE(endedWith(run({"scope.f32", "--channels", "4", "--list-columns"}), 1,
-        "tolvgraph: scope.f32: 24 bytes, expected a multiple of 16, 4 bytes for each of 4 channels\n"));
+    EXPECT_TRUE(
+        endedWith(run({"scope.f32", "--channels", "4", "--list-columns"}), 1, "tolvgraph: scope.f32: 24 bytes, expected a multiple of 16, 4 bytes for each of 4 channels\n"));
 }
 
 /// Keeps what the command line learns of long columns in the test's folder.

@@ -430,7 +430,8 @@ TEST_F(Categories, needColumnsAndNumbers)
         "tolvgraph: countries.csv: no column '4', expected a number from 1 to 3 or one of 'country', 'population', 'area'\n"));
     EXPECT_TRUE(endedWith(run({"words.csv", "-o", "p.svg", "--draw", "bar", "--y", "w"}), 1, "tolvgraph: words.csv: no number in column 'w', expected a column of numbers\n"));
     EXPECT_TRUE(endedWith(run({"empty.csv", "-o", "p.svg", "--draw", "bar", "--y", "v"}), 1, "tolvgraph: empty.csv: no number in column 'v', expected a column of numbers\n"));
-    EXPECT_TRUE(endedWith(run({"words.csv", "-o", "p.svg", "--draw", "bar", "--x", "v"}), 1, "tolvgraph: words.csv: no column of numbers to draw among 'n', 'w', 'v', expected at least one besides x\n"));
+    EXPECT_TRUE(endedWith(run({"words.csv", "-o", "p.svg", "--draw", "bar", "--x", "v"}), 1,
+        "tolvgraph: words.csv: no column of numbers to draw among 'n', 'w', 'v', expected at least one besides x\n"));
     EXPECT_EQ(folder().read("p.svg"), "");
 }
 

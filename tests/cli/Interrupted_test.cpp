@@ -22,8 +22,7 @@ using testing::ElementsAre;
 /// Tells when something is made in a folder.
 class FolderWatch {
 public:
-    explicit FolderWatch(const std::string& folder)
-        : m_descriptor(::inotify_init1(IN_CLOEXEC))
+    explicit FolderWatch(const std::string& folder) : m_descriptor(::inotify_init1(IN_CLOEXEC))
     {
         if (m_descriptor < 0 || ::inotify_add_watch(m_descriptor, folder.c_str(), IN_CREATE) < 0)
             throw std::runtime_error("cannot watch " + folder);
@@ -100,7 +99,7 @@ std::string nameOfSignal(const testing::TestParamInfo<int>& info)
 
 INSTANTIATE_TEST_SUITE_P(Signals, Interrupted, testing::Values(SIGHUP, SIGINT, SIGTERM, SIGKILL), nameOfSignal);
 
-class InterruptedReading : public CommandLineTest { };
+class InterruptedReading : public CommandLineTest {};
 
 TEST_F(InterruptedReading, endsWithTheSignal)
 {

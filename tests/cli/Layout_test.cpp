@@ -42,7 +42,9 @@ constexpr const char* kDecades = "f,v\n1e-12,1e12\n1,1\n1e12,1e-12\n";
 const LayoutCase kCases[] = {
     {"millions", kMillions, {}, "1,000,000"},
     {"millionsWithTitle", kMillions, {"--title", "gypsum and quartz", "--y-label", "Pressure (Pa)"}, "gypsum and quartz"},
-    {"billions", kBillions, {}, "-4\xC3\x97" "10\xE2\x81\xB9"},
+    {"billions", kBillions, {},
+        "-4\xC3\x97"
+        "10\xE2\x81\xB9"},
     {"billionsInDecimalStyle", kBillions, {"--y-format", "decimal"}, "-4,000,000,000"},
     {"billionsWithPrefixes", kBillions, {"--y-format", "si"}, "-4G"},
     {"tiny", kTiny, {}, "0.0001"},
@@ -69,8 +71,12 @@ const LayoutCase kCases[] = {
     {"linesOfMillions", kMillions, {"--draw", "line"}, "1,000,000"},
     {"audio", kAudio, {"--x-axis", "log", "--x-format", "si", "--x-range", "20:20000"}, "20k"},
     {"audioInFull", kAudio, {"--x-axis", "log", "--x-format", "adaptive", "--size", "400x300"}, "10,000"},
-    {"audioScientific", kAudio, {"--x-axis", "log", "--x-format", "scientific"}, "1\xC3\x97" "10\xC2\xB2"},
-    {"manyDecades", kDecades, {"--x-axis", "log", "--y-axis", "log"}, "1\xC3\x97" "10\xE2\x81\xBB\xC2\xB9\xC2\xB2"},
+    {"audioScientific", kAudio, {"--x-axis", "log", "--x-format", "scientific"},
+        "1\xC3\x97"
+        "10\xC2\xB2"},
+    {"manyDecades", kDecades, {"--x-axis", "log", "--y-axis", "log"},
+        "1\xC3\x97"
+        "10\xE2\x81\xBB\xC2\xB9\xC2\xB2"},
     {"crosses", kTwo, {"--draw", "x", "--legend"}, "first"},
     {"impulses", kTiny, {"--draw", "impulse"}, "0.0001"},
     {"longLegend", kTwo, {"--legend", "--size", "120x200"}, "second"},
@@ -99,7 +105,8 @@ Rect boxWithDescender(const DrawnText& text)
     Rect box = text.capitalBox();
     if (text.text.find_first_of("gjpqy(") == std::string::npos)
         return box;
-    return text.angle == 0.0 ? Rect{box.x(), box.y(), box.width(), box.height() + kDescender * text.size} : Rect{box.x(), box.y(), box.width() + kDescender * text.size, box.height()};
+    return text.angle == 0.0 ? Rect{box.x(), box.y(), box.width(), box.height() + kDescender * text.size}
+                             : Rect{box.x(), box.y(), box.width() + kDescender * text.size, box.height()};
 }
 
 TEST_P(Layout, keepsEveryLabelOnThePage)
@@ -158,7 +165,8 @@ TEST_F(SmallPictures, ofAnySizeAreDrawn)
 {
     folder().write("table.csv", kTwo);
     for (const char* size : {"1x1", "5x5", "20x400", "400x20", "30x30", "60x40", "100x14400"}) {
-        const ProcessResult result = run({"table.csv", "--size", size, "--legend", "--title", "T", "--marker", "1", "-o", "p.svg", "-o", "p.pdf", "-o", "p.png", "-o", "p.eps", "--scale", "1"});
+        const ProcessResult result
+            = run({"table.csv", "--size", size, "--legend", "--title", "T", "--marker", "1", "-o", "p.svg", "-o", "p.pdf", "-o", "p.png", "-o", "p.eps", "--scale", "1"});
         EXPECT_TRUE(succeededSilently(result)) << size;
     }
 }

@@ -10,7 +10,8 @@ namespace TOLVGraphing::testing_support {
 [[nodiscard]] std::string npyFile(const std::string& type, const std::string& shape, const std::string& elements, bool isFortranOrder = false);
 
 /// The bytes of numbers, each as `Element`, the lowest byte first or last.
-template <typename Element> [[nodiscard]] std::string elementBytes(const std::vector<double>& values, bool isBigEndian = false)
+template <typename Element>
+[[nodiscard]] std::string elementBytes(const std::vector<double>& values, bool isBigEndian = false)
 {
     std::string bytes;
     for (const double value : values) {

@@ -33,12 +33,25 @@ TEST_F(NumberFormats, ofBothAxes)
         {"table.csv", {"--x-format", "adaptive", "--y-format", "adaptive"}, {"1000", "0.001", "0.0004"}, "1k"},
         {"table.csv", {"--x-format", "decimal", "--y-format", "decimal"}, {"1,000", "0.001", "0.002"}, "0.0004"},
         {"table.csv", {"--x-format", "si", "--y-format", "si"}, {"0", "1k", "3k", "1m", "400\xC2\xB5"}, "1,000"},
-        {"table.csv", {"--x-format", "scientific", "--y-format", "scientific"}, {"0", "1\xC3\x97" "10\xC2\xB3", "1\xC3\x97" "10\xE2\x81\xBB\xC2\xB3", "4\xC3\x97" "10\xE2\x81\xBB\xE2\x81\xB4"}, "1,000"},
+        {"table.csv", {"--x-format", "scientific", "--y-format", "scientific"},
+            {"0",
+                "1\xC3\x97"
+                "10\xC2\xB3",
+                "1\xC3\x97"
+                "10\xE2\x81\xBB\xC2\xB3",
+                "4\xC3\x97"
+                "10\xE2\x81\xBB\xE2\x81\xB4"},
+            "1,000"},
         {"table.csv", {"--x-format", "si"}, {"1k", "0.001"}, "1m"},
         {"table.csv", {"--y-format", "si"}, {"1000", "1m"}, "1k"},
         {"table.csv", {"--x-format", "date"}, {"1970-01-01", "1972-09-27", "1978-03-20"}, "1,000"},
         {"table.csv", {"--x-axis", "log", "--x-format", "si", "--x-range", "20:20000"}, {"20", "100", "200", "1k", "2k", "10k", "20k"}, "1,000"},
-        {"table.csv", {"--x-axis", "log", "--x-format", "scientific", "--x-range", "20:20000"}, {"1\xC3\x97" "10\xC2\xB2", "1\xC3\x97" "10\xE2\x81\xB4"}, "100"},
+        {"table.csv", {"--x-axis", "log", "--x-format", "scientific", "--x-range", "20:20000"},
+            {"1\xC3\x97"
+             "10\xC2\xB2",
+                "1\xC3\x97"
+                "10\xE2\x81\xB4"},
+            "100"},
         // Dates are written as dates unless something else is asked for.
         {"dates.csv", {}, {"2012-02-10", "1"}, "15,380"},
         {"dates.csv", {"--x-format", "date"}, {"2012-02-10"}, "15,380"},

@@ -45,8 +45,9 @@ TEST_F(Options, helpNamesEveryOption)
     const ProcessResult result = run({"--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.error, "");
-    for (const char* name : {"FILE", "-o,--output", "--size", "--scale", "--x ", "--y ", "--x-range", "--y-range", "--title", "--x-label", "--y-label", "--draw", "--color", "--pattern", "--thickness",
-             "--x-axis", "--y-axis", "--categories", "--x-format", "--y-format", "--marker", "--legend", "--layout", "--margin", "--list-columns", "--version", "-h,--help"})
+    for (const char* name :
+        {"FILE", "-o,--output", "--size", "--scale", "--x ", "--y ", "--x-range", "--y-range", "--title", "--x-label", "--y-label", "--draw", "--color", "--pattern", "--thickness",
+            "--x-axis", "--y-axis", "--categories", "--x-format", "--y-format", "--marker", "--legend", "--layout", "--margin", "--list-columns", "--version", "-h,--help"})
         EXPECT_THAT(result.output, testing::HasSubstr(name));
     EXPECT_EQ(run({"-h"}).output, result.output);
     EXPECT_EQ(run({"-h", "missing.csv", "--size", "nonsense"}).output, result.output) << "help goes before everything else";
@@ -272,8 +273,7 @@ TEST_F(Options, dottedTellsOfUnevenSamples)
     folder().write("uneven.csv", "t,v\n0,1\n1,2\n5,3\n");
     std::string messages;
     static_cast<void>(drawn({"uneven.csv", "--draw", "dotted"}, &messages));
-    EXPECT_EQ(messages,
-        "tolvgraph: --draw dotted spreads the samples evenly, but their x values are not evenly spaced: the x axis does not tell where they are\n");
+    EXPECT_EQ(messages, "tolvgraph: --draw dotted spreads the samples evenly, but their x values are not evenly spaced: the x axis does not tell where they are\n");
 }
 
 TEST_F(Options, looks)

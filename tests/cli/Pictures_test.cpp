@@ -127,7 +127,7 @@ TEST_F(Pictures, oldFilesAreReplaced)
     ASSERT_EQ(::chmod(folder().path("picture.svg").c_str(), 0640), 0);
     EXPECT_TRUE(succeededSilently(run({"table.csv", "-o", "picture.svg"})));
     EXPECT_EQ(curvePoints(DrawnPage::fromSVG(folder().read("picture.svg"))).size(), 6U);
-    struct stat status{};
+    struct stat status {};
     ASSERT_EQ(::stat(folder().path("picture.svg").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0640U);
     EXPECT_EQ(folder().names(), (std::vector<std::string>{"picture.svg", "table.csv"}));

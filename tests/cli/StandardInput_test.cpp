@@ -48,8 +48,8 @@ TEST_F(StandardInput, ofASound)
 {
     writeSound(folder().path("note.wav"), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 10, 1, {0.0F, 0.5F, -0.5F});
     const ProcessResult listed = runWithInput({"--list-columns", "-"}, folder().read("note.wav"));
-    EXPECT_EQ(listed.output,
-        "-: WAV (Microsoft), Signed 16 bit PCM, 10 samples a second\n  1  time (s): number, 3 rows, 0 to 0.2\n  2  channel 1: number, 3 rows, -0.5 to 0.5\n") << listed.text();
+    EXPECT_EQ(listed.output, "-: WAV (Microsoft), Signed 16 bit PCM, 10 samples a second\n  1  time (s): number, 3 rows, 0 to 0.2\n  2  channel 1: number, 3 rows, -0.5 to 0.5\n")
+        << listed.text();
 }
 
 TEST_F(StandardInput, withoutAWord)
@@ -128,8 +128,8 @@ TEST_F(SeveralFiles, seriesOfAFileWithSeveralCarryItsName)
 
 TEST_F(SeveralFiles, areAllReadBeforeAnythingIsDrawn)
 {
-    EXPECT_TRUE(endedWith(run({"first.csv", "missing.csv", "-o", "picture.svg"}), 1,
-        "tolvgraph: missing.csv: cannot be opened (No such file or directory), expected a readable file\n"));
+    EXPECT_TRUE(
+        endedWith(run({"first.csv", "missing.csv", "-o", "picture.svg"}), 1, "tolvgraph: missing.csv: cannot be opened (No such file or directory), expected a readable file\n"));
     EXPECT_EQ(folder().read("picture.svg"), "");
 }
 

@@ -126,7 +126,8 @@ TEST_F(Surroundings, currentFolderThatIsGone)
     const std::string table = folder().path("table.csv");
     EXPECT_TRUE(succeededSilently(shell(start + table + " -o " + folder().path("picture.svg"))));
     EXPECT_THAT(folder().read("picture.svg"), StartsWith("<?xml"));
-    EXPECT_TRUE(endedWith(shell(start + table + " -o picture.svg"), 1, "tolvgraph: picture.svg: cannot be written, no file can be made in the folder .: No such file or directory\n"));
+    EXPECT_TRUE(
+        endedWith(shell(start + table + " -o picture.svg"), 1, "tolvgraph: picture.svg: cannot be written, no file can be made in the folder .: No such file or directory\n"));
 }
 
 TEST_F(Surroundings, environmentThatIsBroken)
@@ -165,9 +166,11 @@ TEST_F(Surroundings, targetsThatTakeNoFile)
         std::string start;
         std::string reason;
     } kCases[] = {
+        // clang-format off
         {"file/picture",    ": cannot be written: Not a directory"},
         {"nowhere/picture", ": cannot be written, no file can be made in the folder nowhere: No such file or directory"},
         {longName,          ": cannot be written: File name too long"},
+        // clang-format on
     };
     for (const auto& [start, reason] : kCases) {
         for (const std::string& output : outputs) {
@@ -182,7 +185,8 @@ TEST_F(Surroundings, targetsThatTakeNoFile)
 TEST_F(Surroundings, linkToAFolderThatIsMissing)
 {
     std::filesystem::create_symlink("nowhere/target.svg", folder().path("dangling.svg"));
-    EXPECT_TRUE(endedWith(run({"table.csv", "-o", "dangling.svg"}), 1, "tolvgraph: dangling.svg: cannot be written, no file can be made in the folder ./nowhere: No such file or directory\n"));
+    EXPECT_TRUE(endedWith(
+        run({"table.csv", "-o", "dangling.svg"}), 1, "tolvgraph: dangling.svg: cannot be written, no file can be made in the folder ./nowhere: No such file or directory\n"));
     EXPECT_THAT(folder().names(), ElementsAre("dangling.svg", "table.csv"));
 }
 
@@ -204,9 +208,11 @@ TEST_F(Surroundings, diskThatIsFull)
     TOLV_REQUIRE_PROGRAM("unshare");
     if (const ProcessResult trial = onDisk("exit 0"); trial.status != 0)
         GTEST_SKIP() << "no file system can be mounted here: " << trial.error;
-    for (const std::string output : {"-o disk/picture.pdf", "-o disk/picture.ps", "-o disk/picture.eps", "-o disk/picture.svg", "-o disk/picture.png", "-o disk/picture.tiff", "--layout disk/picture.json"}) {
+    for (const std::string output :
+        {"-o disk/picture.pdf", "-o disk/picture.ps", "-o disk/picture.eps", "-o disk/picture.svg", "-o disk/picture.png", "-o disk/picture.tiff", "--layout disk/picture.json"}) {
         const std::string path = output.substr(output.find(' ') + 1);
-        const ProcessResult result = onDisk("echo old >" + path + "; head -c 1000000 /dev/zero >disk/rest 2>/dev/null\n\"$0\" table.csv " + output + "; echo $?; cat " + path + "; ls -A disk");
+        const ProcessResult result
+            = onDisk("echo old >" + path + "; head -c 1000000 /dev/zero >disk/rest 2>/dev/null\n\"$0\" table.csv " + output + "; echo $?; cat " + path + "; ls -A disk");
         EXPECT_EQ(result.error, "tolvgraph: " + path + ": cannot be written: No space left on device\n");
         EXPECT_EQ(result.output, "1\nold\n" + path.substr(5) + "\nrest\n");
     }
@@ -218,11 +224,15 @@ class WithoutFonts : public Surroundings {
 protected:
     WithoutFonts()
     {
-        folder().write("fonts.conf", "<?xml version=\"1.0\"?>\n<!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">\n<fontconfig><cachedir>" + folder().path("cache") + "</cachedir></fontconfig>\n");
+        folder().write(
+            "fonts.conf", "<?xml version=\"1.0\"?>\n<!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">\n<fontconfig><cachedir>" + folder().path("cache") + "</cachedir></fontconfig>\n");
     }
 
     /// Memory that nobody has set is not zero either.
-    [[nodiscard]] ProcessResult runWithoutFonts(const std::vector<std::string>& arguments) const { return runWith({"MALLOC_PERTURB_=85", "FONTCONFIG_FILE=" + folder().path("fonts.conf")}, arguments); }
+    [[nodiscard]] ProcessResult runWithoutFonts(const std::vector<std::string>& arguments) const
+    {
+        return runWith({"MALLOC_PERTURB_=85", "FONTCONFIG_FILE=" + folder().path("fonts.conf")}, arguments);
+    }
 };
 
 constexpr const char* kNoFont = "No usable font is installed: a box stands for each character\n";

@@ -42,7 +42,8 @@ const TextCase kSeparators[] = {
 const TextCase kHeaders[] = {
     {"noHeader", "1,2\n3,4\n", "comma, decimal point, 0 header rows\n  1  column 1: number, 2 rows, 1 to 3\n  2  column 2: number, 2 rows, 2 to 4\n", "", 1},
     {"unitsRow", "X,CH1,CH2,\nSecond,Volt,Volt,\n-1e-3,-1.28e+00,5.4e+00,\n1e-3,1,2,\n",
-        "comma, decimal point, 2 header rows\n  1  X (Second): number, 2 rows, -0.001 to 0.001\n  2  CH1 (Volt): number, 2 rows, -1.28 to 1\n  3  CH2 (Volt): number, 2 rows, 2 to 5.4\n",
+        "comma, decimal point, 2 header rows\n  1  X (Second): number, 2 rows, -0.001 to 0.001\n  2  CH1 (Volt): number, 2 rows, -1.28 to 1\n  3  CH2 (Volt): number, 2 rows, 2 to "
+        "5.4\n",
         "X (Second) | Volt", 2},
     {"comments", "# taken in May\nt,v\n# first\n1,2\n3,4\n# last\n",
         "comma, decimal point, 1 header row, 3 skipped lines\n  1  t: number, 2 rows, 1 to 3\n  2  v: number, 2 rows, 2 to 4\n", "t | v", 1},
@@ -52,7 +53,12 @@ const TextCase kHeaders[] = {
         "comma, decimal point, 1 header row, 3 skipped lines, 500 samples a second\n  1  Time (s): number, 3 rows, 0 to 0.004\n  2  Voltage (V): number, 3 rows, -4.5 to 2\n",
         "Time (s) | Voltage (V)", 1},
     {"byteOrderMark", "\xEF\xBB\xBFt,v\n1,2\n3,4\n", "comma, decimal point, 1 header row\n  1  t: number, 2 rows, 1 to 3\n  2  v: number, 2 rows, 2 to 4\n", "t | v", 1},
-    {"sixteenBits", "\xFF\xFEt\0,\0\xB5\0\n\0" "1\0,\0" "2\0\n\0" "3\0,\0" "4\0\n\0"s,
+    {"sixteenBits",
+        "\xFF\xFEt\0,\0\xB5\0\n\0"
+        "1\0,\0"
+        "2\0\n\0"
+        "3\0,\0"
+        "4\0\n\0"s,
         "comma, decimal point, 1 header row\n  1  t: number, 2 rows, 1 to 3\n  2  \xC2\xB5: number, 2 rows, 2 to 4\n", "t | \xC2\xB5", 1},
     {"windowsLineEnds", "t,v\r\n1,2\r\n3,4\r\n", "comma, decimal point, 1 header row\n  1  t: number, 2 rows, 1 to 3\n  2  v: number, 2 rows, 2 to 4\n", "t | v", 1},
     {"loneReturns", "t,v\r1,2\r3,4", "comma, decimal point, 1 header row\n  1  t: number, 2 rows, 1 to 3\n  2  v: number, 2 rows, 2 to 4\n", "t | v", 1},
@@ -61,18 +67,17 @@ const TextCase kHeaders[] = {
 const TextCase kContents[] = {
     {"emptyFields", "t,v\n1,2\n2,\n3,4\n", "comma, decimal point, 1 header row\n  1  t: number, 3 rows, 1 to 3\n  2  v: number, 3 rows, 1 gap, 2 to 4\n", "t | v", 1,
         "FILE: v: 1 sample without a number left out\n"},
-    {"words", "t,v\n1,2\n2,overload\n3,overload\n4,4\n5,5\n",
-        "comma, decimal point, 1 header row\n  1  t: number, 5 rows, 1 to 5\n  2  v: number, 5 rows, 2 gaps, 2 to 5\n", "t | v", 1,
-        "FILE: v: 2 samples without a number left out\n"},
+    {"words", "t,v\n1,2\n2,overload\n3,overload\n4,4\n5,5\n", "comma, decimal point, 1 header row\n  1  t: number, 5 rows, 1 to 5\n  2  v: number, 5 rows, 2 gaps, 2 to 5\n",
+        "t | v", 1, "FILE: v: 2 samples without a number left out\n"},
     {"wordColumn", "t,state,v\n1,on,2\n3,off,4\n",
         "comma, decimal point, 1 header row\n  1  t: number, 2 rows, 1 to 3\n  2  state: text, 2 rows, 2 gaps\n  3  v: number, 2 rows, 2 to 4\n", "t | v", 1},
-    {"wordsFirst", "place,v\nOslo,2\nRome,4\nBern,3\n",
-        "comma, decimal point, 1 header row\n  1  place: text, 3 rows, 3 gaps\n  2  v: number, 3 rows, 2 to 4\n", "sample | v", 1},
+    {"wordsFirst", "place,v\nOslo,2\nRome,4\nBern,3\n", "comma, decimal point, 1 header row\n  1  place: text, 3 rows, 3 gaps\n  2  v: number, 3 rows, 2 to 4\n", "sample | v", 1},
     {"oneColumn", "pressure\n3\n1\n2\n", "comma, decimal point, 1 header row\n  1  pressure: number, 3 rows, 1 to 3\n", "sample | pressure", 1},
     {"dates", "date,v\n2012-01-01,1\n2012-03-01,2\n",
         "comma, decimal point, 1 header row\n  1  date: date in days since 1970-01-01, 2 rows, 2012-01-01 to 2012-03-01\n  2  v: number, 2 rows, 1 to 2\n", "date | v", 1},
     {"timesOfDay", "date,v\n2012-01-01T06:00:00Z,1\n2012-01-01T18:00:00Z,2\n",
-        "comma, decimal point, 1 header row\n  1  date: date in days since 1970-01-01, 2 rows, 2012-01-01 06:00 to 2012-01-01 18:00\n  2  v: number, 2 rows, 1 to 2\n", "date | v", 1},
+        "comma, decimal point, 1 header row\n  1  date: date in days since 1970-01-01, 2 rows, 2012-01-01 06:00 to 2012-01-01 18:00\n  2  v: number, 2 rows, 1 to 2\n", "date | v",
+        1},
     {"unsortedX", "t,v\n3,4\n1,2\n2,8\n", "comma, decimal point, 1 header row\n  1  t: number, 3 rows, 1 to 3\n  2  v: number, 3 rows, 2 to 8\n", "t | v", 1,
         "FILE: v: samples sorted by t, which does not ascend in the file\n"},
     {"oneSample", "t,v\n5,7\n", "comma, decimal point, 1 header row\n  1  t: number, 1 row, 5 to 5\n  2  v: number, 1 row, 7 to 7\n", "t | v", 1},

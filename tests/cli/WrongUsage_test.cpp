@@ -98,8 +98,8 @@ TEST_F(WrongUsage, endsOfRangesThatAreNoNumbers)
 {
     EXPECT_TRUE(endedWith(run({"table.csv", "-o", "picture.svg", "--x-range", "a:5"}), 2, "tolvgraph: --x-range: found 'a', expected a number\n"));
     EXPECT_TRUE(endedWith(run({"table.csv", "-o", "picture.svg", "--y-range", "0:b"}), 2, "tolvgraph: --y-range: found 'b', expected a number\n"));
-    EXPECT_TRUE(endedWith(run({"dates.csv", "-o", "picture.svg", "--x-range", "2012-01-01:soon"}), 2,
-        "tolvgraph: --x-range: found 'soon', expected a number or a date such as 2026-11-21\n"));
+    EXPECT_TRUE(endedWith(
+        run({"dates.csv", "-o", "picture.svg", "--x-range", "2012-01-01:soon"}), 2, "tolvgraph: --x-range: found 'soon', expected a number or a date such as 2026-11-21\n"));
     EXPECT_TRUE(endedWith(run({"dates.csv", "-o", "picture.svg", "--y-range", "2012-01-01:2012-02-01"}), 2, "tolvgraph: --y-range: found '2012-01-01', expected a number\n"));
 }
 

@@ -170,8 +170,8 @@ TEST(MarkerCallouts, EndAtTheFirstSeriesThatTheMarkerLiesOutsideOf)
     graph->extents()->setX(TOLVAxisExtents::extentsWithMin(-5.0, 15.0));
     graph->extents()->setY(TOLVAxisExtents::extentsWithMin(0.0, 10.0));
     for (const auto& [first, last] : {std::pair{0.0F, 10.0F}, std::pair{4.0F, 6.0F}, std::pair{0.0F, 10.0F}}) {
-        graph->addGraphData(TOLVGraphData::graphDataWithX(
-            TOLVRealVector::vectorWithComponents({first, last}), TOLVRealVector::vectorWithComponents({1.0F, 2.0F}), Color::blackColor()));
+        graph->addGraphData(
+            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({first, last}), TOLVRealVector::vectorWithComponents({1.0F, 2.0F}), Color::blackColor()));
     }
     for (const Row& row : rows)
         EXPECT_EQ(calloutsForMarker(TOLVMarker(row.marker), *graph, {0.0, 0.0, 400.0, 300.0}).size(), row.callouts) << row.marker;

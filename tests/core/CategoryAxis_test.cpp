@@ -27,8 +27,7 @@ public:
 void addSeries(TOLVGraph& graph, std::vector<float> x)
 {
     std::vector<float> y(x.size(), 1.0F);
-    graph.addGraphData(TOLVGraphData::graphDataWithX(
-        TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color::blackColor()));
+    graph.addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color::blackColor()));
 }
 
 /// A graph with this many categories, all of them visible: the abscissae are 0, 1, 2, ...

@@ -342,9 +342,7 @@ EXPECTED_VALUES_TEST(objects, graphDataWithColorAndStyle)
 
 EXPECTED_VALUES_TEST(objects, initCurve)
 {
-    const auto vectorOfLength = [](const Json& length) {
-        return TOLVRealVector::vectorWithComponents(std::vector<float>(static_cast<std::size_t>(length.unsignedInteger())));
-    };
+    const auto vectorOfLength = [](const Json& length) { return TOLVRealVector::vectorWithComponents(std::vector<float>(static_cast<std::size_t>(length.unsignedInteger()))); };
     const auto make = [&] { return TOLVGraphCurve::curveWithX(vectorOfLength(testCase.input["xLength"]), vectorOfLength(testCase.input["yLength"]), nullptr); };
     if (const Json* pointCount = testCase.expected.find("pointCount")) {
         EXPECT_EQ(make()->pointCount(), pointCount->unsignedInteger());

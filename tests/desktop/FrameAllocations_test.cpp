@@ -58,7 +58,9 @@ constexpr int kHeight = 450;
 class Frames {
 public:
     explicit Frames(std::size_t sampleCount)
-        : m_surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, kWidth, kHeight)), m_target(cairo_create(m_surface.get())), m_graph(TOLVGraph::graph())
+        : m_surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, kWidth, kHeight))
+        , m_target(cairo_create(m_surface.get()))
+        , m_graph(TOLVGraph::graph())
     {
         cairo::setUpwardCoordinates(m_target.get(), kHeight, 1.0);
         Generated noise(5);
@@ -68,7 +70,8 @@ public:
             x[i] = static_cast<float>(100.0 * static_cast<double>(i) / static_cast<double>(sampleCount));
             y[i] = static_cast<float>(noise.number(-1.0, 1.0));
         }
-        m_graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(0.0, 0.4, 0.7)));
+        m_graph->addGraphData(
+            TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), Color(0.0, 0.4, 0.7)));
         m_graph->extents()->setX(TOLVAxisExtents::extentsWithMin(0.0, 100.0));
         m_graph->extents()->setY(TOLVAxisExtents::extentsWithMin(-1.5, 1.5));
     }

@@ -290,12 +290,14 @@ std::vector<Scene> denseScenes()
 /// Both pictures of each scene, on each grid.
 void expectEqualPictures(TOLVGraphDrawing& drawing, Plain drawPlain, const std::vector<Scene>& pictured)
 {
-    const std::pair<Grid, double> pixels[] = {{Grid::Aligned, 1.0}, {Grid::Aligned, 1.25}, {Grid::Aligned, 2.0}, {Grid::Aligned, 0.6}, {Grid::Dark, 1.25}, {Grid::Own, 1.0}, {Grid::Own, 1.25}};
+    const std::pair<Grid, double> pixels[]
+        = {{Grid::Aligned, 1.0}, {Grid::Aligned, 1.25}, {Grid::Aligned, 2.0}, {Grid::Aligned, 0.6}, {Grid::Dark, 1.25}, {Grid::Own, 1.0}, {Grid::Own, 1.25}};
     for (const Scene& scene : pictured) {
         for (const auto& [grid, scale] : pixels) {
             const Picture ours = drawn(scale, grid, [&] { drawing.drawGraph(scene.graph, kRect); });
             const Picture plain = drawn(scale, grid, [&] { drawPlain(*scene.graph, kRect); });
-            const Picture quick = drawn(scale, grid, [&] { drawing.drawGraph(scene.graph, kRect); }, true);
+            const Picture quick = drawn(
+                scale, grid, [&] { drawing.drawGraph(scene.graph, kRect); }, true);
             EXPECT_EQ(differingPixels(quick.pixels, plain.pixels), 0U) << scene.name << ", repeats, grid " << static_cast<int>(grid) << ", scale " << scale;
             EXPECT_EQ(differingPixels(ours.pixels, plain.pixels), 0U) << scene.name << ", grid " << static_cast<int>(grid) << ", scale " << scale;
             EXPECT_LE(ours.shapes, plain.shapes) << scene.name << ", grid " << static_cast<int>(grid) << ", scale " << scale;

@@ -23,7 +23,8 @@ Pixels byGhostscript(const std::string& path, int pixelsPerInch, const std::vect
 {
     const TemporaryFolder folder;
     const std::string image = folder.path("page.png");
-    std::vector<std::string> arguments{"gs", "-q", "-dNOPAUSE", "-dBATCH", "-dSAFER", "-sDEVICE=png16m", "-dTextAlphaBits=4", "-dGraphicsAlphaBits=4", "-r" + std::to_string(pixelsPerInch), "-sOutputFile=" + image};
+    std::vector<std::string> arguments{"gs", "-q", "-dNOPAUSE", "-dBATCH", "-dSAFER", "-sDEVICE=png16m", "-dTextAlphaBits=4", "-dGraphicsAlphaBits=4",
+        "-r" + std::to_string(pixelsPerInch), "-sOutputFile=" + image};
     arguments.insert(arguments.end(), options.begin(), options.end());
     arguments.push_back(path);
     requireSuccess(arguments);

@@ -158,8 +158,8 @@ testing::AssertionResult standWhereDrawn(const std::vector<PageWord>& words, con
             continue;
         for (const ExpectedWord& expected : expectedWords) {
             if (!isFound(expected))
-                return testing::AssertionFailure() << "no word '" << expected.text << "' for the text '" << text.text << "' at " << text.x << ", " << text.y << " of length " << text.length
-                                                   << foundText(words, expected.text);
+                return testing::AssertionFailure() << "no word '" << expected.text << "' for the text '" << text.text << "' at " << text.x << ", " << text.y << " of length "
+                                                   << text.length << foundText(words, expected.text);
         }
     }
     const auto unexpected = std::find(isExpected.begin(), isExpected.end(), false);

@@ -72,7 +72,7 @@ void PrivateDisplay::end()
     if (m_process <= 0)
         return;
     ::kill(m_process, SIGTERM);
-    while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) { }
+    while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {}
     m_process = -1;
 }
 

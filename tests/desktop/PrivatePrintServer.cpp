@@ -158,7 +158,7 @@ PrivatePrintServer::~PrivatePrintServer()
     if (m_process <= 0)
         return;
     ::kill(m_process, SIGTERM);
-    while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) { }
+    while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {}
 }
 
 void PrivatePrintServer::writeFiles(bool hasQueues) const

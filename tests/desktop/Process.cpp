@@ -130,9 +130,7 @@ void requireInChild(bool success)
 /// One running program with the ends of its channels.
 class Run {
 public:
-    Run(const std::vector<std::string>& arguments, const ProcessSurroundings& surroundings)
-        : m_surroundings(surroundings)
-        , m_start(Clock::now())
+    Run(const std::vector<std::string>& arguments, const ProcessSurroundings& surroundings) : m_surroundings(surroundings), m_start(Clock::now())
     {
         Channel input;
         if (surroundings.input)
@@ -171,7 +169,7 @@ public:
         }
         m_input.close();
         int status = 0;
-        while (::waitpid(m_child, &status, 0) < 0 && errno == EINTR) { }
+        while (::waitpid(m_child, &status, 0) < 0 && errno == EINTR) {}
         m_result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
         m_result.signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
         return m_result;

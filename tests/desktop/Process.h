@@ -54,8 +54,8 @@ struct ProcessResult {
 } // namespace TOLVGraphing::testing_support
 
 /// Leaves the test with a line that names the program, where it is not installed.
-#define TOLV_REQUIRE_PROGRAM(name) \
-    do { \
-        if (!TOLVGraphing::testing_support::hasProgram(name)) \
-            GTEST_SKIP() << "the program " << (name) << " is not installed"; \
+#define TOLV_REQUIRE_PROGRAM(name)                                                                                                                                                 \
+    do {                                                                                                                                                                           \
+        if (!TOLVGraphing::testing_support::hasProgram(name))                                                                                                                      \
+            GTEST_SKIP() << "the program " << (name) << " is not installed";                                                                                                       \
     } while (false)

@@ -145,7 +145,9 @@ TEST_P(ReadBack, TIFFTellsItsSizeAndResolution)
     TOLV_REQUIRE_PROGRAM("tiffinfo");
     const std::string info = runProcess({"tiffinfo", written(OutputKind::TIFF, "scene.tiff")}).output;
     const Size size = GetParam().size;
-    EXPECT_THAT(info, testing::HasSubstr("Image Width: " + std::to_string(static_cast<int>(size.width * kSceneScale)) + " Image Length: " + std::to_string(static_cast<int>(size.height * kSceneScale))));
+    EXPECT_THAT(info,
+        testing::HasSubstr(
+            "Image Width: " + std::to_string(static_cast<int>(size.width * kSceneScale)) + " Image Length: " + std::to_string(static_cast<int>(size.height * kSceneScale))));
     EXPECT_THAT(info, testing::HasSubstr("Resolution: " + resolutionText() + ", " + resolutionText() + " pixels/inch"));
     EXPECT_THAT(info, testing::HasSubstr("Compression Scheme: AdobeDeflate"));
     EXPECT_THAT(info, testing::HasSubstr("Samples/Pixel: 3"));

@@ -129,10 +129,12 @@ void drawDates(const Rect& rect)
 {
     constexpr double kFirstDay = 15340.0;
     const auto graph = TOLVGraph::graph();
-    graph->addGraphData(series(numbers(366, [](int i) { return kFirstDay + i; }), numbers(366, [](int i) { return 8.0 * scatter(i) - 10.0 * wave(i, 364); }), TOLVLineStyle::solidLineWithColor(kRed, 1.0)));
+    graph->addGraphData(series(numbers(366, [](int i) { return kFirstDay + i; }), numbers(366, [](int i) { return 8.0 * scatter(i) - 10.0 * wave(i, 364); }),
+        TOLVLineStyle::solidLineWithColor(kRed, 1.0)));
     graph->horizontalAxis()->setTickLabelFormatter(std::make_shared<DayDateFormatter>());
     graph->setTitle("A year of days");
-    graph->verticalAxis()->setLabel("Temperature (\xC2\xB0" "C)");
+    graph->verticalAxis()->setLabel("Temperature (\xC2\xB0"
+                                    "C)");
     graph->zoomXToFixedMin(static_cast<float>(kFirstDay), static_cast<float>(kFirstDay + 366.0));
     graph->zoomYToFixedMin(-15.0, 20.0);
     graph->setDrawingStrategy(std::make_shared<TOLVCurveGraphDrawing>());

@@ -44,8 +44,8 @@ public:
         m_functions.texParameteri(target, name, value);
         check("texParameteri");
     }
-    void texImage2D(std::uint32_t target, std::int32_t level, std::int32_t internalFormat, std::int32_t width, std::int32_t height, std::int32_t border, std::uint32_t format, std::uint32_t type,
-        const void* pixels) override
+    void texImage2D(std::uint32_t target, std::int32_t level, std::int32_t internalFormat, std::int32_t width, std::int32_t height, std::int32_t border, std::uint32_t format,
+        std::uint32_t type, const void* pixels) override
     {
         m_functions.texImage2D(target, level, internalFormat, width, height, border, format, type, pixels);
         check("texImage2D");

@@ -95,7 +95,7 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Platforms, Scene, testing::Values(Platform::EGL, Platform::GLX), nameOf);
 
 /// What GLX does not promise.
-class SceneOfEGL : public Scene { };
+class SceneOfEGL : public Scene {};
 
 INSTANTIATE_TEST_SUITE_P(Platforms, SceneOfEGL, testing::Values(Platform::EGL), nameOf);
 
@@ -170,8 +170,16 @@ TEST_P(Scene, EverySetterShowsInTheNextDraw)
         {"setTextColor", [&] { texture.setTextColor(Color::blackColor()); }, textOf("third", blue), {11.0, 21.0}},
         {"setBoxColor", [&] { texture.setBoxColor(Color::blackColor()); }, textOf("third", blue), {11.0, 21.0}},
         {"setBorderColor", [&] { texture.setBorderColor(Color::blackColor()); }, textOf("third", blue), {11.0, 21.0}},
-        {"setMargins", [&] { texture.setMargins({5.0, 3.0}); }, textOf("third", blue), {15.0, 23.0}},
-        {"useStaticFrame", [&] { texture.useStaticFrame({90.0, 30.0}); }, textOf("third", blue), {15.0, 23.0}},
+        {"setMargins",
+            [&] {
+                texture.setMargins({5.0, 3.0});
+            },
+            textOf("third", blue), {15.0, 23.0}},
+        {"useStaticFrame",
+            [&] {
+                texture.useStaticFrame({90.0, 30.0});
+            },
+            textOf("third", blue), {15.0, 23.0}},
         {"useDynamicFrame", [&] { texture.useDynamicFrame(); }, textOf("third", blue), {15.0, 23.0}},
     };
     std::size_t generated = 0;

@@ -15,7 +15,9 @@ namespace {
 EGLDisplay surfacelessDisplay()
 {
     static const EGLDisplay display = [] {
-        EGLDisplay found = epoxy_has_egl() && epoxy_has_egl_extension(EGL_NO_DISPLAY, "EGL_MESA_platform_surfaceless") ? eglGetPlatformDisplayEXT(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr) : EGL_NO_DISPLAY;
+        EGLDisplay found = epoxy_has_egl() && epoxy_has_egl_extension(EGL_NO_DISPLAY, "EGL_MESA_platform_surfaceless")
+            ? eglGetPlatformDisplayEXT(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr)
+            : EGL_NO_DISPLAY;
         return found != EGL_NO_DISPLAY && eglInitialize(found, nullptr, nullptr) ? found : EGL_NO_DISPLAY;
     }();
     return display;
@@ -63,7 +65,10 @@ public:
         releaseCurrentContext();
         return eglMakeCurrent(m_display, m_surface, m_surface, m_context) == EGL_TRUE;
     }
-    [[nodiscard]] bool isCurrent() const override { return eglGetCurrentContext() == m_context && eglGetCurrentSurface(EGL_DRAW) == m_surface && eglGetCurrentSurface(EGL_READ) == m_surface; }
+    [[nodiscard]] bool isCurrent() const override
+    {
+        return eglGetCurrentContext() == m_context && eglGetCurrentSurface(EGL_DRAW) == m_surface && eglGetCurrentSurface(EGL_READ) == m_surface;
+    }
     void destroySurface() override
     {
         if (m_surface != EGL_NO_SURFACE)

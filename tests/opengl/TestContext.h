@@ -33,7 +33,7 @@ public:
     /// True when it is current, with its own surfaces.
     [[nodiscard]] virtual bool isCurrent() const = 0;
     /// Takes its surface away; it becomes current without one from now on.
-    virtual void destroySurface() { }
+    virtual void destroySurface() {}
 
 protected:
     TestContext() = default;

@@ -49,7 +49,8 @@ std::string waveFile(const std::vector<float>& samples)
         return text;
     };
     const auto length = static_cast<std::uint32_t>(samples.size() * 2);
-    std::string file = "RIFF" + number(36 + length, 4) + "WAVEfmt " + number(16, 4) + number(1, 2) + number(1, 2) + number(48000, 4) + number(96000, 4) + number(2, 2) + number(16, 2) + "data" + number(length, 4);
+    std::string file = "RIFF" + number(36 + length, 4) + "WAVEfmt " + number(16, 4) + number(1, 2) + number(1, 2) + number(48000, 4) + number(96000, 4) + number(2, 2)
+        + number(16, 2) + "data" + number(length, 4);
     for (const float sample : samples)
         file += number(static_cast<std::uint32_t>(static_cast<std::int32_t>(std::lround(sample * 32767.0F))), 2);
     return file;

@@ -113,6 +113,7 @@ TEST_P(ClipboardHandoverTo, EveryTypeOutlivesTheProgram)
         const char* type;
         const char* start;
     } kCases[] = {
+        // clang-format off
         {"application/pdf",          "%PDF-"                  },
         {"application/postscript",   "%!PS-Adobe-3.0 EPSF-3.0"},
         {"image/tiff",               "II*"                    },
@@ -122,6 +123,7 @@ TEST_P(ClipboardHandoverTo, EveryTypeOutlivesTheProgram)
         {"text/plain;charset=utf-8", "x\tone\tx\ttwo\n"       },
         {"text/plain",               "x\tone\tx\ttwo\n"       },
         {"UTF8_STRING",              "x\tone\tx\ttwo\n"       },
+        // clang-format on
     };
     for (const auto& [type, start] : kCases)
         EXPECT_THAT(pasted(type), StartsWith(start)) << type;

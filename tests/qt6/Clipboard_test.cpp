@@ -68,7 +68,8 @@ TEST_F(Clipboard, OffersPDFPostScriptAndTIFFInThisOrderAndThenTheOthers)
         if (target.find('/') != std::string::npos)
             offered.push_back(target);
     }
-    EXPECT_THAT(offered, ElementsAre("application/pdf", "application/postscript", "image/tiff", "image/x-eps", "image/svg+xml", "image/png", "text/plain;charset=utf-8", "text/plain"));
+    EXPECT_THAT(
+        offered, ElementsAre("application/pdf", "application/postscript", "image/tiff", "image/x-eps", "image/svg+xml", "image/png", "text/plain;charset=utf-8", "text/plain"));
     EXPECT_THAT(linesOf(pasted("TARGETS")), IsSupersetOf({"UTF8_STRING"}));
 }
 

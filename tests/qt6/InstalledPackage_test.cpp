@@ -44,8 +44,8 @@ TEST(InstalledPackage, ThreeLineProgramBuildsAgainstItAndShowsItsGraph)
     const std::string prefix = folder.path("prefix");
     const std::string build = folder.path("build");
     ASSERT_TRUE(succeeds({"cmake", "--install", TOLV_BINARY_DIR, "--prefix", prefix}));
-    ASSERT_TRUE(succeeds({"cmake", "-S", TOLV_SOURCE_DIR "/examples/qt-minimal", "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_PREFIX_PATH=" + prefix, "-DCMAKE_CXX_COMPILER=" TOLV_COMPILER,
-        "-DCMAKE_CXX_FLAGS=" TOLV_SANITIZE_FLAGS}));
+    ASSERT_TRUE(succeeds({"cmake", "-S", TOLV_SOURCE_DIR "/examples/qt-minimal", "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_PREFIX_PATH=" + prefix,
+        "-DCMAKE_CXX_COMPILER=" TOLV_COMPILER, "-DCMAKE_CXX_FLAGS=" TOLV_SANITIZE_FLAGS}));
     ASSERT_TRUE(succeeds({"cmake", "--build", build}));
     if (QGuiApplication::platformName() != "xcb")
         GTEST_SKIP() << "no display server is installed: the program was built and not run";
@@ -89,7 +89,8 @@ TEST(InstalledPackage, OpenGLComponentStandsOnTheCoreAlone)
         "    }\n"
         "}\n");
     ASSERT_TRUE(succeeds({"cmake", "--install", TOLV_BINARY_DIR, "--prefix", prefix}));
-    ASSERT_TRUE(succeeds({"cmake", "-S", folder.path(), "-B", build, "-G", "Ninja", "-DCMAKE_PREFIX_PATH=" + prefix, "-DCMAKE_CXX_COMPILER=" TOLV_COMPILER, "-DCMAKE_CXX_FLAGS=" TOLV_SANITIZE_FLAGS}));
+    ASSERT_TRUE(succeeds({"cmake", "-S", folder.path(), "-B", build, "-G", "Ninja", "-DCMAKE_PREFIX_PATH=" + prefix, "-DCMAKE_CXX_COMPILER=" TOLV_COMPILER,
+        "-DCMAKE_CXX_FLAGS=" TOLV_SANITIZE_FLAGS}));
     ASSERT_TRUE(succeeds({"cmake", "--build", build}));
     // No context is current: the program says so and loads neither EGL nor GLX for that.
     const ProcessResult result = runProcess({build + "/client"});

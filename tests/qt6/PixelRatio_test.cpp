@@ -50,8 +50,7 @@ std::set<int> greysInColumn(const QImage& image, int column, int from, int to)
 /// A window whose graph does not begin on a whole pixel at broken ratios: an empty graph of major lines only, in a layout with odd margins.
 class PixelRatio : public testing::Test {
 protected:
-    PixelRatio()
-        : m_graphWidget(new GraphWidget)
+    PixelRatio() : m_graphWidget(new GraphWidget)
     {
         auto* layout = new QVBoxLayout(&m_window);
         layout->setContentsMargins(7, 5, 3, 9);

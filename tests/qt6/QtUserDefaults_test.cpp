@@ -43,7 +43,8 @@ TEST_F(QtSettings, WhatAUserWroteIsUnderstood)
         bool flag;
         std::int64_t number;
     };
-    for (const Case& test : {Case{"true", true, 0}, Case{"Yes", true, 0}, Case{"1", true, 1}, Case{"800", true, 800}, Case{"0", false, 0}, Case{"no", false, 0}, Case{"many", false, 0}, Case{"", false, 0}}) {
+    for (const Case& test : {Case{"true", true, 0}, Case{"Yes", true, 0}, Case{"1", true, 1}, Case{"800", true, 800}, Case{"0", false, 0}, Case{"no", false, 0},
+             Case{"many", false, 0}, Case{"", false, 0}}) {
         QSettings().setValue("key", QString(test.text));
         EXPECT_EQ(m_defaults.boolForKey("key"), test.flag) << test.text;
         EXPECT_EQ(m_defaults.integerForKey("key"), test.number) << test.text;

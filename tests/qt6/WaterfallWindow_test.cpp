@@ -42,7 +42,7 @@ std::string nameOf(const testing::TestParamInfo<const char*>& info)
     return info.param;
 }
 
-class WaterfallWindow : public testing::TestWithParam<const char*> { };
+class WaterfallWindow : public testing::TestWithParam<const char*> {};
 
 INSTANTIATE_TEST_SUITE_P(Integrations, WaterfallWindow, testing::Values("xcb_glx", "xcb_egl"), nameOf);
 

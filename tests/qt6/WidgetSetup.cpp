@@ -11,8 +11,7 @@
 
 namespace TOLVGraphing::testing_support {
 
-ShownWidget::ShownWidget()
-    : m_widget(std::make_unique<GraphWidget>())
+ShownWidget::ShownWidget() : m_widget(std::make_unique<GraphWidget>())
 {
     std::vector<float> x;
     std::vector<float> y;

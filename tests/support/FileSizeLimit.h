@@ -9,8 +9,7 @@ namespace TOLVGraphing::testing_support {
 /// For the life of the object no file of this process grows beyond some bytes, which stands in for the end of a disk: writing more fails with "File too large".
 class FileSizeLimit {
 public:
-    explicit FileSizeLimit(rlim_t bytes)
-        : m_formerHandler(std::signal(SIGXFSZ, SIG_IGN))
+    explicit FileSizeLimit(rlim_t bytes) : m_formerHandler(std::signal(SIGXFSZ, SIG_IGN))
     {
         if (::getrlimit(RLIMIT_FSIZE, &m_former) != 0)
             throw std::runtime_error("the limit of files cannot be read");

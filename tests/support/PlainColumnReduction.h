@@ -17,7 +17,10 @@ template <typename XMapping, typename YMapping>
 class PlainColumnReduction {
 public:
     PlainColumnReduction(const ColumnReduction& settings, std::span<const float> xs, std::span<const float> ys)
-        : m_settings(settings), m_xs(xs.data()), m_ys(ys.data()), m_count(static_cast<long>(std::min(xs.size(), ys.size())))
+        : m_settings(settings)
+        , m_xs(xs.data())
+        , m_ys(ys.data())
+        , m_count(static_cast<long>(std::min(xs.size(), ys.size())))
     {
         configure(m_xMap, settings.xMinimum, settings.xMaximum, settings.rect.x(), settings.rect.width());
         configure(m_yMap, settings.yMinimum, settings.yMaximum, settings.rect.y(), settings.rect.height());

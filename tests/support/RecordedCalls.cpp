@@ -16,7 +16,8 @@ namespace {
 /// Numbers apart from each other by blanks and punctuation.
 std::vector<double> numbersIn(std::string text)
 {
-    std::replace_if(text.begin(), text.end(), [](char c) { return std::string_view("[](),").find(c) != std::string_view::npos; }, ' ');
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return std::string_view("[](),").find(c) != std::string_view::npos; }, ' ');
     std::vector<double> numbers;
     std::istringstream stream(text);
     for (std::string word; stream >> word;) {

@@ -21,11 +21,7 @@ public:
     using Lines = std::vector<std::string>;
 
     /// Several contexts may write into the same lines.
-    explicit RecordingOpenGLContext(std::string name, std::shared_ptr<Lines> lines = std::make_shared<Lines>())
-        : m_name(std::move(name))
-        , m_lines(std::move(lines))
-    {
-    }
+    explicit RecordingOpenGLContext(std::string name, std::shared_ptr<Lines> lines = std::make_shared<Lines>()) : m_name(std::move(name)), m_lines(std::move(lines)) {}
 
     bool perform(const std::function<void(OpenGLFunctions&)>& calls) override
     {
@@ -85,8 +81,8 @@ private:
     }
     void bindTexture(std::uint32_t target, std::uint32_t name) override { write("bindTexture", target, name); }
     void texParameteri(std::uint32_t target, std::uint32_t name, std::int32_t value) override { write("texParameteri", target, name, value); }
-    void texImage2D(std::uint32_t target, std::int32_t level, std::int32_t internalFormat, std::int32_t width, std::int32_t height, std::int32_t border, std::uint32_t format, std::uint32_t type,
-        const void* pixels) override
+    void texImage2D(std::uint32_t target, std::int32_t level, std::int32_t internalFormat, std::int32_t width, std::int32_t height, std::int32_t border, std::uint32_t format,
+        std::uint32_t type, const void* pixels) override
     {
         write("texImage2D", target, level, internalFormat, width, height, border, format, type);
         const auto* bytes = static_cast<const std::uint8_t*>(pixels);

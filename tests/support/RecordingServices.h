@@ -90,12 +90,7 @@ private:
 /// Makes a store without settings the standard one for the life of the scope.
 class UserDefaultsScope {
 public:
-    UserDefaultsScope()
-        : m_defaults(std::make_shared<MemoryUserDefaults>())
-        , m_former(UserDefaults::standardUserDefaults())
-    {
-        UserDefaults::setStandardUserDefaults(m_defaults);
-    }
+    UserDefaultsScope() : m_defaults(std::make_shared<MemoryUserDefaults>()), m_former(UserDefaults::standardUserDefaults()) { UserDefaults::setStandardUserDefaults(m_defaults); }
     ~UserDefaultsScope() { UserDefaults::setStandardUserDefaults(m_former); }
     UserDefaultsScope(const UserDefaultsScope&) = delete;
     UserDefaultsScope& operator=(const UserDefaultsScope&) = delete;

@@ -13,9 +13,7 @@ double StubTextSystem::ascender(const Font&) const
     return m_ascender;
 }
 
-StubTextScope::StubTextScope(Size defaultSize)
-    : m_stub(std::make_shared<StubTextSystem>())
-    , m_scope(m_stub)
+StubTextScope::StubTextScope(Size defaultSize) : m_stub(std::make_shared<StubTextSystem>()), m_scope(m_stub)
 {
     m_stub->setDefaultSize(defaultSize);
 }

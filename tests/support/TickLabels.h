@@ -23,12 +23,7 @@ namespace TOLVGraphing::testing_support {
 template <typename Axis>
 class GraphWithAxis {
 public:
-    GraphWithAxis()
-        : m_graph(TOLVGraph::graph())
-        , m_axis(std::make_shared<Axis>(m_graph))
-    {
-        m_graph->setHorizontalAxis(m_axis);
-    }
+    GraphWithAxis() : m_graph(TOLVGraph::graph()), m_axis(std::make_shared<Axis>(m_graph)) { m_graph->setHorizontalAxis(m_axis); }
 
     const std::shared_ptr<Axis>& axis() const { return m_axis; }
 

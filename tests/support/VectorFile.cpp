@@ -49,8 +49,7 @@ const VectorFile& VectorFile::named(const std::string& name)
     return *file;
 }
 
-VectorFile::VectorFile(const std::string& name)
-    : m_cases(readFile(name))
+VectorFile::VectorFile(const std::string& name) : m_cases(readFile(name))
 {
     for (const Json& element : m_cases.elements())
         static_cast<void>(element["name"].text() + element["input"]["op"].text() + std::to_string(element["expected"].members().size()));

@@ -53,8 +53,11 @@ public:
 } // namespace TOLVGraphing::testing_support
 
 /// Defines the test of one operation of a file; the body that follows is run for every case, which it sees as `testCase`.
-#define EXPECTED_VALUES_TEST(file, operation) \
-    static void file##_##operation##_case(const TOLVGraphing::testing_support::VectorCase& testCase); \
-    static const TOLVGraphing::testing_support::TestedOperation file##_##operation##_tested(#file, #operation); \
-    TEST(file##_expected_values, operation) { TOLVGraphing::testing_support::forEachCase(#file, #operation, file##_##operation##_case); } \
+#define EXPECTED_VALUES_TEST(file, operation)                                                                                                                                      \
+    static void file##_##operation##_case(const TOLVGraphing::testing_support::VectorCase& testCase);                                                                              \
+    static const TOLVGraphing::testing_support::TestedOperation file##_##operation##_tested(#file, #operation);                                                                    \
+    TEST(file##_expected_values, operation)                                                                                                                                        \
+    {                                                                                                                                                                              \
+        TOLVGraphing::testing_support::forEachCase(#file, #operation, file##_##operation##_case);                                                                                  \
+    }                                                                                                                                                                              \
     static void file##_##operation##_case(const TOLVGraphing::testing_support::VectorCase& testCase)

@@ -32,8 +32,7 @@ using testing_support::TemporaryFolder;
 /// Hears of windows that appear on a display.
 class WindowWatch {
 public:
-    explicit WindowWatch(const std::string& display)
-        : m_connection(xcb_connect(display.c_str(), nullptr), &xcb_disconnect)
+    explicit WindowWatch(const std::string& display) : m_connection(xcb_connect(display.c_str(), nullptr), &xcb_disconnect)
     {
         const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection.get())).data;
         const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
@@ -78,7 +77,8 @@ protected:
             ADD_FAILURE() << "the display does not start";
             return {};
         }
-        std::vector<std::string> words{"env", "-u", "WAYLAND_DISPLAY", "DISPLAY=" + m_display->name(), "QT_QPA_PLATFORM=xcb", "XDG_RUNTIME_DIR=" + m_folder.path(), "HOME=" + m_folder.path(), "env", "-u", "XDG_CONFIG_HOME", "-u", "XDG_CACHE_HOME", "-u", "XDG_DATA_HOME"};
+        std::vector<std::string> words{"env", "-u", "WAYLAND_DISPLAY", "DISPLAY=" + m_display->name(), "QT_QPA_PLATFORM=xcb", "XDG_RUNTIME_DIR=" + m_folder.path(),
+            "HOME=" + m_folder.path(), "env", "-u", "XDG_CONFIG_HOME", "-u", "XDG_CACHE_HOME", "-u", "XDG_DATA_HOME"};
         words.insert(words.end(), environment.begin(), environment.end());
         words.emplace_back(TOLV_PROGRAM_TOLVGRAPH_VIEWER);
         words.push_back(m_folder.path("table.csv"));
@@ -125,7 +125,8 @@ TEST_F(ViewerOnDisplay, startsWhereNothingCanBeKept)
 
 TEST_F(ViewerOnDisplay, startsWithoutFontsAndSaysSoOnce)
 {
-    const std::string configuration = m_folder.write("fonts.conf", "<?xml version=\"1.0\"?>\n<!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">\n<fontconfig><cachedir>" + m_folder.path("cache") + "</cachedir></fontconfig>\n");
+    const std::string configuration = m_folder.write(
+        "fonts.conf", "<?xml version=\"1.0\"?>\n<!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">\n<fontconfig><cachedir>" + m_folder.path("cache") + "</cachedir></fontconfig>\n");
     // Its first words may come after the window.
     const std::string words = m_folder.path("words");
     const std::string said = "No usable font is installed: a box stands for each character\n";
@@ -135,7 +136,8 @@ TEST_F(ViewerOnDisplay, startsWithoutFontsAndSaysSoOnce)
             ::poll(nullptr, 0, 20);
         end(process);
     };
-    const ProcessResult result = run({"MALLOC_PERTURB_=85", "HOME=" + m_folder.path(), "FONTCONFIG_FILE=" + configuration, "sh", "-c", "exec \"$0\" \"$@\" 2>" + words}, endWhenItHasBeenSaid);
+    const ProcessResult result
+        = run({"MALLOC_PERTURB_=85", "HOME=" + m_folder.path(), "FONTCONFIG_FILE=" + configuration, "sh", "-c", "exec \"$0\" \"$@\" 2>" + words}, endWhenItHasBeenSaid);
     EXPECT_EQ(result.signal, SIGTERM) << result.text();
     const std::string all = m_folder.read("words");
     const std::size_t first = all.find(said);

@@ -39,6 +39,7 @@ TEST(ViewerProgram, saysSoWhereADisplayDoesNotAnswerOrAPlatformIsUnknown)
         std::vector<std::string> environment;
         std::string platform;
     } kCases[] = {
+        // clang-format off
         {{"DISPLAY=:4711"},                                            ""},
         {{"DISPLAY=nonsense"},                                         ""},
         {{"WAYLAND_DISPLAY=nothing", "XDG_RUNTIME_DIR=/proc/nowhere"}, ""},
@@ -48,12 +49,14 @@ TEST(ViewerProgram, saysSoWhereADisplayDoesNotAnswerOrAPlatformIsUnknown)
         {{"QT_QPA_PLATFORM=nonsense"},                                 "nonsense"},
         {{"QT_QPA_PLATFORM=xcb;nonsense"},                             "xcb;nonsense"},
         {{"DISPLAY=:4711", "QT_QPA_PLATFORM_PLUGIN_PATH=/nowhere"},    ""},
+        // clang-format on
     };
     for (const auto& [environment, platform] : kCases) {
         const ProcessResult result = runWithoutDisplay({}, environment);
         EXPECT_EQ(result.status, 1) << result.text();
-        EXPECT_EQ(result.error, "tolvgraph-viewer: found no display to open a window on" + (platform.empty() ? "" : " with QT_QPA_PLATFORM=" + platform)
-            + ", expected a desktop session (DISPLAY or WAYLAND_DISPLAY); tolvgraph draws files without one\n");
+        EXPECT_EQ(result.error,
+            "tolvgraph-viewer: found no display to open a window on" + (platform.empty() ? "" : " with QT_QPA_PLATFORM=" + platform)
+                + ", expected a desktop session (DISPLAY or WAYLAND_DISPLAY); tolvgraph draws files without one\n");
     }
     EXPECT_EQ(runWithoutDisplay({"-platform", "nonsense"}).status, 1);
 }

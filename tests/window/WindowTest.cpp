@@ -40,11 +40,7 @@ DialogAnswer::DialogAnswer(QMessageBox::StandardButton button)
     m_timer.start(kLookInterval);
 }
 
-WindowTest::WindowTest()
-    : heldWindow(newWindow())
-    , window(*heldWindow)
-{
-}
+WindowTest::WindowTest() : heldWindow(newWindow()), window(*heldWindow) {}
 
 bool WindowTest::waitUntil(const std::function<bool()>& condition)
 {

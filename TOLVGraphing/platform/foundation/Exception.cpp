@@ -19,12 +19,7 @@ std::string filledIn(const std::string& format, const std::string& argument)
 
 } // namespace
 
-Exception::Exception(std::string name, std::string reason)
-    : std::runtime_error(name + ": " + reason)
-    , m_name(std::move(name))
-    , m_reason(std::move(reason))
-{
-}
+Exception::Exception(std::string name, std::string reason) : std::runtime_error(name + ": " + reason), m_name(std::move(name)), m_reason(std::move(reason)) {}
 
 UnrecognizedOperation::UnrecognizedOperation(const std::string& className, const std::string& operation)
     : Exception("UnrecognizedOperation", className + " does not implement " + operation)

@@ -6,13 +6,9 @@
 
 namespace TOLVGraphing {
 
-IndexSet::IndexSet(std::initializer_list<std::size_t> indexes)
-    : IndexSet(std::vector<std::size_t>(indexes))
-{
-}
+IndexSet::IndexSet(std::initializer_list<std::size_t> indexes) : IndexSet(std::vector<std::size_t>(indexes)) {}
 
-IndexSet::IndexSet(std::vector<std::size_t> indexes)
-    : m_indexes(std::move(indexes))
+IndexSet::IndexSet(std::vector<std::size_t> indexes) : m_indexes(std::move(indexes))
 {
     std::sort(m_indexes.begin(), m_indexes.end());
     m_indexes.erase(std::unique(m_indexes.begin(), m_indexes.end()), m_indexes.end());

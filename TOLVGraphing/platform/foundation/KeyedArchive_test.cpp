@@ -24,8 +24,13 @@ TEST(KeyedArchive, DescribesEveryKindOfValue)
         ArchiveValue value;
         const char* expected;
     } cases[] = {
-        {std::monostate(), "nothing"}, {true, "a boolean"}, {std::int64_t{1}, "a whole number"}, {1.0, "a number"}, {std::string("1"), "a text"},
-        {object, "an object of class TOLVMarker"}, {std::make_shared<ArchiveArray>(), "a list"},
+        {std::monostate(), "nothing"},
+        {true, "a boolean"},
+        {std::int64_t{1}, "a whole number"},
+        {1.0, "a number"},
+        {std::string("1"), "a text"},
+        {object, "an object of class TOLVMarker"},
+        {std::make_shared<ArchiveArray>(), "a list"},
     };
     for (const auto& one : cases)
         EXPECT_EQ(describeArchiveValue(one.value), one.expected);

@@ -148,14 +148,12 @@ const ArchiveValue* KeyedUnarchiver::value(std::string_view key) const
 
 void KeyedUnarchiver::throwUnexpected(const ArchiveValue& found, std::string_view key, std::string_view expected) const
 {
-    throw ArchiveError(m_source.className + " \"" + std::string(key) + "\": found " + describeArchiveValue(found) + ", expected "
-        + std::string(expected));
+    throw ArchiveError(m_source.className + " \"" + std::string(key) + "\": found " + describeArchiveValue(found) + ", expected " + std::string(expected));
 }
 
 void KeyedUnarchiver::throwWrongClass(const Codable& found, std::string_view key, std::string_view expected) const
 {
-    throw ArchiveError(m_source.className + " \"" + std::string(key) + "\": found an object of class " + found.archiveClassName() + ", expected "
-        + std::string(expected));
+    throw ArchiveError(m_source.className + " \"" + std::string(key) + "\": found an object of class " + found.archiveClassName() + ", expected " + std::string(expected));
 }
 
 bool KeyedUnarchiver::containsValueForKey(std::string_view key) const

@@ -19,10 +19,7 @@ struct Observable::State {
     ObserverToken lastToken = 0;
 };
 
-Observable::Observable()
-    : m_observing(std::make_shared<State>())
-{
-}
+Observable::Observable() : m_observing(std::make_shared<State>()) {}
 
 Observable::~Observable()
 {
@@ -30,10 +27,7 @@ Observable::~Observable()
     m_observing->subscriptions.clear();
 }
 
-Observable::Observable(const Observable&)
-    : Observable()
-{
-}
+Observable::Observable(const Observable&) : Observable() {}
 
 Observable& Observable::operator=(const Observable&)
 {
@@ -98,8 +92,7 @@ void Observable::announce(const PropertyChange& change)
     const auto subscriptions = state->subscriptions;
     for (const auto& subscription : subscriptions) {
         const auto& current = state->subscriptions;
-        const bool stillThere
-            = std::any_of(current.begin(), current.end(), [&](const auto& one) { return one.token == subscription.token; });
+        const bool stillThere = std::any_of(current.begin(), current.end(), [&](const auto& one) { return one.token == subscription.token; });
         if (!stillThere)
             continue;
         if (subscription.key == change.key) {

@@ -81,7 +81,10 @@ private:
 /// Begins a change of a property and ends it with the scope. What observers throw leaves the scope, unless another exception is doing so already: that one goes on.
 class PropertyChangeScope {
 public:
-    PropertyChangeScope(Observable& object, std::string key) : m_object(object), m_key(std::move(key)), m_exceptions(std::uncaught_exceptions()) { m_object.willChangeValueForKey(m_key); }
+    PropertyChangeScope(Observable& object, std::string key) : m_object(object), m_key(std::move(key)), m_exceptions(std::uncaught_exceptions())
+    {
+        m_object.willChangeValueForKey(m_key);
+    }
     ~PropertyChangeScope() noexcept(false);
     PropertyChangeScope(const PropertyChangeScope&) = delete;
     PropertyChangeScope& operator=(const PropertyChangeScope&) = delete;

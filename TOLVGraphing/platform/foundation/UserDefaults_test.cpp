@@ -46,6 +46,7 @@ TEST(UserDefaults, TextsAreReadAsNumbersAndAnswersWhereTheyAreSome)
         bool boolean;
     };
     const Row rows[] = {
+        // clang-format off
         {"",                    0,   false},
         {"0",                   0,   false},
         {"1",                   1,   true},
@@ -59,6 +60,7 @@ TEST(UserDefaults, TextsAreReadAsNumbersAndAnswersWhereTheyAreSome)
         {" 600",                0,   false},
         {"6.5",                 0,   false},
         {"9223372036854775808", 0,   false},
+        // clang-format on
     };
     for (const Row& row : rows) {
         MemoryUserDefaults defaults;

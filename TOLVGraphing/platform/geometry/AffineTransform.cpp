@@ -57,8 +57,7 @@ Point AffineTransform::apply(Point point) const
 
 Rect AffineTransform::apply(const Rect& rect) const
 {
-    const Point corners[4] = {apply(rect.origin), apply(Point{rect.maxX(), rect.y()}), apply(Point{rect.maxX(), rect.maxY()}),
-        apply(Point{rect.x(), rect.maxY()})};
+    const Point corners[4] = {apply(rect.origin), apply(Point{rect.maxX(), rect.y()}), apply(Point{rect.maxX(), rect.maxY()}), apply(Point{rect.x(), rect.maxY()})};
     Point low = corners[0];
     Point high = corners[0];
     for (const Point& corner : corners) {
@@ -86,8 +85,8 @@ bool AffineTransform::isIdentity() const
 
 std::string toString(const AffineTransform& transform)
 {
-    return "[" + shortestText(transform.a) + " " + shortestText(transform.b) + " " + shortestText(transform.c) + " "
-        + shortestText(transform.d) + " " + shortestText(transform.tx) + " " + shortestText(transform.ty) + "]";
+    return "[" + shortestText(transform.a) + " " + shortestText(transform.b) + " " + shortestText(transform.c) + " " + shortestText(transform.d) + " " + shortestText(transform.tx)
+        + " " + shortestText(transform.ty) + "]";
 }
 
 } // namespace TOLVGraphing

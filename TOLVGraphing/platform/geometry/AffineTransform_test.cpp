@@ -106,8 +106,8 @@ TEST(AffineTransform, WhatCannotBeUndoneInvertsToTheIdentity)
 {
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     constexpr double infinity = std::numeric_limits<double>::infinity();
-    for (const AffineTransform& flat : {AffineTransform{0.0, 0.0, 0.0, 1.0, 5.0, 6.0}, AffineTransform{1.0, 2.0, 2.0, 4.0, 0.0, 0.0},
-             AffineTransform{nan, 0.0, 0.0, 1.0, 0.0, 0.0}, AffineTransform{infinity, 0.0, 0.0, 1.0, 0.0, 0.0}})
+    for (const AffineTransform& flat : {AffineTransform{0.0, 0.0, 0.0, 1.0, 5.0, 6.0}, AffineTransform{1.0, 2.0, 2.0, 4.0, 0.0, 0.0}, AffineTransform{nan, 0.0, 0.0, 1.0, 0.0, 0.0},
+             AffineTransform{infinity, 0.0, 0.0, 1.0, 0.0, 0.0}})
         EXPECT_TRUE(flat.inverted().isIdentity()) << toString(flat);
 }
 

@@ -6,8 +6,7 @@ namespace TOLVGraphing {
 
 std::string toString(const EdgeInsets& insets)
 {
-    return "(" + shortestText(insets.top) + ", " + shortestText(insets.left) + ", " + shortestText(insets.bottom) + ", "
-        + shortestText(insets.right) + ")";
+    return "(" + shortestText(insets.top) + ", " + shortestText(insets.left) + ", " + shortestText(insets.bottom) + ", " + shortestText(insets.right) + ")";
 }
 
 } // namespace TOLVGraphing

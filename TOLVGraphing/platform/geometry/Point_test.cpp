@@ -18,8 +18,15 @@ TEST(Point, IsValidWhenBothCoordinatesAreFinite)
         bool valid;
     };
     const Case cases[] = {
-        {0.0, true}, {-0.0, true}, {5e-324, true}, {kLargest, true}, {-kLargest, true}, //
-        {kNaN, false}, {-kNaN, false}, {kInfinity, false}, {-kInfinity, false},
+        {0.0, true},
+        {-0.0, true},
+        {5e-324, true},
+        {kLargest, true},
+        {-kLargest, true}, //
+        {kNaN, false},
+        {-kNaN, false},
+        {kInfinity, false},
+        {-kInfinity, false},
     };
     for (const Case& one : cases) {
         EXPECT_EQ(valid(one.number), one.valid) << one.number;

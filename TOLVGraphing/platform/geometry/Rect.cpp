@@ -55,8 +55,7 @@ Rect unionRect(const Rect& a, const Rect& b)
 
 std::string toString(const Rect& rect)
 {
-    return "(" + shortestText(rect.x()) + ", " + shortestText(rect.y()) + ", " + shortestText(rect.width()) + ", "
-        + shortestText(rect.height()) + ")";
+    return "(" + shortestText(rect.x()) + ", " + shortestText(rect.y()) + ", " + shortestText(rect.width()) + ", " + shortestText(rect.height()) + ")";
 }
 
 } // namespace TOLVGraphing

@@ -127,7 +127,14 @@ TEST(Rect, IsEmptyWithoutPositiveArea)
         bool empty;
     };
     const Case cases[] = {
-        {1.0, 1.0, false}, {5e-324, 5e-324, false}, {0.0, 1.0, true}, {1.0, 0.0, true}, {-1.0, 1.0, true}, {1.0, -1.0, true}, {kNaN, 1.0, true}, {1.0, kNaN, true},
+        {1.0, 1.0, false},
+        {5e-324, 5e-324, false},
+        {0.0, 1.0, true},
+        {1.0, 0.0, true},
+        {-1.0, 1.0, true},
+        {1.0, -1.0, true},
+        {kNaN, 1.0, true},
+        {1.0, kNaN, true},
     };
     for (const Case& one : cases)
         EXPECT_EQ(Rect(0.0, 0.0, one.width, one.height).isEmpty(), one.empty) << one.width << " x " << one.height;

@@ -42,8 +42,8 @@ void Color::setStroke() const
 
 std::string toString(const Color& color)
 {
-    return "(" + shortestText(color.redComponent()) + ", " + shortestText(color.greenComponent()) + ", "
-        + shortestText(color.blueComponent()) + ", " + shortestText(color.alphaComponent()) + ")";
+    return "(" + shortestText(color.redComponent()) + ", " + shortestText(color.greenComponent()) + ", " + shortestText(color.blueComponent()) + ", "
+        + shortestText(color.alphaComponent()) + ")";
 }
 
 } // namespace TOLVGraphing

@@ -44,8 +44,7 @@ TEST(Color, SetsFillAndStrokeOfTheCurrentContext)
         color.setFill();
         color.setStroke();
     }
-    EXPECT_EQ(context.calls(),
-        (Lines{"fillColor (0.25, 0.5, 1, 0.75)", "strokeColor (0.25, 0.5, 1, 0.75)", "fillColor (0.25, 0.5, 1, 0.75)", "strokeColor (0.25, 0.5, 1, 0.75)"}));
+    EXPECT_EQ(context.calls(), (Lines{"fillColor (0.25, 0.5, 1, 0.75)", "strokeColor (0.25, 0.5, 1, 0.75)", "fillColor (0.25, 0.5, 1, 0.75)", "strokeColor (0.25, 0.5, 1, 0.75)"}));
 }
 
 TEST(Color, TextNamesAllComponents)

@@ -16,11 +16,7 @@ DrawingContext* currentContext()
     return t_current;
 }
 
-CurrentContextScope::CurrentContextScope(DrawingContext& context)
-    : m_former(std::exchange(t_current, &context))
-    , m_formerIsFlipped(std::exchange(t_isFlipped, false))
-{
-}
+CurrentContextScope::CurrentContextScope(DrawingContext& context) : m_former(std::exchange(t_current, &context)), m_formerIsFlipped(std::exchange(t_isFlipped, false)) {}
 
 CurrentContextScope::~CurrentContextScope()
 {
@@ -33,10 +29,7 @@ bool coordinatesAreFlipped()
     return t_isFlipped;
 }
 
-FlippedCoordinatesScope::FlippedCoordinatesScope(bool areFlipped)
-    : m_former(std::exchange(t_isFlipped, areFlipped))
-{
-}
+FlippedCoordinatesScope::FlippedCoordinatesScope(bool areFlipped) : m_former(std::exchange(t_isFlipped, areFlipped)) {}
 
 FlippedCoordinatesScope::~FlippedCoordinatesScope()
 {

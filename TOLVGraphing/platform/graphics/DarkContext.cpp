@@ -61,8 +61,7 @@ Lab labOf(const LinearColor& color)
     const double l = std::cbrt(0.4122214708 * color.red + 0.5363325363 * color.green + 0.0514459929 * color.blue);
     const double m = std::cbrt(0.2119034982 * color.red + 0.6806995451 * color.green + 0.1073969566 * color.blue);
     const double s = std::cbrt(0.0883024619 * color.red + 0.2817188376 * color.green + 0.6299787005 * color.blue);
-    return {0.2104542553 * l + 0.7936177850 * m - 0.0040720468 * s, 1.9779984951 * l - 2.4285922050 * m + 0.4505937099 * s,
-        0.0259040371 * l + 0.7827717662 * m - 0.8086757660 * s};
+    return {0.2104542553 * l + 0.7936177850 * m - 0.0040720468 * s, 1.9779984951 * l - 2.4285922050 * m + 0.4505937099 * s, 0.0259040371 * l + 0.7827717662 * m - 0.8086757660 * s};
 }
 
 double cubed(double number)
@@ -75,8 +74,8 @@ LinearColor linearColor(const Lab& lab)
     const double l = cubed(lab.lightness + 0.3963377774 * lab.a + 0.2158037573 * lab.b);
     const double m = cubed(lab.lightness - 0.1055613458 * lab.a - 0.0638541728 * lab.b);
     const double s = cubed(lab.lightness - 0.0894841775 * lab.a - 1.2914855480 * lab.b);
-    return {4.0767416621 * l - 3.3077115913 * m + 0.2309699292 * s, -1.2684380046 * l + 2.6097574011 * m - 0.3413193965 * s,
-        -0.0041960863 * l - 0.7034186147 * m + 1.7076147010 * s};
+    return {
+        4.0767416621 * l - 3.3077115913 * m + 0.2309699292 * s, -1.2684380046 * l + 2.6097574011 * m - 0.3413193965 * s, -0.0041960863 * l - 0.7034186147 * m + 1.7076147010 * s};
 }
 
 /// The lightness that a colour of full lightness and this chroma becomes.
@@ -129,9 +128,7 @@ Color colorOnDarkGround(const Color& color, const Color& background)
     return {encodedComponent(result.red), encodedComponent(result.green), encodedComponent(result.blue), alpha};
 }
 
-DarkContext::DarkContext(DrawingContext& target, const Color& background)
-    : ForwardingContext(target)
-    , m_background(background.clamped().colorWithAlphaComponent(1.0))
+DarkContext::DarkContext(DrawingContext& target, const Color& background) : ForwardingContext(target), m_background(background.clamped().colorWithAlphaComponent(1.0))
 {
     target.setFillColor(counterpart(std::nullopt));
     target.setStrokeColor(counterpart(std::nullopt));

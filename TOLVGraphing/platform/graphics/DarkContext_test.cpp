@@ -53,7 +53,8 @@ struct Tone {
 Tone toneOf(const Color& color)
 {
     const std::array<double, 3> light{linear(color.redComponent()), linear(color.greenComponent()), linear(color.blueComponent())};
-    constexpr std::array<std::array<double, 3>, 3> kToCones{{{0.4122214708, 0.5363325363, 0.0514459929}, {0.2119034982, 0.6806995451, 0.1073969566}, {0.0883024619, 0.2817188376, 0.6299787005}}};
+    constexpr std::array<std::array<double, 3>, 3> kToCones{
+        {{0.4122214708, 0.5363325363, 0.0514459929}, {0.2119034982, 0.6806995451, 0.1073969566}, {0.0883024619, 0.2817188376, 0.6299787005}}};
     std::array<double, 3> cones{};
     for (std::size_t i = 0; i < 3; ++i)
         cones[i] = std::cbrt(kToCones[i][0] * light[0] + kToCones[i][1] * light[1] + kToCones[i][2] * light[2]);
@@ -208,9 +209,9 @@ TEST(DarkContext, ReplacesEveryColorAndPassesTheRest)
     context.drawStrokedPath(Path::pathWithRect({0.0, 0.0, 1.0, 1.0}));
     context.restoreState();
     const Lines expected{"save", "fillColor (0.125, 0.125, 0.125, 1)", "fillColor (0.95, 0.95, 0.95, 1)", "strokeColor (0.125, 0.125, 0.125, 0.5)",
-        "strokeColor (0.95, 0.95, 0.95, 1)", "fillColor (0.125, 0.125, 0.125, 1)", "fill M 0 0 L 1 0 L 1 2 L 0 2 Z",
-        "text \"plain\" Helvetica 12 (0.95, 0.95, 0.95, 1) at (1, 2)", "text \"Tj\" HelveticaNeue 9.5 (0.125, 0.125, 0.125, 1) at (3, 4)", "transform [1 0 0 1 5 6]",
-        "lineWidth 2", "lineDash 0.5 [1, 2]", "lineCap round", "lineJoin bevel", "miterLimit 4", "eoclip M 0 0 L 1 0 L 1 1 L 0 1 Z", "stroke M 0 0 L 1 0 L 1 1 L 0 1 Z", "restore"};
+        "strokeColor (0.95, 0.95, 0.95, 1)", "fillColor (0.125, 0.125, 0.125, 1)", "fill M 0 0 L 1 0 L 1 2 L 0 2 Z", "text \"plain\" Helvetica 12 (0.95, 0.95, 0.95, 1) at (1, 2)",
+        "text \"Tj\" HelveticaNeue 9.5 (0.125, 0.125, 0.125, 1) at (3, 4)", "transform [1 0 0 1 5 6]", "lineWidth 2", "lineDash 0.5 [1, 2]", "lineCap round", "lineJoin bevel",
+        "miterLimit 4", "eoclip M 0 0 L 1 0 L 1 1 L 0 1 Z", "stroke M 0 0 L 1 0 L 1 1 L 0 1 Z", "restore"};
     EXPECT_EQ(target.calls(), expected);
 }
 

@@ -194,9 +194,7 @@ Rect Path::bounds() const
             start = m_points[next];
             include(m_points[next++]);
             break;
-        case Verb::Line:
-            include(m_points[next++]);
-            break;
+        case Verb::Line: include(m_points[next++]); break;
         case Verb::Curve: {
             const Point c1 = m_points[next];
             const Point c2 = m_points[next + 1];

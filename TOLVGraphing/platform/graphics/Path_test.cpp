@@ -189,8 +189,8 @@ TEST(Path, StrokesWithItsOwnWidthAndDashAndRestores)
     path.stroke();
     path.setLineWidth(std::nullopt);
     path.stroke();
-    const Lines expected{"stroke M 0 0 L 1 0", //
-        "save", "lineWidth 2.5", "stroke M 0 0 L 1 0", "restore", //
+    const Lines expected{"stroke M 0 0 L 1 0",                                           //
+        "save", "lineWidth 2.5", "stroke M 0 0 L 1 0", "restore",                        //
         "save", "lineWidth 2.5", "lineDash 0.5 [3, 1]", "stroke M 0 0 L 1 0", "restore", //
         "save", "lineDash 0.5 [3, 1]", "stroke M 0 0 L 1 0", "restore"};
     EXPECT_EQ(context.calls(), expected);

@@ -254,9 +254,7 @@ std::optional<Path> alignedRect(const Path& path, const AffineTransform& toPixel
 
 } // namespace
 
-PixelAlignedContext::PixelAlignedContext(DrawingContext& target, double pixelsPerPoint)
-    : ForwardingContext(target)
-    , m_pixelsPerPoint(pixelsPerPoint)
+PixelAlignedContext::PixelAlignedContext(DrawingContext& target, double pixelsPerPoint) : ForwardingContext(target), m_pixelsPerPoint(pixelsPerPoint)
 {
     // Without a usable ratio the transform has no inverse, and nothing is aligned.
     const double scale = pixelsPerPoint > 0.0 ? pixelsPerPoint : 0.0;

@@ -67,25 +67,19 @@ TEST(PixelAlignedContext, LinesAreAWholeNumberOfPixelsWideAndLieBetweenTheirEdge
     };
     // The line's place in pixels is y times the ratio: half pixels for odd widths, whole ones for even widths.
     const Case cases[] = {
-        {1.0, 1.0, 10.5, nullptr, "10.5"},
-        {1.0, 1.0, 10.0, nullptr, "10.5"},
-        {1.0, 1.0, 10.9, nullptr, "10.5"},
-        {1.0, 0.5, 10.5, "1", "10.5", "0.5"},
-        {1.0, 2.0, 10.4, nullptr, "10"},
-        {1.0, 2.0, 10.5, nullptr, "11"},
-        {1.0, 2.5, 10.5, "3", "10.5"},
-        {1.25, 1.0, 10.5, "0.8", "10.8"},  // 13.125 -> 13.5
-        {1.25, 0.5, 10.0, "0.8", "10", "0.625"}, // 12.5
-        {1.25, 2.0, 10.5, "2.4", "10.8"},  // 3 wide
-        {1.25, 1.5, 10.5, "1.6", "10.4"},  // 1.875 -> 2 wide, 13.125 -> 13
-        {1.5, 1.0, 10.5, "1.3333333333333333", "10.666666666666666"}, // 1.5 -> 2 wide, 15.75 -> 16
-        {1.5, 0.5, 10.5, "0.6666666666666666", "10.333333333333334", "0.75"}, // 1 wide, 15.75 -> 15.5
-        {2.0, 1.0, 10.5, nullptr, "10.5"}, // 2 wide at 21
-        {2.0, 1.0, 10.3, nullptr, "10.5"}, // 20.6 -> 21
-        {2.0, 0.5, 10.5, nullptr, "10.75"}, // 1 wide, 21 -> 21.5
-        {3.0, 1.0, 10.5, nullptr, "10.5"}, // 3 wide at 31.5
-        {3.0, 0.5, 10.5, "0.6666666666666666", "10.666666666666666"}, // 1.5 -> 2 wide, 31.5 -> 32
-        {0.5, 1.0, 10.5, "2", "11", "0.5"}, // 1 pixel, 5.25 -> 5.5
+        {1.0, 1.0, 10.5, nullptr, "10.5"}, {1.0, 1.0, 10.0, nullptr, "10.5"}, {1.0, 1.0, 10.9, nullptr, "10.5"}, {1.0, 0.5, 10.5, "1", "10.5", "0.5"},
+        {1.0, 2.0, 10.4, nullptr, "10"}, {1.0, 2.0, 10.5, nullptr, "11"}, {1.0, 2.5, 10.5, "3", "10.5"}, {1.25, 1.0, 10.5, "0.8", "10.8"}, // 13.125 -> 13.5
+        {1.25, 0.5, 10.0, "0.8", "10", "0.625"},                                                                                           // 12.5
+        {1.25, 2.0, 10.5, "2.4", "10.8"},                                                                                                  // 3 wide
+        {1.25, 1.5, 10.5, "1.6", "10.4"},                                                                                                  // 1.875 -> 2 wide, 13.125 -> 13
+        {1.5, 1.0, 10.5, "1.3333333333333333", "10.666666666666666"},                                                                      // 1.5 -> 2 wide, 15.75 -> 16
+        {1.5, 0.5, 10.5, "0.6666666666666666", "10.333333333333334", "0.75"},                                                              // 1 wide, 15.75 -> 15.5
+        {2.0, 1.0, 10.5, nullptr, "10.5"},                                                                                                 // 2 wide at 21
+        {2.0, 1.0, 10.3, nullptr, "10.5"},                                                                                                 // 20.6 -> 21
+        {2.0, 0.5, 10.5, nullptr, "10.75"},                                                                                                // 1 wide, 21 -> 21.5
+        {3.0, 1.0, 10.5, nullptr, "10.5"},                                                                                                 // 3 wide at 31.5
+        {3.0, 0.5, 10.5, "0.6666666666666666", "10.666666666666666"},                                                                      // 1.5 -> 2 wide, 31.5 -> 32
+        {0.5, 1.0, 10.5, "2", "11", "0.5"},                                                                                                // 1 pixel, 5.25 -> 5.5
     };
     for (const Case& c : cases) {
         const std::string stroke = std::string("stroke M 0 ") + c.alignedY + " L 40 " + c.alignedY;
@@ -169,7 +163,7 @@ TEST(PixelAlignedContext, RectanglesAreStrokedBetweenTheEdgesOfPixels)
     };
     const Case cases[] = {
         {1.0, nullptr, "M 10.5 20.5 L 49.5 20.5 L 49.5 69.5 L 10.5 69.5 Z"},
-        {1.25, "0.8", "M 10.8 20.4 L 49.2 20.4 L 49.2 69.2 L 10.8 69.2 Z"},  // 13.125 25.625 61.875 86.875 -> 13.5 25.5 61.5 86.5
+        {1.25, "0.8", "M 10.8 20.4 L 49.2 20.4 L 49.2 69.2 L 10.8 69.2 Z"}, // 13.125 25.625 61.875 86.875 -> 13.5 25.5 61.5 86.5
         {2.0, nullptr, "M 10.5 20.5 L 49.5 20.5 L 49.5 69.5 L 10.5 69.5 Z"},
         {3.0, nullptr, "M 10.5 20.5 L 49.5 20.5 L 49.5 69.5 L 10.5 69.5 Z"},
     };
@@ -313,8 +307,9 @@ TEST(PixelAlignedContext, OtherLinesPassUnchanged)
     triangle.closeSubpath();
     Path goesOn = Path::pathWithRect({1.2, 1.2, 3.0, 3.0});
     goesOn.addLineToX(1.2, 0.3);
-    const Path paths[] = {lineFrom({1.2, 1.2}, {5.2, 1.3}), curve, mixed, triangle, goesOn, Path(), Path::pathWithRoundedRect({1.2, 1.2, 5.0, 5.0}, 1.0, 1.0),
-        lineFrom({kNaN, 1.2}, {5.2, 1.2}), lineFrom({1.2, kNaN}, {5.2, kNaN}), lineFrom({-kInfinity, 1.2}, {kInfinity, 1.2}), lineFrom({1.2, 1e10}, {5.2, 1e10}), lineFrom({-1e300, 1.2}, {1e300, 1.2})};
+    const Path paths[]
+        = {lineFrom({1.2, 1.2}, {5.2, 1.3}), curve, mixed, triangle, goesOn, Path(), Path::pathWithRoundedRect({1.2, 1.2, 5.0, 5.0}, 1.0, 1.0), lineFrom({kNaN, 1.2}, {5.2, 1.2}),
+            lineFrom({1.2, kNaN}, {5.2, kNaN}), lineFrom({-kInfinity, 1.2}, {kInfinity, 1.2}), lineFrom({1.2, 1e10}, {5.2, 1e10}), lineFrom({-1e300, 1.2}, {1e300, 1.2})};
     for (const Path& path : paths)
         EXPECT_EQ(strokesAt(1.25, 1.0, path), (Lines{"lineWidth 1", "stroke " + toString(path)}));
 }
@@ -362,7 +357,7 @@ TEST(PixelAlignedContext, EdgesOfFilledRectanglesGoToTheNearestEdgesOfPixels)
     const Case cases[] = {
         {1.0, {1.0, 2.0, 3.0, 4.0}, "M 1 2 L 4 2 L 4 6 L 1 6 Z"},
         {1.0, {1.4, 2.5, 3.2, 4.2}, "M 1 3 L 5 3 L 5 7 L 1 7 Z"},
-        {1.25, {1.0, 2.0, 3.0, 4.0}, "M 0.8 2.4 L 4 2.4 L 4 6.4 L 0.8 6.4 Z"},  // 1.25 2.5 5 7.5 -> 1 3 5 8
+        {1.25, {1.0, 2.0, 3.0, 4.0}, "M 0.8 2.4 L 4 2.4 L 4 6.4 L 0.8 6.4 Z"}, // 1.25 2.5 5 7.5 -> 1 3 5 8
         {1.5, {1.0, 2.0, 3.0, 4.0}, "M 1.3333333333333333 2 L 4 2 L 4 6 L 1.3333333333333333 6 Z"},
         {2.0, {1.3, 2.2, 3.0, 4.0}, "M 1.5 2 L 4.5 2 L 4.5 6 L 1.5 6 Z"},
         {3.0, {1.0, 2.0, 3.0, 4.0}, "M 1 2 L 4 2 L 4 6 L 1 6 Z"},
@@ -425,14 +420,15 @@ TEST(PixelAlignedContext, ClipsGrowToWholePixels)
     const Case cases[] = {
         {1.0, {1.0, 2.0, 3.0, 4.0}, "M 1 2 L 4 2 L 4 6 L 1 6 Z"},
         {1.0, {1.4, 2.9, 3.2, 4.2}, "M 1 2 L 5 2 L 5 8 L 1 8 Z"},
-        {1.25, {1.0, 2.0, 3.0, 4.0}, "M 0.8 1.6 L 4 1.6 L 4 6.4 L 0.8 6.4 Z"},  // 1.25 2.5 5 7.5 -> 1 2 5 8
+        {1.25, {1.0, 2.0, 3.0, 4.0}, "M 0.8 1.6 L 4 1.6 L 4 6.4 L 0.8 6.4 Z"}, // 1.25 2.5 5 7.5 -> 1 2 5 8
         {2.0, {1.3, 2.2, 3.0, 4.0}, "M 1 2 L 4.5 2 L 4.5 6.5 L 1 6.5 Z"},
         {1.0, {1.4, 7.1, 3.2, -4.2}, "M 1 8 L 5 8 L 5 2 L 1 2 Z"},
         // What lets nothing through stays so.
         {1.0, {1.2, 2.5, 0.0, 4.0}, "M 1.2 2.5 L 1.2 2.5 L 1.2 6.5 L 1.2 6.5 Z"},
     };
     for (const Case& c : cases)
-        EXPECT_EQ(callsAt(c.ratio, [&](DrawingContext& context) { context.clipToPath(Path::pathWithRect(c.rect), FillRule::NonZero); }), Lines{std::string("clip ") + c.path}) << c.ratio;
+        EXPECT_EQ(callsAt(c.ratio, [&](DrawingContext& context) { context.clipToPath(Path::pathWithRect(c.rect), FillRule::NonZero); }), Lines{std::string("clip ") + c.path})
+            << c.ratio;
 }
 
 TEST(PixelAlignedContext, AClipOnTheGridUpToRoundingDoesNotGrow)
@@ -457,13 +453,15 @@ TEST(PixelAlignedContext, AlignsUnderMovesScalesAndFlips)
         });
     };
     EXPECT_EQ(transformed(1.0, {1.0, 0.0, 0.0, 1.0, 0.25, 0.75}),
-        (Lines{"save", "transform [1 0 0 1 0.25 0.75]", "stroke M -0.25 9.75 L 7.75 9.75", "fill M -0.25 0.25 L 1.75 0.25 L 1.75 2.25 L -0.25 2.25 Z", "restore", "stroke M 0 10.5 L 8 10.5"}));
+        (Lines{"save", "transform [1 0 0 1 0.25 0.75]", "stroke M -0.25 9.75 L 7.75 9.75", "fill M -0.25 0.25 L 1.75 0.25 L 1.75 2.25 L -0.25 2.25 Z", "restore",
+            "stroke M 0 10.5 L 8 10.5"}));
     // Downwards from 20.25.
     EXPECT_EQ(transformed(1.0, {1.0, 0.0, 0.0, -1.0, 0.0, 20.25}),
         (Lines{"save", "transform [1 0 0 -1 0 20.25]", "stroke M 0 9.75 L 8 9.75", "fill M 0 0.25 L 2 0.25 L 2 2.25 L 0 2.25 Z", "restore", "stroke M 0 10.5 L 8 10.5"}));
     // Four pixels wide altogether.
     EXPECT_EQ(transformed(2.0, {2.0, 0.0, 0.0, 2.0, 0.125, 0.0}),
-        (Lines{"save", "transform [2 0 0 2 0.125 0]", "stroke M -0.0625 10 L 7.9375 10", "fill M 0.1875 0.25 L 2.1875 0.25 L 2.1875 2.25 L 0.1875 2.25 Z", "restore", "stroke M 0 10 L 8 10"}));
+        (Lines{"save", "transform [2 0 0 2 0.125 0]", "stroke M -0.0625 10 L 7.9375 10", "fill M 0.1875 0.25 L 2.1875 0.25 L 2.1875 2.25 L 0.1875 2.25 Z", "restore",
+            "stroke M 0 10 L 8 10"}));
 }
 
 TEST(PixelAlignedContext, OneStretchedDirectionAlignsAreasOnly)
@@ -484,8 +482,8 @@ TEST(PixelAlignedContext, NothingIsAlignedUnderTurnsShearsAndTransformsWithoutIn
     upright.rotateDegrees(90.0);
     const Path line = lineFrom({0.2, 10.2}, {8.2, 10.2});
     const Path rect = Path::pathWithRect({0.2, 0.2, 2.0, 2.0});
-    const AffineTransform transforms[] = {turned, upright, {1.0, 0.0, 0.5, 1.0, 0.0, 0.0}, {0.0, 1.0, -1.0, 0.0, 0.0, 0.0}, {0.0, 0.0, 0.0, 1.0, 0.0, 0.0}, {kNaN, 0.0, 0.0, 1.0, 0.0, 0.0},
-        {1.0, 0.0, 0.0, 1.0, kInfinity, 0.0}};
+    const AffineTransform transforms[] = {turned, upright, {1.0, 0.0, 0.5, 1.0, 0.0, 0.0}, {0.0, 1.0, -1.0, 0.0, 0.0, 0.0}, {0.0, 0.0, 0.0, 1.0, 0.0, 0.0},
+        {kNaN, 0.0, 0.0, 1.0, 0.0, 0.0}, {1.0, 0.0, 0.0, 1.0, kInfinity, 0.0}};
     for (const AffineTransform& transform : transforms) {
         const auto calls = callsAt(1.0, [&](DrawingContext& context) {
             context.concatenateTransform(transform);

@@ -110,8 +110,8 @@ void RecordingContext::drawStrokedPath(const Path& path)
 void RecordingContext::drawText(const AttributedString& text, Point origin)
 {
     const Font& font = text.attributes().fontOrDefault();
-    m_calls.push_back("text \"" + text.string() + "\" " + font.name + " " + shortestText(font.size) + " "
-        + toString(text.attributes().foregroundColorOrDefault()) + " at " + toString(origin));
+    m_calls.push_back(
+        "text \"" + text.string() + "\" " + font.name + " " + shortestText(font.size) + " " + toString(text.attributes().foregroundColorOrDefault()) + " at " + toString(origin));
 }
 
 std::string RecordingContext::text() const

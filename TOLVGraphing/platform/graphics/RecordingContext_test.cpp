@@ -40,11 +40,10 @@ TEST(RecordingContext, WritesEveryCallAsOneLine)
     context.drawText(AttributedString("Tj", {Font{"HelveticaNeue", 9.5}, Color::grayColor()}), {1.0, 2.0});
     context.drawText(AttributedString("plain"), {0.0, 0.0});
     context.restoreState();
-    const Lines expected{"save", "transform [1 0 0 -1 0.5 100]", "clip M 0 0 L 2 0 L 2 1 L 0 1 Z", "eoclip M 0 0 L 2 0 L 2 1 L 0 1 Z",
-        "fillColor (0.1, 0.2, 0.3, 0.4)", "fillColor none", "strokeColor (1, 1, 1, 1)", "strokeColor none", "lineWidth 1", "lineDash 1 [5, 2.5]", "lineDash 0 []",
-        "lineCap butt", "lineCap round", "lineCap square", "lineJoin miter", "lineJoin round", "lineJoin bevel", "miterLimit 10",
-        "fill M 0 0 L 2 0 L 2 1 L 0 1 Z", "eofill M 0 0 L 2 0 L 2 1 L 0 1 Z", "stroke M 0 0 L 2 0 L 2 1 L 0 1 Z",
-        "text \"Tj\" HelveticaNeue 9.5 (0.5, 0.5, 0.5, 1) at (1, 2)", "text \"plain\" Helvetica 12 (0, 0, 0, 1) at (0, 0)", "restore"};
+    const Lines expected{"save", "transform [1 0 0 -1 0.5 100]", "clip M 0 0 L 2 0 L 2 1 L 0 1 Z", "eoclip M 0 0 L 2 0 L 2 1 L 0 1 Z", "fillColor (0.1, 0.2, 0.3, 0.4)",
+        "fillColor none", "strokeColor (1, 1, 1, 1)", "strokeColor none", "lineWidth 1", "lineDash 1 [5, 2.5]", "lineDash 0 []", "lineCap butt", "lineCap round", "lineCap square",
+        "lineJoin miter", "lineJoin round", "lineJoin bevel", "miterLimit 10", "fill M 0 0 L 2 0 L 2 1 L 0 1 Z", "eofill M 0 0 L 2 0 L 2 1 L 0 1 Z",
+        "stroke M 0 0 L 2 0 L 2 1 L 0 1 Z", "text \"Tj\" HelveticaNeue 9.5 (0.5, 0.5, 0.5, 1) at (1, 2)", "text \"plain\" Helvetica 12 (0, 0, 0, 1) at (0, 0)", "restore"};
     EXPECT_EQ(context.calls(), expected);
 }
 
@@ -126,8 +125,8 @@ TEST(DrawingContext, FillsAndStrokesThePathItIsGivenAfterTheCurrentOne)
     context.addPath(path);
     context.fill();
     EXPECT_EQ(context.calls(),
-        (Lines{"fillColor (1, 1, 1, 1)", "fill M 5 5 L 6 5 L 6 6 L 5 6 Z M 0 0 L 1 1", "strokeColor (0, 0, 0, 1)", "stroke M 0 0 L 1 1", "stroke M 0 0 L 1 1",
-            "fill M 0 0 L 1 1"}));
+        (Lines{
+            "fillColor (1, 1, 1, 1)", "fill M 5 5 L 6 5 L 6 6 L 5 6 Z M 0 0 L 1 1", "strokeColor (0, 0, 0, 1)", "stroke M 0 0 L 1 1", "stroke M 0 0 L 1 1", "fill M 0 0 L 1 1"}));
 }
 
 TEST(DrawingContext, TheCurrentPathIsNotPartOfTheState)

@@ -16,8 +16,9 @@ public:
     virtual void deleteTextures(std::int32_t count, const std::uint32_t* names) = 0;
     virtual void bindTexture(std::uint32_t target, std::uint32_t name) = 0;
     virtual void texParameteri(std::uint32_t target, std::uint32_t name, std::int32_t value) = 0;
-    virtual void texImage2D(std::uint32_t target, std::int32_t level, std::int32_t internalFormat, std::int32_t width, std::int32_t height, std::int32_t border, std::uint32_t format,
-        std::uint32_t type, const void* pixels) = 0;
+    virtual void texImage2D(std::uint32_t target, std::int32_t level, std::int32_t internalFormat, std::int32_t width, std::int32_t height, std::int32_t border,
+        std::uint32_t format, std::uint32_t type, const void* pixels)
+        = 0;
     virtual void begin(std::uint32_t mode) = 0;
     virtual void end() = 0;
     virtual void texCoord2f(float s, float t) = 0;

@@ -15,11 +15,7 @@ AttributedString::AttributedString(std::string string, TextAttributes attributes
 {
 }
 
-AttributedString::AttributedString(std::string string, SharedTextAttributes attributes)
-    : m_string(std::move(string))
-    , m_attributes(std::move(attributes))
-{
-}
+AttributedString::AttributedString(std::string string, SharedTextAttributes attributes) : m_string(std::move(string)), m_attributes(std::move(attributes)) {}
 
 const TextAttributes& AttributedString::attributes() const
 {

@@ -24,8 +24,7 @@ std::optional<std::string> DayDateFormatter::stringFromNumber(double number) con
     const int minuteOfDay = static_cast<int>(minutes - day * kMinutesPerDay);
     const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{static_cast<int>(day)}}};
     char text[48];
-    int length = std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
-        static_cast<unsigned>(date.day()));
+    int length = std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(date.year()), static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()));
     if (minuteOfDay != 0)
         length += std::snprintf(text + length, sizeof text - static_cast<std::size_t>(length), " %02d:%02d", minuteOfDay / 60, minuteOfDay % 60);
     return std::string(text, static_cast<std::size_t>(length));

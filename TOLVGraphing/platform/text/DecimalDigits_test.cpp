@@ -109,7 +109,9 @@ TEST(DecimalDigits, ScientificTextHasOneDigitBeforeThePoint)
     };
     for (const auto& one : cases)
         EXPECT_EQ(scientificText(one.digits), one.expected);
-    EXPECT_EQ(scientificText({"1", -4}), "1\xC3\x97" "10\xE2\x81\xBB\xE2\x81\xB5");
+    EXPECT_EQ(scientificText({"1", -4}),
+        "1\xC3\x97"
+        "10\xE2\x81\xBB\xE2\x81\xB5");
 }
 
 } // namespace

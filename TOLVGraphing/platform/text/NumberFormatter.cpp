@@ -14,10 +14,7 @@ constexpr int kLargestFractionDigits = 18;
 
 } // namespace
 
-NumberFormatter::NumberFormatter(int maximumFractionDigits)
-    : m_maximumFractionDigits(std::clamp(maximumFractionDigits, 0, kLargestFractionDigits))
-{
-}
+NumberFormatter::NumberFormatter(int maximumFractionDigits) : m_maximumFractionDigits(std::clamp(maximumFractionDigits, 0, kLargestFractionDigits)) {}
 
 NumberFormatter::~NumberFormatter() = default;
 

@@ -14,9 +14,21 @@ TEST(NumberText, HasTheShortestDigitsOfADouble)
         const char* expected;
     };
     const Case cases[] = {
-        {0.0, "0"}, {-0.0, "-0"}, {1.0, "1"}, {-2.5, "-2.5"}, {0.1, "0.1"}, {1.0 / 3.0, "0.3333333333333333"}, {100000.0, "1e+05"}, {123456.0, "123456"}, {1e300, "1e+300"},
-        {5e-324, "5e-324"}, {std::numeric_limits<double>::max(), "1.7976931348623157e+308"}, {std::numeric_limits<double>::infinity(), "inf"},
-        {-std::numeric_limits<double>::infinity(), "-inf"}, {std::numeric_limits<double>::quiet_NaN(), "nan"}, {-std::numeric_limits<double>::quiet_NaN(), "nan"},
+        {0.0, "0"},
+        {-0.0, "-0"},
+        {1.0, "1"},
+        {-2.5, "-2.5"},
+        {0.1, "0.1"},
+        {1.0 / 3.0, "0.3333333333333333"},
+        {100000.0, "1e+05"},
+        {123456.0, "123456"},
+        {1e300, "1e+300"},
+        {5e-324, "5e-324"},
+        {std::numeric_limits<double>::max(), "1.7976931348623157e+308"},
+        {std::numeric_limits<double>::infinity(), "inf"},
+        {-std::numeric_limits<double>::infinity(), "-inf"},
+        {std::numeric_limits<double>::quiet_NaN(), "nan"},
+        {-std::numeric_limits<double>::quiet_NaN(), "nan"},
     };
     for (const Case& one : cases)
         EXPECT_EQ(shortestText(one.number), one.expected);

@@ -65,8 +65,7 @@ void setTextSystem(std::shared_ptr<const TextSystem> system)
     installed().system = std::move(system);
 }
 
-TextSystemScope::TextSystemScope(std::shared_ptr<const TextSystem> system)
-    : m_former(textSystem())
+TextSystemScope::TextSystemScope(std::shared_ptr<const TextSystem> system) : m_former(textSystem())
 {
     setTextSystem(std::move(system));
 }

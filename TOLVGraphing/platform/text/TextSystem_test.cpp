@@ -27,7 +27,14 @@ TEST(FixedTextSystem, CharactersAreEquallyWide)
         int lines;
     };
     const Case cases[] = {
-        {"", 10.0, 0, 1}, {"a", 10.0, 1, 1}, {"20,000", 12.0, 6, 1}, {"é∞😀", 12.0, 3, 1}, {"ab\nabcd\na", 9.0, 4, 3}, {"abcd\n", 9.0, 4, 2}, {"\n", 9.0, 0, 2}, {"a", 0.0, 1, 1},
+        {"", 10.0, 0, 1},
+        {"a", 10.0, 1, 1},
+        {"20,000", 12.0, 6, 1},
+        {"é∞😀", 12.0, 3, 1},
+        {"ab\nabcd\na", 9.0, 4, 3},
+        {"abcd\n", 9.0, 4, 2},
+        {"\n", 9.0, 0, 2},
+        {"a", 0.0, 1, 1},
     };
     for (const Case& one : cases) {
         const AttributedString text(one.text, {Font{"Helvetica", one.size}, std::nullopt});

@@ -36,7 +36,7 @@ public:
     /// Sets where the data of a declared type come from when somebody asks for them, which may be never; false for a type that is not declared. The function is called at most once.
     virtual bool setProviderForType(std::function<Data()> provider, std::string_view type) = 0;
     /// All data are there: a host hands them to the desktop now. Contents that are declared and not finished may never be seen.
-    virtual void finish() { }
+    virtual void finish() {}
 
     /// The pasteboard that copy commands go to, for the whole process: one in memory until a host installs its own. Never null.
     [[nodiscard]] static std::shared_ptr<Pasteboard> generalPasteboard();

@@ -11,10 +11,7 @@
 
 namespace TOLVGraphing {
 
-View::View(const Rect& frame)
-    : m_frame(frame)
-{
-}
+View::View(const Rect& frame) : m_frame(frame) {}
 
 View::~View() = default;
 
@@ -149,7 +146,7 @@ void View::draw(DrawingContext& context, const Rect& dirtyRect, Purpose purpose)
     }
 }
 
-void View::drawRect(const Rect&) { }
+void View::drawRect(const Rect&) {}
 
 // Values by name.
 

@@ -111,8 +111,7 @@ TEST(View, IsDrawnClippedToItsBounds)
 {
     const auto view = probe({10.0, 20.0, 30.0, 40.0});
     view->drawing = [] { currentContext()->fillRect({1.0, 2.0, 3.0, 4.0}); };
-    EXPECT_EQ(displayed(*view),
-        (Lines{"save", "transform [1 0 0 1 0 0]", "save", "clip M 0 0 L 30 0 L 30 40 L 0 40 Z", "fill M 1 2 L 4 2 L 4 6 L 1 6 Z", "restore", "restore"}));
+    EXPECT_EQ(displayed(*view), (Lines{"save", "transform [1 0 0 1 0 0]", "save", "clip M 0 0 L 30 0 L 30 40 L 0 40 Z", "fill M 1 2 L 4 2 L 4 6 L 1 6 Z", "restore", "restore"}));
     EXPECT_EQ(view->asked, (Rects{{0.0, 0.0, 30.0, 40.0}}));
 }
 
@@ -120,8 +119,7 @@ TEST(View, ThatIsFlippedGrowsDownwardsFromItsUpperEdge)
 {
     const auto view = probe({10.0, 20.0, 30.0, 40.0}, Growth::Downwards);
     view->drawing = [] { currentContext()->fillRect({1.0, 2.0, 3.0, 4.0}); };
-    EXPECT_EQ(displayed(*view),
-        (Lines{"save", "transform [1 0 0 -1 0 40]", "save", "clip M 0 0 L 30 0 L 30 40 L 0 40 Z", "fill M 1 2 L 4 2 L 4 6 L 1 6 Z", "restore", "restore"}));
+    EXPECT_EQ(displayed(*view), (Lines{"save", "transform [1 0 0 -1 0 40]", "save", "clip M 0 0 L 30 0 L 30 40 L 0 40 Z", "fill M 1 2 L 4 2 L 4 6 L 1 6 Z", "restore", "restore"}));
 }
 
 TEST(View, OfAnotherBoundsOriginShowsAnotherPartOfItsContents)
@@ -160,10 +158,12 @@ TEST(View, PlacesItsSubviewsWhicheverWayEachGrows)
     // height 12 stands on its point or hangs below it.
     const Rect clip(10.0, 20.0, 30.0, 40.0);
     const Row rows[] = {
+        // clang-format off
         {Growth::Upwards,   Growth::Upwards,   {15.0, 26.0, 3.0, 4.0}, {15.0, 26.0}, clip},
         {Growth::Upwards,   Growth::Downwards, {15.0, 50.0, 3.0, 4.0}, {15.0, 42.0}, clip},
         {Growth::Downwards, Growth::Upwards,   {15.0, 26.0, 3.0, 4.0}, {15.0, 26.0}, clip},
         {Growth::Downwards, Growth::Downwards, {15.0, 50.0, 3.0, 4.0}, {15.0, 42.0}, clip},
+        // clang-format on
     };
     const EvenTextScope text;
     for (const Row& row : rows) {
@@ -376,7 +376,10 @@ TEST(View, AnExceptionWhileDrawingRestoresEverything)
 /// A view and how often it asked for redisplay.
 class ViewRedisplay : public testing::Test {
 protected:
-    ViewRedisplay() { view->setRedisplayHandler([this] { ++requests; }); }
+    ViewRedisplay()
+    {
+        view->setRedisplayHandler([this] { ++requests; });
+    }
 
     std::shared_ptr<ProbeView> view = probe({0.0, 0.0, 100.0, 80.0});
     int requests = 0;
@@ -716,12 +719,14 @@ TEST(View, ThePartOfADocumentLiesAtItsOrigin)
     };
     // The shape is at 10...14, 20...25 in the view's own coordinates; the part is 30 high.
     const Row rows[] = {
+        // clang-format off
         {Growth::Upwards,   {0.0, 0.0},    {10.0, 20.0, 40.0, 30.0}, {0.0, 0.0, 4.0, 5.0}},
         {Growth::Upwards,   {0.0, 0.0},    {5.0, 0.0, 40.0, 30.0},   {5.0, 20.0, 4.0, 5.0}},
         {Growth::Upwards,   {-7.0, 8.0},   {5.0, 10.0, 40.0, 30.0},  {5.0, 10.0, 4.0, 5.0}},
         {Growth::Downwards, {0.0, 0.0},    {10.0, 20.0, 40.0, 30.0}, {0.0, 25.0, 4.0, 5.0}},
         {Growth::Downwards, {0.0, 0.0},    {5.0, 0.0, 40.0, 30.0},   {5.0, 5.0, 4.0, 5.0}},
         {Growth::Downwards, {-7.0, 8.0},   {5.0, 10.0, 40.0, 30.0},  {5.0, 15.0, 4.0, 5.0}},
+        // clang-format on
     };
     for (const Row& row : rows) {
         const auto renderer = std::make_shared<RecordingRenderer>();

@@ -50,7 +50,9 @@ void applyAppearance(GraphAppearance appearance)
     switch (appearance) {
     case GraphAppearance::FollowsPalette: QApplication::setPalette(QPalette()); break;
     case GraphAppearance::Light: QApplication::setPalette(paletteWith(QColor(0xEF, 0xEF, 0xEF), Qt::white, Qt::black, QColor(0x80, 0x80, 0x80))); break;
-    case GraphAppearance::Dark: QApplication::setPalette(paletteWith(QColor(0x38, 0x3A, 0x3E), QColor(0x22, 0x23, 0x26), QColor(0xE6, 0xE6, 0xE6), QColor(0x8C, 0x8C, 0x8C))); break;
+    case GraphAppearance::Dark:
+        QApplication::setPalette(paletteWith(QColor(0x38, 0x3A, 0x3E), QColor(0x22, 0x23, 0x26), QColor(0xE6, 0xE6, 0xE6), QColor(0x8C, 0x8C, 0x8C)));
+        break;
     }
 }
 

@@ -24,9 +24,9 @@ struct PictureKind {
     bool isImage;
 };
 
-constexpr PictureKind kKinds[] = {{".pdf", QT_TRANSLATE_NOOP("ExportDialog", "PDF"), false}, {".svg", QT_TRANSLATE_NOOP("ExportDialog", "SVG"), false}, {".png", QT_TRANSLATE_NOOP("ExportDialog", "PNG image"), true},
-    {".tiff", QT_TRANSLATE_NOOP("ExportDialog", "TIFF image"), true}, {".eps", QT_TRANSLATE_NOOP("ExportDialog", "Encapsulated PostScript"), false},
-    {".ps", QT_TRANSLATE_NOOP("ExportDialog", "PostScript"), false}};
+constexpr PictureKind kKinds[] = {{".pdf", QT_TRANSLATE_NOOP("ExportDialog", "PDF"), false}, {".svg", QT_TRANSLATE_NOOP("ExportDialog", "SVG"), false},
+    {".png", QT_TRANSLATE_NOOP("ExportDialog", "PNG image"), true}, {".tiff", QT_TRANSLATE_NOOP("ExportDialog", "TIFF image"), true},
+    {".eps", QT_TRANSLATE_NOOP("ExportDialog", "Encapsulated PostScript"), false}, {".ps", QT_TRANSLATE_NOOP("ExportDialog", "PostScript"), false}};
 
 const QString kKindKey = QStringLiteral("export/suffix");
 const QString kWidthKey = QStringLiteral("export/width");

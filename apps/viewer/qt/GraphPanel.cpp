@@ -85,8 +85,7 @@ bool showsDates(const GraphDocument& document)
 
 } // namespace
 
-GraphPanel::GraphPanel(QWidget* parent)
-    : QScrollArea(parent)
+GraphPanel::GraphPanel(QWidget* parent) : QScrollArea(parent)
 {
     auto* content = new QWidget;
     new QVBoxLayout(content);

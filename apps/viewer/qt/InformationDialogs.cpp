@@ -47,14 +47,15 @@ constexpr Gesture kPointer[] = {{QT_TRANSLATE_NOOP("InformationDialogs", "Wheel"
     {QT_TRANSLATE_NOOP("InformationDialogs", "Right click"), QT_TRANSLATE_NOOP("InformationDialogs", "All commands of the graph")},
     {QT_TRANSLATE_NOOP("InformationDialogs", "Drop files"), QT_TRANSLATE_NOOP("InformationDialogs", "Opens them; with Ctrl adds them to the graph")}};
 
-constexpr Gesture kKeys[] = {{QT_TRANSLATE_NOOP("InformationDialogs", "Arrows"), QT_TRANSLATE_NOOP("InformationDialogs", "Move the graph, or left and right the selected marker; with Shift by a point")},
-    {QT_TRANSLATE_NOOP("InformationDialogs", "+ and -"), QT_TRANSLATE_NOOP("InformationDialogs", "Zoom; with Shift y only")},
-    {QT_TRANSLATE_NOOP("InformationDialogs", "Home, Ctrl+0"), QT_TRANSLATE_NOOP("InformationDialogs", "Show all data")},
-    {QT_TRANSLATE_NOOP("InformationDialogs", "M"), QT_TRANSLATE_NOOP("InformationDialogs", "Places a marker at the pointer or in the middle")},
-    {QT_TRANSLATE_NOOP("InformationDialogs", "N, Shift+N"), QT_TRANSLATE_NOOP("InformationDialogs", "Select the markers in turn")},
-    {QT_TRANSLATE_NOOP("InformationDialogs", "Delete"), QT_TRANSLATE_NOOP("InformationDialogs", "Removes the selected marker")},
-    {QT_TRANSLATE_NOOP("InformationDialogs", "Escape"), QT_TRANSLATE_NOOP("InformationDialogs", "Cancels a drag or the selection")},
-    {QT_TRANSLATE_NOOP("InformationDialogs", "Ctrl+Z, Ctrl+Shift+Z"), QT_TRANSLATE_NOOP("InformationDialogs", "Undo and redo changes of markers and of the panels")}};
+constexpr Gesture kKeys[]
+    = {{QT_TRANSLATE_NOOP("InformationDialogs", "Arrows"), QT_TRANSLATE_NOOP("InformationDialogs", "Move the graph, or left and right the selected marker; with Shift by a point")},
+        {QT_TRANSLATE_NOOP("InformationDialogs", "+ and -"), QT_TRANSLATE_NOOP("InformationDialogs", "Zoom; with Shift y only")},
+        {QT_TRANSLATE_NOOP("InformationDialogs", "Home, Ctrl+0"), QT_TRANSLATE_NOOP("InformationDialogs", "Show all data")},
+        {QT_TRANSLATE_NOOP("InformationDialogs", "M"), QT_TRANSLATE_NOOP("InformationDialogs", "Places a marker at the pointer or in the middle")},
+        {QT_TRANSLATE_NOOP("InformationDialogs", "N, Shift+N"), QT_TRANSLATE_NOOP("InformationDialogs", "Select the markers in turn")},
+        {QT_TRANSLATE_NOOP("InformationDialogs", "Delete"), QT_TRANSLATE_NOOP("InformationDialogs", "Removes the selected marker")},
+        {QT_TRANSLATE_NOOP("InformationDialogs", "Escape"), QT_TRANSLATE_NOOP("InformationDialogs", "Cancels a drag or the selection")},
+        {QT_TRANSLATE_NOOP("InformationDialogs", "Ctrl+Z, Ctrl+Shift+Z"), QT_TRANSLATE_NOOP("InformationDialogs", "Undo and redo changes of markers and of the panels")}};
 
 template <typename Gestures>
 QString tableOf(const char* heading, const Gestures& gestures)
@@ -76,7 +77,8 @@ void showKeysAndGestures(QWidget* parent)
 void showAbout(QWidget* parent)
 {
     QMessageBox::about(parent, translated("About"),
-        translated("<h3>Graph Viewer %1</h3><p>Opens measurements, shows them exactly, and writes the same picture on screen, paper and to files.</p><p>Measurement files are only read, never changed.</p>")
+        translated("<h3>Graph Viewer %1</h3><p>Opens measurements, shows them exactly, and writes the same picture on screen, paper and to files.</p><p>Measurement files are only "
+                   "read, never changed.</p>")
             .arg(QStringLiteral(TOLVGRAPHING_VERSION)));
 }
 

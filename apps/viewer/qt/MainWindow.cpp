@@ -53,8 +53,7 @@ QStringList localFiles(const QMimeData& data)
 
 } // namespace
 
-MainWindow::MainWindow(QWidget* parent)
-    : QMainWindow(parent)
+MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
 {
     installQtServices();
     m_controller = new DocumentController(this);

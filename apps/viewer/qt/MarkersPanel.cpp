@@ -178,7 +178,8 @@ void MarkersPanel::changeValue(int row, int column)
     if (!value) {
         const QString text = m_table->item(row, 0)->text();
         fill();
-        emit rejected(tr("The marker was not moved."), m_isDate ? tr("Found “%1”, expected a date such as 2026-11-21 or a number of days.").arg(text) : tr("Found “%1”, expected a number.").arg(text));
+        emit rejected(tr("The marker was not moved."),
+            m_isDate ? tr("Found “%1”, expected a date such as 2026-11-21 or a number of days.").arg(text) : tr("Found “%1”, expected a number.").arg(text));
         return;
     }
     const auto moved = graph->markers()[index]->copy();

@@ -19,11 +19,7 @@ constexpr double kManyDays = 14.0;
 
 } // namespace
 
-RangeFields::RangeFields(Axis axis, QWidget* parent)
-    : QWidget(parent)
-    , m_axis(axis)
-    , m_from(new QLineEdit)
-    , m_to(new QLineEdit)
+RangeFields::RangeFields(Axis axis, QWidget* parent) : QWidget(parent), m_axis(axis), m_from(new QLineEdit), m_to(new QLineEdit)
 {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

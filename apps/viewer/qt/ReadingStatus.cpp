@@ -16,11 +16,7 @@ constexpr int kBarWidth = 160;
 
 } // namespace
 
-ReadingStatus::ReadingStatus(QWidget* parent)
-    : QWidget(parent)
-    , m_file(new QLabel)
-    , m_bar(new QProgressBar)
-    , m_delay(new QTimer(this))
+ReadingStatus::ReadingStatus(QWidget* parent) : QWidget(parent), m_file(new QLabel), m_bar(new QProgressBar), m_delay(new QTimer(this))
 {
     m_bar->setFixedWidth(kBarWidth);
     m_bar->setAccessibleName(tr("Progress of reading"));

@@ -9,9 +9,7 @@
 
 namespace TOLVGraphing::app {
 
-SourceWatcher::SourceWatcher(QObject* parent)
-    : QObject(parent)
-    , m_watcher(new QFileSystemWatcher(this))
+SourceWatcher::SourceWatcher(QObject* parent) : QObject(parent), m_watcher(new QFileSystemWatcher(this))
 {
     m_quiet.setSingleShot(true);
     m_quiet.setInterval(kQuietTime);

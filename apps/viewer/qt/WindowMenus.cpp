@@ -29,9 +29,7 @@ const QString kReloadsKey = QStringLiteral("reloadsAutomatically");
 
 } // namespace
 
-WindowMenus::WindowMenus(const MenuTargets& targets)
-    : QObject(targets.window)
-    , m_targets(targets)
+WindowMenus::WindowMenus(const MenuTargets& targets) : QObject(targets.window), m_targets(targets)
 {
     createFileMenu();
     createEditMenu();

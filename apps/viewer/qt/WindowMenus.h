@@ -14,7 +14,7 @@ class QMenu;
 namespace TOLVGraphing {
 class GraphWidget;
 enum class GraphCommand : std::uint8_t;
-}
+} // namespace TOLVGraphing
 
 namespace TOLVGraphing::app {
 

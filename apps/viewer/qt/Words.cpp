@@ -74,10 +74,10 @@ QString nameOf(LinePattern pattern)
 
 QString plainText(const std::string& sentence)
 {
-    static const std::pair<const char*, QString> kNames[] = {{"--x-axis", translated("x axis")}, {"--y-axis", translated("y axis")}, {"--x-range", translated("x range")}, {"--y-range", translated("y range")},
-        {"--x-format", translated("numbers of x")}, {"--y-format", translated("numbers of y")}, {"--draw dotted", translated("drawing dots")}, {"--draw line", translated("drawing lines")},
-        {"--draw bar", translated("drawing bars")}, {"--draw", translated("drawing")}, {"--categories", translated("categories")}, {"--marker", translated("marker")}, {"--x", translated("x column")},
-        {"--y", translated("y columns")}};
+    static const std::pair<const char*, QString> kNames[] = {{"--x-axis", translated("x axis")}, {"--y-axis", translated("y axis")}, {"--x-range", translated("x range")},
+        {"--y-range", translated("y range")}, {"--x-format", translated("numbers of x")}, {"--y-format", translated("numbers of y")}, {"--draw dotted", translated("drawing dots")},
+        {"--draw line", translated("drawing lines")}, {"--draw bar", translated("drawing bars")}, {"--draw", translated("drawing")}, {"--categories", translated("categories")},
+        {"--marker", translated("marker")}, {"--x", translated("x column")}, {"--y", translated("y columns")}};
     QString text = QString::fromStdString(sentence);
     for (const auto& [option, name] : kNames)
         text.replace(QLatin1String(option), name);

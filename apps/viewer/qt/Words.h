@@ -14,7 +14,8 @@ namespace TOLVGraphing::app {
 
 // What people read in menus, panels and dialogs.
 
-inline constexpr std::array kDrawingKinds{DrawingKind::Curve, DrawingKind::PlainCurve, DrawingKind::Dotted, DrawingKind::X, DrawingKind::Impulse, DrawingKind::Line, DrawingKind::Bar};
+inline constexpr std::array kDrawingKinds{
+    DrawingKind::Curve, DrawingKind::PlainCurve, DrawingKind::Dotted, DrawingKind::X, DrawingKind::Impulse, DrawingKind::Line, DrawingKind::Bar};
 inline constexpr std::array kXAxisKinds{AxisKind::Linear, AxisKind::Logarithmic, AxisKind::Bar, AxisKind::Line};
 inline constexpr std::array kYAxisKinds{AxisKind::Linear, AxisKind::Logarithmic};
 inline constexpr std::array kNumberStyles{NumberStyle::Decimal, NumberStyle::Adaptive, NumberStyle::SI, NumberStyle::Scientific, NumberStyle::Date};

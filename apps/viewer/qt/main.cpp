@@ -24,7 +24,8 @@ void describe(QCommandLineParser& parser)
     parser.setApplicationDescription(QCoreApplication::translate("main", "Shows measurements as graphs to zoom, mark, print and export."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("FILES"), QCoreApplication::translate("main", "Measurement files for one graph, or one graph document (.tolvgraph)"), QStringLiteral("[FILES...]"));
+    parser.addPositionalArgument(
+        QStringLiteral("FILES"), QCoreApplication::translate("main", "Measurement files for one graph, or one graph document (.tolvgraph)"), QStringLiteral("[FILES...]"));
 }
 
 bool containsAny(const QStringList& arguments, std::initializer_list<const char*> options)

@@ -10,7 +10,9 @@ namespace TOLVGraphing::raster {
 /// What a coverage hands out, put together as one picture.
 class CoverageImage {
 public:
-    CoverageImage(const PixelBox& box, UnionCoverage& coverage) : m_box(box), m_pixels(box.isEmpty() ? 0 : static_cast<std::size_t>(box.width) * static_cast<std::size_t>(box.height))
+    CoverageImage(const PixelBox& box, UnionCoverage& coverage)
+        : m_box(box)
+        , m_pixels(box.isEmpty() ? 0 : static_cast<std::size_t>(box.width) * static_cast<std::size_t>(box.height))
     {
         coverage.forEachStrip([&](const CoverageStrip& strip) {
             ++m_stripCount;

@@ -22,7 +22,8 @@ namespace {
 struct Free {
     void operator()(void* memory) const { std::free(memory); }
 };
-template<typename Reply> using Owned = std::unique_ptr<Reply, Free>;
+template <typename Reply>
+using Owned = std::unique_ptr<Reply, Free>;
 using Event = Owned<xcb_generic_event_t>;
 
 /// Longer contents are given to others in pieces of this size.
@@ -52,14 +53,12 @@ struct Delivery {
 
 class ClipboardManager {
 public:
-    ClipboardManager(xcb_connection_t* connection, bool asksAtOnce)
-        : m_connection(connection)
-        , m_asksAtOnce(asksAtOnce)
-        , m_window(xcb_generate_id(connection))
+    ClipboardManager(xcb_connection_t* connection, bool asksAtOnce) : m_connection(connection), m_asksAtOnce(asksAtOnce), m_window(xcb_generate_id(connection))
     {
         const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
         const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_create_window(connection, XCB_COPY_FROM_PARENT, m_window, screen->root, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, XCB_CW_EVENT_MASK, &events);
+        xcb_create_window(
+            connection, XCB_COPY_FROM_PARENT, m_window, screen->root, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, XCB_CW_EVENT_MASK, &events);
         xcb_set_selection_owner(connection, m_window, atom("CLIPBOARD_MANAGER"), XCB_CURRENT_TIME);
     }
 
@@ -100,7 +99,8 @@ private:
     }
 
     /// The next event that the condition is true of; those before it wait for their turn. Null when the display is gone.
-    template<typename Condition> Event waitFor(const Condition& isWanted)
+    template <typename Condition>
+    Event waitFor(const Condition& isWanted)
     {
         xcb_flush(m_connection);
         while (Event event{xcb_wait_for_event(m_connection)}) {
@@ -197,7 +197,8 @@ private:
         const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, cookie, nullptr));
         if (!reply || reply->type == XCB_ATOM_NONE)
             return std::nullopt;
-        return Contents{reply->type, reply->format, std::string(static_cast<const char*>(xcb_get_property_value(reply.get())), static_cast<std::size_t>(xcb_get_property_value_length(reply.get())))};
+        return Contents{reply->type, reply->format,
+            std::string(static_cast<const char*>(xcb_get_property_value(reply.get())), static_cast<std::size_t>(xcb_get_property_value_length(reply.get())))};
     }
 
     /// Asks the clipboard's owner for a target, which it puts into a property of this manager's window. False when it has none.
@@ -304,7 +305,8 @@ private:
 
     void deliverMore(const xcb_property_notify_event_t& change)
     {
-        const auto delivery = std::find_if(m_deliveries.begin(), m_deliveries.end(), [&](const Delivery& each) { return each.window == change.window && each.property == change.atom; });
+        const auto delivery
+            = std::find_if(m_deliveries.begin(), m_deliveries.end(), [&](const Delivery& each) { return each.window == change.window && each.property == change.atom; });
         if (change.state != XCB_PROPERTY_DELETE || delivery == m_deliveries.end())
             return;
         // The piece behind the last one is empty.
