@@ -6,6 +6,7 @@
 #include "../text/TextLayout.h"
 #include "AreaFills.h"
 #include "GlyphMasks.h"
+#include "PathStamps.h"
 #include "PolylineStrokes.h"
 #include "UprightBoxes.h"
 #include "TOLVGraphing/platform/text/AttributedString.h"

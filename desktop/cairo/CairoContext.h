@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ImagePixels.h"
-#include "PathStamps.h"
+#include "PixelRange.h"
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+typedef struct _cairo cairo_t;
 typedef struct _PangoLayoutLine PangoLayoutLine;
 
 namespace TOLVGraphing::text {
@@ -22,6 +23,8 @@ struct StrokeRun;
 }
 
 namespace TOLVGraphing::cairo {
+
+enum class StampKind : std::uint8_t;
 
 /// Lets points with y growing upwards reach a Cairo target whose y grows downwards: the origin goes to the lower-left corner, `deviceHeight` device units below the top,
 /// and a point becomes `unitsPerPoint` device units.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CairoPointers.h"
+#include "PixelRange.h"
 #include "TOLVGraphing/platform/graphics/Color.h"
 
 #include <cstddef>
@@ -13,20 +14,6 @@
 namespace TOLVGraphing::cairo {
 
 class ColorStamp;
-
-/// Whole pixels of an image, rows counted downwards: from `left` to before `right` and from `top` to before `bottom`.
-struct PixelRange {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-
-    [[nodiscard]] bool isEmpty() const { return right <= left || bottom <= top; }
-
-    friend bool operator==(const PixelRange&, const PixelRange&) = default;
-};
-
-[[nodiscard]] PixelRange intersectionRange(const PixelRange& one, const PixelRange& other);
 
 /// The target's clip in pixels of its device, whatever its units are now, where it is one box of whole pixels.
 [[nodiscard]] std::optional<PixelRange> clipOfWholePixels(cairo_t* target);
