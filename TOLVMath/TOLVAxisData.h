@@ -1,11 +1,13 @@
 #pragma once
 
+#include "Export.h"
+
 #include <cstddef>
 
 namespace TOLVGraphing {
 
 /// The samples of one coordinate of a series: contiguous single-precision numbers in data units.
-class TOLVAxisData {
+class TOLV_EXPORT TOLVAxisData {
 public:
     virtual ~TOLVAxisData() = default;
 

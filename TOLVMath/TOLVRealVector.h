@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TOLVAxisData.h"
+#include "Export.h"
 
 #include <cstdint>
 #include <memory>
@@ -16,7 +17,7 @@ class SortedSamples;
 ///
 /// What is learned of the numbers is kept with the storage and shared as well: whether they ascend, and the extremes of their blocks (see ExtremePyramid), together less than 4 % of the storage's memory. Each is found when it is first needed, in one
 /// pass. Everything may be called from several threads.
-class TOLVRealVector final : public TOLVAxisData {
+class TOLV_EXPORT TOLVRealVector final : public TOLVAxisData {
 public:
     /// Takes the numbers over without copying them.
     [[nodiscard]] static std::shared_ptr<const TOLVRealVector> vectorWithComponents(std::vector<float> components);

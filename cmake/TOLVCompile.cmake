@@ -36,6 +36,24 @@ function(tolv_compile target)
   target_link_options(${target} PRIVATE ${tolv_link_instrumentation})
 endfunction()
 
+# tolv_library(<target> <component> <source>...): one of the libraries, as TOLVGraphing::<component>, static or, with BUILD_SHARED_LIBS, shared.
+# Only what carries TOLV_EXPORT can be seen from outside of a shared library. Until version 1 every minor version may change the binary interface, so the SONAME has both numbers.
+function(tolv_library target component)
+  add_library(${target} ${ARGN})
+  add_library(TOLVGraphing::${component} ALIAS ${target})
+  tolv_compile(${target})
+  set_target_properties(${target} PROPERTIES
+    EXPORT_NAME ${component}
+    CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+  if(BUILD_SHARED_LIBS AND NOT TOLVGRAPHING_SANITIZE)
+    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  endif()
+  if(NOT BUILD_SHARED_LIBS)
+    target_compile_definitions(${target} PUBLIC TOLVGRAPHING_STATIC)
+  endif()
+endfunction()
+
 # tolv_sources(<variable> <folder>...): the .cpp files below the folders, without the tests beside them.
 function(tolv_sources variable)
   set(found)

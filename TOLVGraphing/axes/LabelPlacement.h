@@ -3,6 +3,7 @@
 #include "../data/TOLVLabel.h"
 #include "../platform/geometry/EdgeInsets.h"
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -36,9 +37,9 @@ struct LabelPlacement {
 using LabelPlacements = std::vector<LabelPlacement>;
 
 /// The first of the labels that the label overlaps, see TOLVLabel::overlapsLabelInArray; null for none.
-[[nodiscard]] std::shared_ptr<TOLVLabel> firstOverlappedLabel(
+[[nodiscard]] TOLV_EXPORT std::shared_ptr<TOLVLabel> firstOverlappedLabel(
     const TOLVLabel& label, const std::vector<std::shared_ptr<TOLVLabel>>& labels, const std::optional<EdgeInsets>& withInsets = std::nullopt);
 /// The labels that are drawn, in order.
-[[nodiscard]] std::vector<std::shared_ptr<TOLVLabel>> keptLabels(const LabelPlacements& placements);
+[[nodiscard]] TOLV_EXPORT std::vector<std::shared_ptr<TOLVLabel>> keptLabels(const LabelPlacements& placements);
 
 } // namespace TOLVGraphing

@@ -8,6 +8,7 @@
 #include "../platform/geometry/Rect.h"
 #include "../platform/text/NumberFormatter.h"
 #include "LabelPlacement.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <optional>
@@ -30,7 +31,7 @@ class TOLVGraph;
 /// not finite are left out.
 ///
 /// This class is abstract in five operations, which throw UnrecognizedOperation: updateStepsInRect, getMajorValues, mappingForRect, valueForPoint and pointForValue.
-class TOLVAxis : public Codable {
+class TOLV_EXPORT TOLVAxis : public Codable {
 public:
     using Values = std::vector<double>;
     using Labels = std::vector<std::shared_ptr<TOLVLabel>>;

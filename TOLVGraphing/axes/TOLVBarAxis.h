@@ -2,6 +2,7 @@
 
 #include "CategoryRanges.h"
 #include "TOLVAxis.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -21,7 +22,7 @@ namespace TOLVGraphing {
 /// a coordinate that is not finite give NaN.
 ///
 /// As the axis has no continuous scale, `mappingForRect`, `getPoints` and `getMajorPoints` throw UnrecognizedOperation.
-class TOLVBarAxis : public TOLVAxis {
+class TOLV_EXPORT TOLVBarAxis : public TOLVAxis {
 public:
     using TickLabels = std::vector<std::string>;
     using TOLVAxis::TOLVAxis;

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "TOLVBarAxis.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
 /// The horizontal axis of a line chart over categories: a bar axis with a grid line through each slot's centre.
-class TOLVLineAxis final : public TOLVBarAxis {
+class TOLV_EXPORT TOLVLineAxis final : public TOLVBarAxis {
 public:
     using TOLVBarAxis::TOLVBarAxis;
 

@@ -2,12 +2,13 @@
 
 #include "../mapping/TOLVLinearMapping.h"
 #include "TOLVAxis.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
 /// An evenly scaled axis. Major values stand at whole multiples of a power of ten, so that there are one to ten of them; minor values at the finest of a tenth, a fifth and
 /// a half of that step whose lines are at least 4 points apart.
-class TOLVLinearAxis final : public TOLVAxis {
+class TOLV_EXPORT TOLVLinearAxis final : public TOLVAxis {
 public:
     TOLVLinearAxis();
     explicit TOLVLinearAxis(std::weak_ptr<TOLVGraph> graph);

@@ -2,6 +2,7 @@
 
 #include "../platform/text/NumberFormatter.h"
 #include "TickSpacing.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
@@ -9,7 +10,7 @@ struct DecimalDigits;
 
 /// What the formatters that look at an axis's ticks have in common: the ticks decide how many digits there are, and a subclass how they are written. Zero, and what rounds to it, is "0" whatever its sign. NaN and infinities are
 /// written as in the decimal style. The text is UTF-8 and does not depend on the process's locale.
-class TickNumberFormatter : public NumberFormatter {
+class TOLV_EXPORT TickNumberFormatter : public NumberFormatter {
 public:
     [[nodiscard]] std::optional<std::string> stringFromNumber(double number) const final;
 

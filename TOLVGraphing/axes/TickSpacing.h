@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <memory>
 #include <optional>
 
@@ -12,7 +14,7 @@ class TOLVAxis;
 /// that are not finite not at all. Two ticks that lie within a few units in the last place of each other, and a hundred times further from the others, count as one: they stand at one place.
 ///
 /// The axis is referred to weakly and looked at anew by each question. A question takes a time logarithmic in the number of ticks and no memory. Distances are in data units.
-class TickSpacing {
+class TOLV_EXPORT TickSpacing {
 public:
     /// What a value has to be told apart from.
     struct Resolution {

@@ -2,6 +2,7 @@
 
 #include "../platform/foundation/KeyedArchiver.h"
 #include "../platform/foundation/Observable.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <string>
@@ -10,7 +11,7 @@ namespace TOLVGraphing {
 
 /// The visible range of one axis in data units, double precision. Nothing is enforced: the minimum may exceed the maximum and both may be anything, NaN included.
 /// Changes of "min" and "max" are announced.
-class TOLVAxisExtents final : public Codable, public Observable {
+class TOLV_EXPORT TOLVAxisExtents final : public Codable, public Observable {
 public:
     /// Both ends at 0.
     TOLVAxisExtents() = default;
@@ -38,6 +39,6 @@ private:
 };
 
 /// "[min, max]".
-[[nodiscard]] std::string toString(const TOLVAxisExtents& extents);
+[[nodiscard]] TOLV_EXPORT std::string toString(const TOLVAxisExtents& extents);
 
 } // namespace TOLVGraphing

@@ -3,6 +3,7 @@
 #include "../platform/graphics/Path.h"
 #include "TOLVLineStyle.h"
 #include "TOLVPointFunctions.h"
+#include <TOLVMath/Export.h>
 
 #include <array>
 #include <cstdint>
@@ -12,7 +13,7 @@
 namespace TOLVGraphing {
 
 /// A polyline that is collected point by point, in view units (points, y growing upwards), and then stroked or filled with a line style.
-class TOLVCurve {
+class TOLV_EXPORT TOLVCurve {
 public:
     TOLVCurve() { reset(); }
 

@@ -2,6 +2,7 @@
 
 #include "../platform/geometry/Rect.h"
 #include "TOLVCurve.h"
+#include <TOLVMath/Export.h>
 
 #include <TOLVMath/TOLVRealVector.h>
 
@@ -17,7 +18,7 @@ namespace TOLVGraphing {
 ///
 /// The range minima and maxima are in data units and are computed from the samples when first asked for, unless they were set; FLT_MAX for a minimum and -FLT_MAX for
 /// a maximum mean "not known". Replacing the vectors does not reset them.
-class TOLVGraphCurve {
+class TOLV_EXPORT TOLVGraphCurve {
 public:
     using Vector = std::shared_ptr<const TOLVRealVector>;
 

@@ -2,6 +2,7 @@
 
 #include "../platform/foundation/IndexSet.h"
 #include "TOLVLineStyle.h"
+#include <TOLVMath/Export.h>
 
 #include <TOLVMath/TOLVAxisData.h>
 
@@ -16,7 +17,7 @@ namespace TOLVGraphing {
 
 /// One data series: abscissae, ordinates, a name and a line style. The abscissae are expected in ascending order. Where the two lengths differ, the samples up to the
 /// shorter one count.
-class TOLVGraphData {
+class TOLV_EXPORT TOLVGraphData {
 public:
     using Samples = std::shared_ptr<const TOLVAxisData>;
     using InfoDictionary = std::map<std::string, std::any>;

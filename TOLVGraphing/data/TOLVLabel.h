@@ -3,6 +3,7 @@
 #include "../platform/geometry/EdgeInsets.h"
 #include "../platform/geometry/Rect.h"
 #include "../platform/text/AttributedString.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <span>
@@ -10,7 +11,7 @@
 namespace TOLVGraphing {
 
 /// A styled text placed at a rectangle in view units (points, y growing upwards).
-class TOLVLabel {
+class TOLV_EXPORT TOLVLabel {
 public:
     TOLVLabel() = default;
     [[nodiscard]] static std::shared_ptr<TOLVLabel> labelWithAttributedString(AttributedString label, const Rect& rect);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/graphics/Color.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <optional>
@@ -11,7 +12,7 @@ namespace TOLVGraphing {
 class DrawingContext;
 
 /// How a line is stroked: dash pattern, width and colour. Lengths are in view units (points) and are not scaled by the width.
-class TOLVLineStyle {
+class TOLV_EXPORT TOLVLineStyle {
 public:
     /// Solid, 1 point wide, without a colour.
     TOLVLineStyle() = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/foundation/KeyedArchiver.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -8,7 +9,7 @@
 namespace TOLVGraphing {
 
 /// A mark that a user places at one data value of one axis.
-class TOLVMarker : public Codable {
+class TOLV_EXPORT TOLVMarker : public Codable {
 public:
     /// A marker is always made with a value.
     TOLVMarker() = delete;

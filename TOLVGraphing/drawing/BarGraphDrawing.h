@@ -3,6 +3,7 @@
 #include "../data/TOLVLineStyle.h"
 #include "../platform/geometry/Rect.h"
 #include "TOLVGraphDrawing.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -23,7 +24,7 @@ struct Bar {
 };
 
 /// The bars of one category, side by side. A value that refers to its graph.
-struct BarGroup {
+struct TOLV_EXPORT BarGroup {
     /// In the order of the series.
     std::vector<Bar> bars;
     /// Shared. Null draws nothing.
@@ -44,7 +45,7 @@ struct BarGroup {
 /// Bars stand on the lower edge of the data area, so a y range that starts at 0 shows their proportions.
 ///
 /// Many bars are drawn at the cost of pixels where they cover whole pixels (see PixelFills), with the same picture; others, and those in vector files, one by one.
-class BarGraphDrawing final : public TOLVGraphDrawing {
+class TOLV_EXPORT BarGraphDrawing final : public TOLVGraphDrawing {
 public:
     void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) override;
 };

@@ -2,6 +2,7 @@
 
 #include "../platform/geometry/Point.h"
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -40,7 +41,7 @@ struct CalloutPlacement {
 };
 
 /// What a strategy implements in addition when it draws callouts: it can tell where they come to stand, without drawing. Layout reports ask whether a strategy has this interface.
-class TOLVGraphCalloutLayout {
+class TOLV_EXPORT TOLVGraphCalloutLayout {
 public:
     virtual ~TOLVGraphCalloutLayout();
 

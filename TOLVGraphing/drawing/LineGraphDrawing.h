@@ -4,6 +4,7 @@
 #include "../platform/text/TextAttributes.h"
 #include "CalloutLabel.h"
 #include "TOLVGraphDrawing.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <vector>
@@ -15,7 +16,7 @@ namespace TOLVGraphing {
 ///
 /// With any other horizontal axis nothing is drawn, and neither while the visible x range lies between two samples of a series. Samples without a finite position have neither dot nor callout, and the line
 /// passes them over.
-class LineGraphDrawing final : public TOLVGraphDrawing, public TOLVGraphCalloutLayout {
+class TOLV_EXPORT LineGraphDrawing final : public TOLVGraphDrawing, public TOLVGraphCalloutLayout {
 public:
     /// Callouts in decimal style.
     LineGraphDrawing();
@@ -35,6 +36,6 @@ private:
 };
 
 /// The largest number of ordinates that a series has in the graph's visible x range; 0 when there are none.
-[[nodiscard]] std::size_t maximumGraphDataLength(const TOLVGraph& graph);
+[[nodiscard]] TOLV_EXPORT std::size_t maximumGraphDataLength(const TOLVGraph& graph);
 
 } // namespace TOLVGraphing

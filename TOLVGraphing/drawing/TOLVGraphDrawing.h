@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <vector>
@@ -12,7 +13,7 @@ class TOLVMarker;
 
 /// Draws the series of a graph into the current drawing context. A strategy keeps nothing about a graph: it takes what it needs from the graph it is given, and one object may
 /// serve several graphs. It leaves the context's state as it was.
-class TOLVGraphDrawing {
+class TOLV_EXPORT TOLVGraphDrawing {
 public:
     virtual ~TOLVGraphDrawing();
 
@@ -21,7 +22,7 @@ public:
 };
 
 /// What a strategy implements in addition when it draws something at the graph's markers. The graph asks whether its strategy has this interface.
-class TOLVGraphMarkerDrawing {
+class TOLV_EXPORT TOLVGraphMarkerDrawing {
 public:
     virtual ~TOLVGraphMarkerDrawing();
 

@@ -4,6 +4,7 @@
 #include "../drawing/CalloutPlacement.h"
 #include "../platform/geometry/EdgeInsets.h"
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <memory>
@@ -99,7 +100,7 @@ struct GraphLayout {
 };
 
 /// "kept", "collides", "outside" and so on: the words for reports.
-[[nodiscard]] std::string_view nameOfFate(LabelFate fate);
-[[nodiscard]] std::string_view nameOfFate(CalloutFate fate);
+[[nodiscard]] TOLV_EXPORT std::string_view nameOfFate(LabelFate fate);
+[[nodiscard]] TOLV_EXPORT std::string_view nameOfFate(CalloutFate fate);
 
 } // namespace TOLVGraphing

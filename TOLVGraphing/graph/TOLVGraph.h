@@ -15,6 +15,7 @@
 #include "../platform/geometry/Rect.h"
 #include "../platform/text/TextAttributes.h"
 #include "GraphLayout.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <optional>
@@ -34,7 +35,7 @@ namespace TOLVGraphing {
 ///
 /// A graph without series, or whose ranges are still the empty-data sentinels, cannot be drawn usefully (`canDraw`), but drawing it is harmless. Ranges that are empty or NaN give
 /// axes without ticks. On a logarithmic axis samples that are not positive are left out of curves.
-class TOLVGraph final : public Codable, public Observable, public std::enable_shared_from_this<TOLVGraph> {
+class TOLV_EXPORT TOLVGraph final : public Codable, public Observable, public std::enable_shared_from_this<TOLVGraph> {
     struct ConstructionKey {
         explicit ConstructionKey() = default;
     };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <memory>
 
 namespace TOLVGraphing {
@@ -8,7 +10,7 @@ namespace TOLVGraphing {
 ///
 /// `minValue` maps to `minPoint` and `maxValue` to `maxPoint`; nothing is clamped. The four properties are 0 at first and may be set in any order. While the value
 /// range is empty or NaN every value maps to `minPoint`, and `valueForPoint` divides by zero: it answers an infinity or NaN.
-class TOLVMapping {
+class TOLV_EXPORT TOLVMapping {
 public:
     TOLVMapping() = default;
     virtual ~TOLVMapping();

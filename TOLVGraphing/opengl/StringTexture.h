@@ -4,6 +4,7 @@
 #include "../platform/graphics/Color.h"
 #include "../platform/opengl/OpenGLContext.h"
 #include "../platform/text/AttributedString.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -19,7 +20,7 @@ namespace TOLVGraphing {
 ///
 /// The host enables GL_TEXTURE_RECTANGLE and sets blending and colour; with the desktop's rasterizer glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA) and glColor4f(1, 1, 1, 1) show the text as it looks on paper. Making
 /// a texture leaves GL_UNPACK_ROW_LENGTH and GL_UNPACK_ALIGNMENT set for it. Only the thread that owns the context uses the object, which has to go, or its texture has to be deleted, before its context does.
-class StringTexture {
+class TOLV_EXPORT StringTexture {
 public:
     /// The text's own colours are in its attributes. By default the text colour is opaque white, the other two are white and clear.
     explicit StringTexture(AttributedString string);

@@ -3,6 +3,7 @@
 #include "../data/TOLVAxisExtents.h"
 #include "../data/TOLVMarker.h"
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -60,7 +61,7 @@ struct SampleReadout {
 /// Marker edits go through the graph, so that its undo manager has one step for each; a dragged marker is one step. A view without a graph answers nothing.
 ///
 /// Positions are those in the margins that the view has; where the view fits them to the labels, they only grow while something is dragged.
-class GraphInteraction {
+class TOLV_EXPORT GraphInteraction {
 public:
     /// The view is shared.
     explicit GraphInteraction(std::shared_ptr<TOLVGraphView> view);

@@ -3,6 +3,7 @@
 #include "../platform/geometry/EdgeInsets.h"
 #include "../platform/geometry/Rect.h"
 #include "LegendRows.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <optional>
@@ -13,7 +14,7 @@ namespace TOLVGraphing {
 class TOLVGraph;
 
 /// A graph with a legend below it, laid out for a sheet of any size: what a file, a page or a window shows. Coordinates are points, y growing upwards.
-class GraphSheet {
+class TOLV_EXPORT GraphSheet {
 public:
     /// The graph is shared; its margin, padding and tick label paddings are set by the layout.
     explicit GraphSheet(std::shared_ptr<TOLVGraph> graph);

@@ -2,6 +2,7 @@
 
 #include "../data/TOLVLineStyle.h"
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <memory>
@@ -18,7 +19,7 @@ struct LegendEntry {
 
 /// Legend entries set in rows from left to right, each a short piece of its line followed by its name, in Helvetica at 10 points. A row breaks where the next entry does not fit; a name wider than
 /// a row has a row of its own, shortened by an ellipsis.
-class LegendRows {
+class TOLV_EXPORT LegendRows {
 public:
     /// The height of one row in points.
     static constexpr double kRowHeight = 14.0;

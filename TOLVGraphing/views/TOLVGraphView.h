@@ -5,6 +5,7 @@
 #include "../platform/ui/Pasteboard.h"
 #include "../platform/ui/View.h"
 #include "TOLVLegendView.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -28,7 +29,7 @@ struct TOLVDataSet {
 };
 
 /// What a graph view may ask for its series. Both operations are optional; a view asks for them only where both are there.
-class TOLVGraphViewDataSource {
+class TOLV_EXPORT TOLVGraphViewDataSource {
 public:
     virtual ~TOLVGraphViewDataSource();
 
@@ -48,7 +49,7 @@ inline constexpr std::string_view kFixedCopyHeightKey = "TOLVPlot_FixedCopyHeigh
 /// copies itself to the pasteboard. It answers no mouse or keyboard: a host calls the graph's operations with the view's bounds. Not flipped: y grows upwards as in the graph.
 ///
 /// A graph that cannot be drawn (no series, unknown ranges) leaves the background.
-class TOLVGraphView final : public View, public TOLVLegendViewDataSource {
+class TOLV_EXPORT TOLVGraphView final : public View, public TOLVLegendViewDataSource {
     friend class MarginsOnlyGrow;
 
     struct ConstructionKey {
@@ -146,7 +147,7 @@ private:
 };
 
 /// Keeps the margins that a view fits to its labels from becoming smaller for the life of the scope, so that the data area does not go to and fro while something is dragged. Scopes nest. Afterwards a view that fits margins is asked to draw again.
-class MarginsOnlyGrow {
+class TOLV_EXPORT MarginsOnlyGrow {
 public:
     /// The view is shared and not null.
     explicit MarginsOnlyGrow(std::shared_ptr<TOLVGraphView> view);
@@ -160,6 +161,6 @@ private:
 
 /// The samples of a graph's series as text: for each series two columns separated by tabs, x and y, under its name ("y" without one), in the order of the graph; columns of shorter series end in empty fields. Separators and
 /// line ends in names become blanks. Numbers are the shortest texts that read back as the same float. A null is left out. Empty without series.
-[[nodiscard]] std::string tabSeparatedData(const std::vector<std::shared_ptr<TOLVGraphData>>& graphData);
+[[nodiscard]] TOLV_EXPORT std::string tabSeparatedData(const std::vector<std::shared_ptr<TOLVGraphData>>& graphData);
 
 } // namespace TOLVGraphing

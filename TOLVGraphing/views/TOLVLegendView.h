@@ -2,6 +2,7 @@
 
 #include "../platform/graphics/Color.h"
 #include "../platform/ui/View.h"
+#include <TOLVMath/Export.h>
 
 #include <functional>
 #include <memory>
@@ -22,7 +23,7 @@ struct TOLVLegendEntry {
 };
 
 /// What a legend view may ask for its entries. The operation is optional.
-class TOLVLegendViewDataSource {
+class TOLV_EXPORT TOLVLegendViewDataSource {
 public:
     using Entries = std::vector<TOLVLegendEntry>;
 
@@ -34,7 +35,7 @@ public:
 };
 
 /// A list of titles in Helvetica at 10 points, right-aligned, each with a swatch of its colour at the right edge. Flipped: y grows downwards from the upper edge.
-class TOLVLegendView final : public View {
+class TOLV_EXPORT TOLVLegendView final : public View {
 public:
     using Entries = TOLVLegendViewDataSource::Entries;
 

@@ -3,6 +3,7 @@
 #include "../platform/ui/PrintInfo.h"
 #include "TOLVGraphView.h"
 #include "TOLVLegendView.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <vector>
@@ -11,7 +12,7 @@ namespace TOLVGraphing {
 
 /// A page: a copy of a graph view in its upper part, two and a half times as wide as high, and a legend below it. Its frame is the printable area of the paper; nothing is drawn where the
 /// margins leave none, and settings that are not finite give an empty frame. Flipped: y grows downwards.
-class TOLVPrintView final : public View {
+class TOLV_EXPORT TOLVPrintView final : public View {
 public:
     using Entries = TOLVLegendView::Entries;
 
@@ -44,6 +45,6 @@ private:
 };
 
 /// The legend of a graph: each series' name (or "Series 3" where it has none) and colour, in order.
-[[nodiscard]] TOLVLegendView::Entries legendEntriesOfGraph(const TOLVGraph& graph);
+[[nodiscard]] TOLV_EXPORT TOLVLegendView::Entries legendEntriesOfGraph(const TOLVGraph& graph);
 
 } // namespace TOLVGraphing

@@ -3,6 +3,7 @@
 #include "ArchiveLimits.h"
 #include "TOLVGraphing/platform/foundation/KeyedArchive.h"
 #include "TOLVGraphing/platform/foundation/KeyedArchiver.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <filesystem>
@@ -19,7 +20,7 @@ namespace TOLVGraphing {
 /// A null root gives an archive of nothing. Keys that begin with "$" are stored with another "$" before them, as the reader expects them.
 /// Throws ArchiveError when an object contains itself, when a text is not UTF-8 or has a zero character in it, and when the archive would be larger or deeper
 /// than what is read again with the limits' default values.
-[[nodiscard]] std::vector<std::byte> propertyListData(const std::shared_ptr<ArchiveObject>& root);
+[[nodiscard]] TOLV_EXPORT std::vector<std::byte> propertyListData(const std::shared_ptr<ArchiveObject>& root);
 
 /// Reads a keyed archive from a property list, binary or XML (there in UTF-8, a reference being a dictionary with the one entry "CF$UID").
 ///
@@ -32,14 +33,14 @@ namespace TOLVGraphing {
 /// Throws ArchiveError, saying what was found where and what was expected, on anything else: damaged or truncated files, references in circles or out of
 /// range, keys that come twice in an object, names of classes of more than 1024 bytes, whole numbers beyond 64 bits with sign, other encodings than UTF-8, and whatever exceeds the limits.
 /// Throws std::bad_alloc when memory runs out.
-[[nodiscard]] std::shared_ptr<ArchiveObject> archiveObjectFromPropertyList(std::span<const std::byte> data, const ArchiveLimits& limits = {});
+[[nodiscard]] TOLV_EXPORT std::shared_ptr<ArchiveObject> archiveObjectFromPropertyList(std::span<const std::byte> data, const ArchiveLimits& limits = {});
 
 /// Archives the object into the file, which is replaced as a whole or stays as it was. Throws FileError, which names the path and the reason, when the file
 /// cannot be written and ArchiveError, with the path in front, when the object cannot be archived.
-void writeArchive(const std::filesystem::path& path, const Codable& root);
+TOLV_EXPORT void writeArchive(const std::filesystem::path& path, const Codable& root);
 
 /// Reads an object back from a file, with the default limits. Null when the archive holds nothing or values that make no object. Throws ArchiveError with the path
 /// in front when the file cannot be opened, is no archive or holds something else than its classes expect.
-[[nodiscard]] std::shared_ptr<Codable> readArchive(const std::filesystem::path& path);
+[[nodiscard]] TOLV_EXPORT std::shared_ptr<Codable> readArchive(const std::filesystem::path& path);
 
 } // namespace TOLVGraphing

@@ -2,6 +2,7 @@
 
 #include "PixelRange.h"
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <functional>
@@ -28,7 +29,7 @@ enum class StampKind : std::uint8_t;
 
 /// Lets points with y growing upwards reach a Cairo target whose y grows downwards: the origin goes to the lower-left corner, `deviceHeight` device units below the top,
 /// and a point becomes `unitsPerPoint` device units.
-void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerPoint);
+TOLV_EXPORT void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerPoint);
 
 /// Draws into a Cairo target: images, PDF, PostScript, windows.
 ///
@@ -50,7 +51,7 @@ void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerP
 ///
 /// Text is always upright in the coordinates in force. On pixels its glyphs stand within an eighth of a pixel of their exact places (see GlyphMasks), large text exactly;
 /// elsewhere it stays text with embedded fonts.
-class CairoContext final : public DrawingContext {
+class TOLV_EXPORT CairoContext final : public DrawingContext {
 public:
     /// Takes a reference to the target. On PostScript every translucent colour makes Cairo turn the page into a bitmap: draw through a paint::OpaqueContext there.
     explicit CairoContext(cairo_t* target);

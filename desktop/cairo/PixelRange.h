@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 namespace TOLVGraphing::cairo {
 
 /// Whole pixels of an image, rows counted downwards: from `left` to before `right` and from `top` to before `bottom`.
@@ -14,6 +16,6 @@ struct PixelRange {
     friend bool operator==(const PixelRange&, const PixelRange&) = default;
 };
 
-[[nodiscard]] PixelRange intersectionRange(const PixelRange& one, const PixelRange& other);
+[[nodiscard]] TOLV_EXPORT PixelRange intersectionRange(const PixelRange& one, const PixelRange& other);
 
 } // namespace TOLVGraphing::cairo

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -22,7 +24,7 @@ struct SettingsProblem {
 /// Lines before the first section belong to [General], whose name is read in any letter case. Comments begin with ';' or '#'. Blanks around keys and values do not count. Of two lines with one key the later one holds.
 /// Keys are letters, digits, '_', '.' and '-'; every other byte of a name is written as '%' and two hexadecimal digits. A value that begins or ends with a blank or has one of `;,="` is written in double quotes; '\' begins
 /// `\\`, `\"`, `\n`, `\r`, `\t` and `\x` with hexadecimal digits of a character. This is how the settings files of many desktop programs read.
-class SettingsText {
+class TOLV_EXPORT SettingsText {
 public:
     explicit SettingsText(std::string_view text = {});
 

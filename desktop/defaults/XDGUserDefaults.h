@@ -3,6 +3,7 @@
 #include "../output/FileError.h"
 #include "SettingsText.h"
 #include "TOLVGraphing/platform/foundation/UserDefaults.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <filesystem>
@@ -21,7 +22,7 @@ namespace TOLVGraphing {
 ///
 /// Setters write at once, and the file is replaced as a whole; comments, other sections and lines that are not understood stay. Of two processes that set at the same moment the later one wins. Folders that are missing are made,
 /// for the user only. A setter throws FileError when the file cannot be written, and also when it cannot be read, because its other contents would be lost; the settings are then as they were. An empty name throws Exception "EmptyKey".
-class XDGUserDefaults final : public UserDefaults {
+class TOLV_EXPORT XDGUserDefaults final : public UserDefaults {
 public:
     /// The settings in the file, which need not exist.
     explicit XDGUserDefaults(std::filesystem::path path = defaultPath());
@@ -70,6 +71,6 @@ private:
 };
 
 /// Makes the settings in `XDGUserDefaults::defaultPath()` those of the process. Programs call it once at their start.
-void installDesktopUserDefaults();
+TOLV_EXPORT void installDesktopUserDefaults();
 
 } // namespace TOLVGraphing

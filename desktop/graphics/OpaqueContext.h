@@ -2,6 +2,7 @@
 
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
 #include "TOLVGraphing/platform/text/AttributedString.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +12,7 @@
 namespace TOLVGraphing::paint {
 
 /// The opaque colour that a colour has, limited to 0...1, when it is painted over an opaque one.
-[[nodiscard]] Color blendedColor(const Color& over, const Color& under);
+[[nodiscard]] TOLV_EXPORT Color blendedColor(const Color& over, const Color& under);
 
 /// Passes a drawing on to a context that knows no translucency, in opaque colours only. PostScript is such a one: Cairo turns a page with any translucency into a bitmap.
 ///
@@ -20,7 +21,7 @@ namespace TOLVGraphing::paint {
 /// more than `kMostRepeatedPoints` path points, those of clips included, would have to be drawn again in all, further areas cover what is below them likewise.
 ///
 /// The target is not owned, has to be in its initial state, and is used through this object only.
-class OpaqueContext final : public DrawingContext {
+class TOLV_EXPORT OpaqueContext final : public DrawingContext {
 public:
     static constexpr std::size_t kMostRepeatedPoints = 200000;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <TOLVMath/TOLVRealVector.h>
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <memory>
@@ -17,7 +18,7 @@ namespace TOLVGraphing::input {
 class MappedFile;
 
 /// The numbers of a column: its own, or numbers that stay where they are, in a mapped file.
-class ColumnValues {
+class TOLV_EXPORT ColumnValues {
 public:
     using value_type = float;
     using iterator = const float*;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <desktop/input/FileIdentity.h>
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -36,7 +37,7 @@ struct ColumnExtremes {
 /// Each column has a file of its own there, about 3.4 % as long as the column, which takes its place as a whole or not at all; several threads and programs may use the folder. What is kept is only used when it is of
 /// the same file in the same state, whole and undamaged by its checksums, and when blocks of samples all over the column still have the extremes that are kept of them; otherwise it counts for nothing. Nothing here
 /// throws but for want of memory: a folder that cannot be used is an empty one.
-class ExtremesFolder {
+class TOLV_EXPORT ExtremesFolder {
 public:
     static constexpr std::size_t kUsualShortestColumn = 4'000'000;
     static constexpr std::uint64_t kUsualLargestSize = std::uint64_t{256} << 20;

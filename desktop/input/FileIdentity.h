@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -20,9 +22,9 @@ struct FileIdentity {
 };
 
 /// Of an open regular file; nothing for anything else, and where the system does not tell.
-[[nodiscard]] std::optional<FileIdentity> identityOfDescriptor(int descriptor);
+[[nodiscard]] TOLV_EXPORT std::optional<FileIdentity> identityOfDescriptor(int descriptor);
 
 /// Throws MeasurementError, which names the file as `name`, where the open regular file has fewer bytes by now. Does nothing where the system does not tell its length.
-void requireLength(int descriptor, std::uint64_t length, const std::string& name);
+TOLV_EXPORT void requireLength(int descriptor, std::uint64_t length, const std::string& name);
 
 } // namespace TOLVGraphing::input

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstddef>
 #include <stdexcept>
 #include <string>
@@ -11,7 +13,7 @@ namespace TOLVGraphing::input {
 ///
 /// `what()` is one line of text, `FILE:LINE: what was found, what was expected`; `:LINE` is left out where no line is to blame
 /// (a missing file, a binary format). Standard input is named `-`.
-class MeasurementError : public std::runtime_error {
+class TOLV_EXPORT MeasurementError : public std::runtime_error {
 public:
     /// `line` counts from 1; 0 means that no line is to blame. `found` and `expected` are parts of a sentence without a full stop.
     MeasurementError(std::string file, std::size_t line, std::string found, std::string expected);
@@ -29,13 +31,13 @@ private:
 };
 
 /// Reading was given up because the progress callback answered false. Not a MeasurementError: nothing is wrong with the file.
-class ReadingCancelled : public std::runtime_error {
+class TOLV_EXPORT ReadingCancelled : public std::runtime_error {
 public:
     explicit ReadingCancelled(const std::string& file);
 };
 
 /// The text in single quotation marks, fit for an error message: at most 40 bytes (cut between characters, then "..."), with `?` in place
 /// of control characters. The result is UTF-8, see asUtf8().
-[[nodiscard]] std::string quotedExcerpt(std::string_view text);
+[[nodiscard]] TOLV_EXPORT std::string quotedExcerpt(std::string_view text);
 
 } // namespace TOLVGraphing::input

@@ -3,6 +3,7 @@
 #include <desktop/input/MeasurementError.h>
 #include <desktop/input/MeasurementTable.h>
 #include <desktop/input/ReadSettings.h>
+#include <TOLVMath/Export.h>
 
 #include <string>
 
@@ -16,6 +17,6 @@ namespace TOLVGraphing::input {
 ///
 /// Throws MeasurementError where the file is missing, unreadable, a directory, empty, of an unknown binary kind, broken or too large for
 /// the memory, and ReadingCancelled where the progress callback answers false.
-[[nodiscard]] MeasurementTable readMeasurements(const std::string& path, const ReadSettings& settings = {});
+[[nodiscard]] TOLV_EXPORT MeasurementTable readMeasurements(const std::string& path, const ReadSettings& settings = {});
 
 } // namespace TOLVGraphing::input

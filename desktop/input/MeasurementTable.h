@@ -1,6 +1,7 @@
 #pragma once
 
 #include <desktop/input/ColumnValues.h>
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <memory>
@@ -19,10 +20,10 @@ enum class ColumnKind {
 };
 
 /// "number", "date" or "text".
-[[nodiscard]] std::string_view columnKindName(ColumnKind kind);
+[[nodiscard]] TOLV_EXPORT std::string_view columnKindName(ColumnKind kind);
 
 /// One column of a measurement: a name and one float per row.
-struct MeasurementColumn {
+struct TOLV_EXPORT MeasurementColumn {
     /// Position in the file, counted from 1.
     std::size_t number = 0;
     /// From the header row; empty where there is none. Two columns may have the same name.
@@ -56,7 +57,7 @@ struct MeasurementColumn {
 };
 
 /// How a file was read: what a listing of its columns can tell the user.
-struct TableFormat {
+struct TOLV_EXPORT TableFormat {
     /// For example "delimited text", "npy 1.0 <f8" or "WAV (Microsoft), Signed 16 bit PCM".
     std::string kind;
     /// ',' ';' '\t' or another character; ' ' stands for runs of blanks and tabs. NUL where the file is not text.
@@ -75,13 +76,13 @@ struct TableFormat {
 };
 
 /// "comma", "semicolon", "tab", "blanks", otherwise the character itself in quotation marks.
-[[nodiscard]] std::string delimiterName(char delimiter);
+[[nodiscard]] TOLV_EXPORT std::string delimiterName(char delimiter);
 
 /// A measurement file in memory. All columns have the same number of rows, and at least one column has at least one value.
 ///
 /// The values may be moved out of the columns without a copy (`table.columns[1].values.takeVector()`, or `std::vector<float> values = std::move(table.columns[1].values)` where they are not in a mapped file); rowCount() is
 /// then meaningless.
-struct MeasurementTable {
+struct TOLV_EXPORT MeasurementTable {
     std::vector<MeasurementColumn> columns;
     /// The path as it was given, `-` for standard input.
     std::string sourceName;

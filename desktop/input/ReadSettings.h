@@ -1,6 +1,7 @@
 #pragma once
 
 #include <desktop/input/ExtremesFolder.h>
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>

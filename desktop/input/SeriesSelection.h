@@ -1,6 +1,7 @@
 #pragma once
 
 #include <desktop/input/MeasurementTable.h>
+#include <TOLVMath/Export.h>
 
 #include <TOLVGraphing/data/TOLVGraphData.h>
 
@@ -57,9 +58,9 @@ struct SeriesSelection {
 /// the x column's values where these are finite and each is greater than the one before, and the row numbers otherwise.
 ///
 /// Throws MeasurementError when a column does not exist, when no column to draw has a number, or when there are more categories than kMaximumCategoryCount.
-[[nodiscard]] SeriesSelection selectSeries(MeasurementTable&& table, const ColumnRequest& request);
+[[nodiscard]] TOLV_EXPORT SeriesSelection selectSeries(MeasurementTable&& table, const ColumnRequest& request);
 
 /// The index (from 0) of the column that a name or number means. Throws MeasurementError naming the table's columns when there is none.
-[[nodiscard]] std::size_t requireColumn(const MeasurementTable& table, const std::string& nameOrNumber);
+[[nodiscard]] TOLV_EXPORT std::size_t requireColumn(const MeasurementTable& table, const std::string& nameOrNumber);
 
 } // namespace TOLVGraphing::input

@@ -2,6 +2,7 @@
 
 #include "FileError.h"
 #include "TemporaryFiles.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <filesystem>
@@ -17,7 +18,7 @@ namespace TOLVGraphing {
 ///
 /// A replaced file keeps its permissions; a new one gets those of the process's mask. A symbolic link stays, the file that it names is replaced. What is not a
 /// regular file (a terminal, a pipe, a device, or an open descriptor such as /dev/stdout) cannot be replaced: the bytes are written to it as they come, also where it takes them slowly and is not to be waited for (O_NONBLOCK).
-class AtomicFile {
+class TOLV_EXPORT AtomicFile {
 public:
     /// Prepares to write the file. Throws FileError when the path names a folder, a file without permission to write, or a folder that takes no new files.
     explicit AtomicFile(std::filesystem::path path);
@@ -54,6 +55,6 @@ private:
 };
 
 /// Replaces the file's contents by the bytes, as an AtomicFile does it.
-void writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes);
+TOLV_EXPORT void writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes);
 
 } // namespace TOLVGraphing

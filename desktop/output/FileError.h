@@ -1,12 +1,14 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <stdexcept>
 #include <string>
 
 namespace TOLVGraphing {
 
 /// A file that cannot be read or written. `what()` reads "PATH: REASON".
-class FileError : public std::runtime_error {
+class TOLV_EXPORT FileError : public std::runtime_error {
 public:
     FileError(std::string path, std::string reason);
     /// The reason is what was attempted, followed by the system's text for the error number: "cannot be opened: No such file or directory".

@@ -4,6 +4,7 @@
 #include "TOLVGraphing/platform/geometry/Rect.h"
 #include "TOLVGraphing/platform/graphics/Color.h"
 #include "TOLVGraphing/platform/graphics/OutputKind.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -34,20 +35,20 @@ struct OutputSettings {
 using OutputDrawing = std::function<void(DrawingContext& context, const Rect& bounds)>;
 
 /// The kind that a file's suffix asks for in any letter case: .pdf .ps .eps .svg .png .tif .tiff. Nothing for any other.
-[[nodiscard]] std::optional<OutputKind> outputKindForSuffix(const std::string& path);
+[[nodiscard]] TOLV_EXPORT std::optional<OutputKind> outputKindForSuffix(const std::string& path);
 /// "PDF", "PostScript", "EPS", "SVG", "PNG", "TIFF".
-[[nodiscard]] std::string toString(OutputKind kind);
+[[nodiscard]] TOLV_EXPORT std::string toString(OutputKind kind);
 
 /// Throws OutputError, which says what was asked for and what the limit is, where a drawing of this kind cannot have the size or the scale. Needs no memory for them.
-void requirePossibleSize(OutputKind kind, const OutputSettings& settings);
+TOLV_EXPORT void requirePossibleSize(OutputKind kind, const OutputSettings& settings);
 
 /// Runs the drawing once and returns the file's bytes. The same drawing and settings give the same bytes: no time and no name of a user is stored.
 /// PostScript and EPS know no translucency: paint::OpaqueContext replaces translucent areas by what shines through them, and translucent lines and texts by opaque ones.
 /// In PNG and TIFF the lower-left corner of the page is exactly the lower-left corner of the image, alpha is not premultiplied, and the resolution (72 pixels per inch times the scale)
 /// is stored. Errors of the drawing pass through; sizes outside the limits and failures of the libraries throw OutputError.
-[[nodiscard]] std::vector<std::byte> renderToBytes(OutputKind kind, const OutputSettings& settings, const OutputDrawing& drawing);
+[[nodiscard]] TOLV_EXPORT std::vector<std::byte> renderToBytes(OutputKind kind, const OutputSettings& settings, const OutputDrawing& drawing);
 
 /// Runs the drawing and replaces the file by its bytes as an AtomicFile does: the file is complete or as it was. Throws what `renderToBytes` throws, and FileError when the file cannot be written.
-void writeToFile(const std::string& path, OutputKind kind, const OutputSettings& settings, const OutputDrawing& drawing);
+TOLV_EXPORT void writeToFile(const std::string& path, OutputKind kind, const OutputSettings& settings, const OutputDrawing& drawing);
 
 } // namespace TOLVGraphing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OutputError.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <functional>
@@ -20,6 +21,6 @@ struct PixelMemory {
 
 /// Runs the drawing on top of what is in the memory. The context's origin is the lower-left corner of the image, y growing upwards, and a point is `pixelsPerPoint` pixels (finite, above zero) wide and high; it is the current context
 /// meanwhile. Does nothing for an image without pixels. Errors of the drawing pass through; memory that cannot be an image and failures of the drawing library throw OutputError.
-void drawOnPixels(const PixelMemory& memory, double pixelsPerPoint, const std::function<void(DrawingContext&)>& drawing);
+TOLV_EXPORT void drawOnPixels(const PixelMemory& memory, double pixelsPerPoint, const std::function<void(DrawingContext&)>& drawing);
 
 } // namespace TOLVGraphing

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -8,7 +10,7 @@
 namespace TOLVGraphing::output {
 
 /// An image to encode: rows of 32-bit pixels from the top, each 0xAARRGGBB with premultiplied components. Not owned.
-struct PixelRows {
+struct TOLV_EXPORT PixelRows {
     const unsigned char* data = nullptr;
     /// Bytes from one row to the next.
     std::size_t stride = 0;
@@ -28,8 +30,8 @@ struct PixelRows {
 };
 
 /// A PNG file with its resolution. Throws OutputError.
-[[nodiscard]] std::vector<std::byte> encodedPNG(const PixelRows& image);
+[[nodiscard]] TOLV_EXPORT std::vector<std::byte> encodedPNG(const PixelRows& image);
 /// A TIFF file: deflated strips, unassociated alpha, resolution per inch. Throws OutputError.
-[[nodiscard]] std::vector<std::byte> encodedTIFF(const PixelRows& image);
+[[nodiscard]] TOLV_EXPORT std::vector<std::byte> encodedTIFF(const PixelRows& image);
 
 } // namespace TOLVGraphing::output

@@ -3,6 +3,7 @@
 #include "../output/FileError.h"
 #include "../output/OutputError.h"
 #include "TOLVGraphing/views/TOLVPrintView.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <string>
@@ -17,9 +18,9 @@ namespace TOLVGraphing {
 /// throws FileError and stays as it was.
 
 /// The bytes of a page. Also OutputKind::PNG and the other kinds work: a sheet as an image has two pixels a point and is white.
-[[nodiscard]] std::vector<std::byte> dataOfPage(TOLVPrintView& view, OutputKind kind);
-void printPageToPDF(TOLVPrintView& view, const std::string& path);
+[[nodiscard]] TOLV_EXPORT std::vector<std::byte> dataOfPage(TOLVPrintView& view, OutputKind kind);
+TOLV_EXPORT void printPageToPDF(TOLVPrintView& view, const std::string& path);
 /// The paper's size is in the file for printers to choose the tray by.
-void printPageToPostScript(TOLVPrintView& view, const std::string& path);
+TOLV_EXPORT void printPageToPostScript(TOLVPrintView& view, const std::string& path);
 
 } // namespace TOLVGraphing

@@ -2,6 +2,7 @@
 
 #include "../output/OutputError.h"
 #include "TOLVGraphing/views/TOLVPrintView.h"
+#include <TOLVMath/Export.h>
 
 #include <chrono>
 #include <stdexcept>
@@ -11,7 +12,7 @@
 namespace TOLVGraphing {
 
 /// The print server or one of its queues refused. `what()` reads "cannot print to QUEUE: REASON", or names what was asked where no queue was; the reason is the server's or the system's own text.
-class PrintError : public std::runtime_error {
+class TOLV_EXPORT PrintError : public std::runtime_error {
 public:
     PrintError(std::string queue, const std::string& message);
 
@@ -41,13 +42,13 @@ struct PrintQueue {
 inline constexpr std::chrono::milliseconds kUsualPrintPatience{30000};
 
 /// Throws PrintError where a server is there and does not answer: toolkits' dialogs would wait for it without an end. Nothing happens where none is.
-void requireAnsweringPrintServer(std::chrono::milliseconds patience = kUsualPrintPatience);
+TOLV_EXPORT void requireAnsweringPrintServer(std::chrono::milliseconds patience = kUsualPrintPatience);
 
 /// The queues that this user can print to, none without any. Throws PrintError.
-[[nodiscard]] std::vector<PrintQueue> printQueues(std::chrono::milliseconds patience = kUsualPrintPatience);
+[[nodiscard]] TOLV_EXPORT std::vector<PrintQueue> printQueues(std::chrono::milliseconds patience = kUsualPrintPatience);
 
 /// Sends the page as PDF to a queue, with the job's title, copies and paper, unscaled, and the options that the user has set for the queue. Answers the job's number on the server. Paper goes by its size, portrait or landscape, under the
 /// name that the queue has for it, or as a custom size where it has none. Throws OutputError as `dataOfPage` does, and PrintError also for less than one copy; no job is left behind then.
-int printPage(TOLVPrintView& view, const PrintQueue& queue, std::chrono::milliseconds patience = kUsualPrintPatience);
+TOLV_EXPORT int printPage(TOLVPrintView& view, const PrintQueue& queue, std::chrono::milliseconds patience = kUsualPrintPatience);
 
 } // namespace TOLVGraphing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <string>
@@ -20,7 +21,7 @@ namespace TOLVGraphing::svg {
 /// Clips become groups; the elements of one clip stay in one group across save and restore, and equal clips share a definition.
 /// Nothing is written for elements that would paint nothing, for non-finite points (see paint::finiteElements) or under a transform without inverse. Paths that reach
 /// farther than a million points are cut to the surroundings of the page.
-class SVGContext final : public DrawingContext {
+class TOLV_EXPORT SVGContext final : public DrawingContext {
 public:
     explicit SVGContext(Size size);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TOLVGraphing/platform/text/NumberFormatter.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <string>
@@ -9,7 +10,7 @@ namespace TOLVGraphing {
 
 /// The decimal style of a locale: its digits, its separators, its grouping, at most three fraction digits, halves to even. For "en_US" it writes what the base class writes.
 /// NaN has no sign, a positive infinity has the locale's plus sign.
-class ICUNumberFormatter final : public NumberFormatter {
+class TOLV_EXPORT ICUNumberFormatter final : public NumberFormatter {
 public:
     /// For a locale such as "de_CH" or "en-IN"; one that is not known reads as its language or as the root locale. An empty name is the process's own locale.
     /// Throws Exception "NumberFormatter" when there is no locale data at all.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TOLVGraphing/platform/text/TextSystem.h"
+#include <TOLVMath/Export.h>
 
 #include <functional>
 #include <memory>
@@ -8,7 +9,7 @@
 namespace TOLVGraphing {
 
 /// Makes the desktop's fonts measure every text of the process from now on. Programs call it once at their start.
-void installDesktopTextSystem();
+TOLV_EXPORT void installDesktopTextSystem();
 
 } // namespace TOLVGraphing
 
@@ -26,7 +27,7 @@ struct TextLayout;
 /// Making a text system only begins to read the list of fonts, in the background; the first text that is measured or drawn waits for it.
 ///
 /// Recent layouts are remembered, a bounded number of them. Safe to use from several threads, which then take turns.
-class PangoTextSystem final : public TextSystem {
+class TOLV_EXPORT PangoTextSystem final : public TextSystem {
 public:
     PangoTextSystem();
     ~PangoTextSystem() override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <QString>
 #include <QtGlobal>
 
@@ -7,7 +9,7 @@ namespace TOLVGraphing {
 
 /// For a program to hold while it makes its QApplication. A display that is not there or does not answer, and a platform that Qt does not know, then end the program with the status 1 and one line on standard error, which names DISPLAY,
 /// WAYLAND_DISPLAY and a QT_QPA_PLATFORM that is set; Qt by itself says several lines and aborts. What Qt says of it as a warning meanwhile is left out. One guard at a time.
-class DisplayGuard {
+class TOLV_EXPORT DisplayGuard {
 public:
     /// The program's name stands at the front of the line. What it can do without a display may stand at the end: "expected ...; " and this text.
     explicit DisplayGuard(const QString& program, const QString& withoutDisplay = QString());

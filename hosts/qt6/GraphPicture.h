@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <QImage>
 #include <QSize>
 
@@ -10,7 +12,7 @@ namespace TOLVGraphing {
 class TOLVGraphView;
 
 /// The last drawing of a view as device pixels, so that what lies above it can change without the graph being drawn again.
-class GraphPicture {
+class TOLV_EXPORT GraphPicture {
 public:
     /// What a picture is drawn for.
     struct Target {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <TOLVGraphing/platform/ui/PrintInfo.h>
+#include <TOLVMath/Export.h>
 
 #include <QDialog>
 
@@ -18,14 +19,14 @@ class TOLVPrintView;
 /// Printing of a view: the graph in the upper part of a page, two and a half times as wide as high, and the legend of its series below it.
 
 /// A page of the view (copied; its graph is shared) with the legend of its graph.
-[[nodiscard]] std::shared_ptr<TOLVPrintView> printViewOfGraphView(const TOLVGraphView& view, const PrintInfo& printInfo);
+[[nodiscard]] TOLV_EXPORT std::shared_ptr<TOLVPrintView> printViewOfGraphView(const TOLVGraphView& view, const PrintInfo& printInfo);
 
 /// Lets the user choose a printer or a file, paper, margins and copies, and prints; `printInfo` is what the dialog starts with and receives what was chosen. A printer's queue receives the page as PDF, a file the page as PDF, or as
 /// PostScript when its name ends in .ps. False when the user cancels. Throws what printPage and printPageToPDF throw; PrintError instead of the dialog where the print server hangs.
-bool printWithDialog(const TOLVGraphView& view, PrintInfo& printInfo, QWidget* parent);
+TOLV_EXPORT bool printWithDialog(const TOLVGraphView& view, PrintInfo& printInfo, QWidget* parent);
 
 /// Shows the page as it will be printed, with the choice of paper and direction, and offers to print it or to save it as PDF. Modal or not, as the host shows it.
-class PrintPreviewDialog final : public QDialog {
+class TOLV_EXPORT PrintPreviewDialog final : public QDialog {
     Q_OBJECT
 
 public:

@@ -3,6 +3,7 @@
 #include <TOLVGraphing/platform/ui/PrintInfo.h>
 #include <TOLVGraphing/views/GraphInteraction.h>
 #include <TOLVGraphing/views/TOLVGraphView.h>
+#include <TOLVMath/Export.h>
 
 #include <QPointF>
 #include <QString>
@@ -47,7 +48,7 @@ enum class GraphCommand : std::uint8_t { Copy, Print, Undo, Redo, ZoomIn, ZoomOu
 /// changes and when light turns dark; pointer moves draw only what lies above it. Accessible as a chart with the graph's title, axes, series, ranges and the values under the pointer.
 ///
 /// The first widget of a process installs what the library needs of the desktop (see installQtServices). Errors of copying and printing are shown in a dialog. Lives, as all widgets, in the thread of the application.
-class GraphWidget : public QWidget {
+class TOLV_EXPORT GraphWidget : public QWidget {
     Q_OBJECT
 
 public:

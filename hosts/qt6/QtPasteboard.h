@@ -1,6 +1,7 @@
 #pragma once
 
 #include <TOLVGraphing/platform/ui/Pasteboard.h>
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <string>
@@ -11,7 +12,7 @@ namespace TOLVGraphing {
 
 /// The application's clipboard. Contents are collected and go to the clipboard as a whole when they are finished; data that a provider makes are made when another program asks for them, in the thread of the application.
 /// Where a clipboard manager runs, the contents outlive the program, which hands all of them over when the application is about to quit.
-class QtPasteboard final : public Pasteboard {
+class TOLV_EXPORT QtPasteboard final : public Pasteboard {
 public:
     void declareTypes(const std::vector<std::string>& types) override;
     void addTypes(const std::vector<std::string>& types) override;

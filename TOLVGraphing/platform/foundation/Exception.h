@@ -1,12 +1,14 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <stdexcept>
 #include <string>
 
 namespace TOLVGraphing {
 
 /// A programming error that the caller made: a short fixed name to tell errors apart by, and a reason for people. `what()` reads "NAME: REASON".
-class Exception : public std::runtime_error {
+class TOLV_EXPORT Exception : public std::runtime_error {
 public:
     Exception(std::string name, std::string reason);
 
@@ -19,14 +21,14 @@ private:
 };
 
 /// An operation that a class declares and only its subclasses supply was called on the class itself. The name is "UnrecognizedOperation".
-class UnrecognizedOperation : public Exception {
+class TOLV_EXPORT UnrecognizedOperation : public Exception {
 public:
     /// The reason reads "CLASS does not implement OPERATION".
     UnrecognizedOperation(const std::string& className, const std::string& operation);
 };
 
 /// A condition on a parameter was not met. The message is the format with its argument filled in.
-class AssertionFailure : public std::logic_error {
+class TOLV_EXPORT AssertionFailure : public std::logic_error {
 public:
     AssertionFailure(std::string format, std::string argument, std::string file, int line);
 
@@ -46,6 +48,6 @@ private:
 };
 
 /// Stops the program at once: writes the message, if there is one, to the log and aborts. For states that no caller can go on from.
-[[noreturn]] void stopProgram(const std::string& message = {});
+[[noreturn]] TOLV_EXPORT void stopProgram(const std::string& message = {});
 
 } // namespace TOLVGraphing

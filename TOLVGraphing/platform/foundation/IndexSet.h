@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -20,7 +22,7 @@ struct IndexRange {
 };
 
 /// A set of list positions in ascending order. A value.
-class IndexSet {
+class TOLV_EXPORT IndexSet {
 public:
     IndexSet() = default;
     IndexSet(std::initializer_list<std::size_t> indexes);

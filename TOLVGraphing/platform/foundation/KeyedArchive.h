@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
@@ -25,7 +27,7 @@ struct ArchiveArray {
 };
 
 /// An archived object: its class, the classes that one derives from (nearest first, without the root class), and its values by key in the order written.
-struct ArchiveObject {
+struct TOLV_EXPORT ArchiveObject {
     std::string className;
     std::vector<std::string> baseClassNames;
     std::vector<std::pair<std::string, ArchiveValue>> values;
@@ -41,6 +43,6 @@ public:
 };
 
 /// "a text", "a whole number", "an object of class TOLVMarker", ...: how error texts name a value.
-[[nodiscard]] std::string describeArchiveValue(const ArchiveValue& value);
+[[nodiscard]] TOLV_EXPORT std::string describeArchiveValue(const ArchiveValue& value);
 
 } // namespace TOLVGraphing

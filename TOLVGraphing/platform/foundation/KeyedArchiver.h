@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KeyedArchive.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <functional>
@@ -18,7 +19,7 @@ class KeyedArchiver;
 class KeyedUnarchiver;
 
 /// An object that can be written to a keyed archive. Reading goes through a factory registered under the class name (ArchiveClassRegistration).
-class Codable {
+class TOLV_EXPORT Codable {
 public:
     virtual ~Codable();
 
@@ -31,7 +32,7 @@ public:
 
 /// Collects the values of objects as they encode themselves. Numbers and texts are boxed: each stands as a value of its own under its key.
 /// An object that is encoded several times is stored once.
-class KeyedArchiver {
+class TOLV_EXPORT KeyedArchiver {
 public:
     /// Encodes the object and everything that it reaches. Throws ArchiveError when an object contains itself.
     [[nodiscard]] static std::shared_ptr<ArchiveObject> archivedObject(const Codable& root);
@@ -59,7 +60,7 @@ private:
 
 /// Gives the values of one archived object back. A key that is absent, or that holds nothing, answers nothing; a value of the wrong kind throws ArchiveError.
 /// Whole numbers and doubles stand in for each other where the value is exact.
-class KeyedUnarchiver {
+class TOLV_EXPORT KeyedUnarchiver {
 public:
     /// How an object is made from its archived values; null when the values make none.
     using Factory = std::function<std::shared_ptr<Codable>(KeyedUnarchiver&)>;
@@ -122,7 +123,7 @@ private:
 };
 
 /// Registers a class for reading when it is constructed; each archivable class has one in its source file.
-class ArchiveClassRegistration {
+class TOLV_EXPORT ArchiveClassRegistration {
 public:
     ArchiveClassRegistration(const std::string& className, KeyedUnarchiver::Factory factory);
 };

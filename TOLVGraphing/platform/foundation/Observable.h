@@ -1,6 +1,7 @@
 #pragma once
 
 #include "IndexSet.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <exception>
@@ -36,7 +37,7 @@ enum class InitialDelivery : std::uint8_t { No, Yes };
 ///
 /// Every setter announces, also when the value set equals the old one. A change that is begun and not finished announces nothing. The order among observers is
 /// not defined; an observer may subscribe or unsubscribe others, and may end this object, while it is told. Used from one thread at a time.
-class Observable {
+class TOLV_EXPORT Observable {
 public:
     using Observer = std::function<void(const PropertyChange&)>;
 
@@ -79,7 +80,7 @@ private:
 };
 
 /// Begins a change of a property and ends it with the scope. What observers throw leaves the scope, unless another exception is doing so already: that one goes on.
-class PropertyChangeScope {
+class TOLV_EXPORT PropertyChangeScope {
 public:
     PropertyChangeScope(Observable& object, std::string key) : m_object(object), m_key(std::move(key)), m_exceptions(std::uncaught_exceptions())
     {

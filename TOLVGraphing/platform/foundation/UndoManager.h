@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <functional>
 #include <memory>
 #include <vector>
@@ -9,7 +11,7 @@ namespace TOLVGraphing {
 /// Records how to take edits back. Each registration outside an explicit group is one step of its own; a group is one step, however much it holds.
 /// While a step is undone, the registrations that arrive become the redo step, and the other way round. A fresh registration clears what could be redone.
 /// What an operation captures is kept alive; its target is not, and the operations of a target that is gone are passed over. Used from one thread.
-class UndoManager {
+class TOLV_EXPORT UndoManager {
 public:
     /// Called with the target when the step is undone.
     using Operation = std::function<void()>;

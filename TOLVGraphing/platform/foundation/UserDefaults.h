@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -9,7 +11,7 @@
 namespace TOLVGraphing {
 
 /// The settings that a user has made, by name. A name that is not there reads as false, 0 or nothing; the library itself registers none. Used from one thread.
-class UserDefaults {
+class TOLV_EXPORT UserDefaults {
 public:
     virtual ~UserDefaults();
 
@@ -28,7 +30,7 @@ public:
 
 /// Settings that last as long as this object. Each is kept as the text that a settings file would have: "true", "false", digits. Texts that are no number read as 0, and what is neither "true", "yes" nor a number
 /// other than 0 as false.
-class MemoryUserDefaults : public UserDefaults {
+class TOLV_EXPORT MemoryUserDefaults : public UserDefaults {
 public:
     [[nodiscard]] bool boolForKey(std::string_view key) const override;
     [[nodiscard]] std::int64_t integerForKey(std::string_view key) const override;

@@ -2,6 +2,7 @@
 
 #include "Point.h"
 #include "Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <string>
 
@@ -10,7 +11,7 @@ namespace TOLVGraphing {
 /// A two-dimensional affine transform: a point (x, y) maps to (a x + c y + tx, b x + d y + ty). Double precision; identity by default.
 /// The operations modify the transform in place and act before what it already does, as a drawing context's own transform:
 /// after t.translateXBy(10, 0), points are first moved by 10 and then mapped as before.
-struct AffineTransform {
+struct TOLV_EXPORT AffineTransform {
     double a = 1.0;
     double b = 0.0;
     double c = 0.0;
@@ -41,6 +42,6 @@ struct AffineTransform {
 };
 
 /// "[a b c d tx ty]".
-[[nodiscard]] std::string toString(const AffineTransform& transform);
+[[nodiscard]] TOLV_EXPORT std::string toString(const AffineTransform& transform);
 
 } // namespace TOLVGraphing

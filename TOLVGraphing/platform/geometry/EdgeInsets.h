@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <string>
 
 namespace TOLVGraphing {
@@ -15,6 +17,6 @@ struct EdgeInsets {
 };
 
 /// "(top, left, bottom, right)".
-[[nodiscard]] std::string toString(const EdgeInsets& insets);
+[[nodiscard]] TOLV_EXPORT std::string toString(const EdgeInsets& insets);
 
 } // namespace TOLVGraphing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Point.h"
+#include <TOLVMath/Export.h>
 
 #include <string>
 
@@ -34,19 +35,19 @@ struct Rect {
 
 /// The smallest rectangle with whole coordinates around r: left floor(x), bottom floor(y), right ceil(x + width), top ceil(y + height).
 /// An empty or negative rectangle gives the zero rectangle.
-[[nodiscard]] Rect integralRect(const Rect& r);
+[[nodiscard]] TOLV_EXPORT Rect integralRect(const Rect& r);
 /// (x + dx, y + dy, width - 2 dx, height - 2 dy), as computed: the size may become negative.
-[[nodiscard]] Rect insetRect(const Rect& r, double dx, double dy);
+[[nodiscard]] TOLV_EXPORT Rect insetRect(const Rect& r, double dx, double dy);
 /// The rectangle moved by (dx, dy).
-[[nodiscard]] Rect offsetRect(const Rect& r, double dx, double dy);
+[[nodiscard]] TOLV_EXPORT Rect offsetRect(const Rect& r, double dx, double dy);
 /// The common area; rectangles that are disjoint or only touch give the zero rectangle.
-[[nodiscard]] Rect intersectionRect(const Rect& a, const Rect& b);
+[[nodiscard]] TOLV_EXPORT Rect intersectionRect(const Rect& a, const Rect& b);
 /// True when the interiors overlap with positive area. Rectangles that only touch, and empty ones, intersect nothing.
-[[nodiscard]] bool intersectsRect(const Rect& a, const Rect& b);
+[[nodiscard]] TOLV_EXPORT bool intersectsRect(const Rect& a, const Rect& b);
 /// The smallest rectangle around both; an empty one is left out.
-[[nodiscard]] Rect unionRect(const Rect& a, const Rect& b);
+[[nodiscard]] TOLV_EXPORT Rect unionRect(const Rect& a, const Rect& b);
 
 /// "(x, y, width, height)".
-[[nodiscard]] std::string toString(const Rect& rect);
+[[nodiscard]] TOLV_EXPORT std::string toString(const Rect& rect);
 
 } // namespace TOLVGraphing

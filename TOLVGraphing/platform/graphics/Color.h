@@ -1,12 +1,14 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <string>
 
 namespace TOLVGraphing {
 
 /// A colour as plain device red, green, blue and alpha components (double precision, not premultiplied). Components outside 0...1 are kept as
 /// they are and clamped only when something is painted, so that colour arithmetic loses nothing.
-class Color {
+class TOLV_EXPORT Color {
 public:
     Color() = default;
     Color(double red, double green, double blue, double alpha = 1.0) : m_red(red), m_green(green), m_blue(blue), m_alpha(alpha) {}
@@ -50,6 +52,6 @@ private:
 };
 
 /// "(red, green, blue, alpha)".
-[[nodiscard]] std::string toString(const Color& color);
+[[nodiscard]] TOLV_EXPORT std::string toString(const Color& color);
 
 } // namespace TOLVGraphing

@@ -4,6 +4,7 @@
 #include "../geometry/Rect.h"
 #include "Color.h"
 #include "Path.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <functional>
@@ -27,7 +28,7 @@ enum class LineJoin : std::uint8_t { Miter, Round, Bevel };
 /// clip. Everything else draws at once. Non-finite points in a path are the caller's to avoid: backends skip elements that have them.
 ///
 /// A backend implements the pure operations; one context is used by one thread at a time.
-class DrawingContext {
+class TOLV_EXPORT DrawingContext {
 public:
     DrawingContext() = default;
     virtual ~DrawingContext();

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "DrawingContext.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
 /// Hands everything on to another context: a base for contexts that change some of what is drawn on its way. The target is not owned, has to outlive this object and is used through it only meanwhile.
 /// A context that changes filled or stroked paths has to do the same to repeats.
-class ForwardingContext : public DrawingContext {
+class TOLV_EXPORT ForwardingContext : public DrawingContext {
 public:
     explicit ForwardingContext(DrawingContext& target) : m_target(target) {}
 

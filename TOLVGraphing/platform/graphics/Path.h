@@ -2,6 +2,7 @@
 
 #include "../geometry/AffineTransform.h"
 #include "../geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -29,7 +30,7 @@ struct LineDash {
 /// A path of straight and cubic segments in the coordinates of whatever it is drawn into. A value: copies are independent.
 ///
 /// A path may carry a line width and a dash of its own, which then hold for its own `stroke()` in place of the context's.
-class Path {
+class TOLV_EXPORT Path {
 public:
     enum class Verb : std::uint8_t { Move, Line, Curve, Close };
 
@@ -104,6 +105,6 @@ private:
 };
 
 /// "M x y L x y C x1 y1 x2 y2 x y Z", digits as shortestText gives them.
-[[nodiscard]] std::string toString(const Path& path);
+[[nodiscard]] TOLV_EXPORT std::string toString(const Path& path);
 
 } // namespace TOLVGraphing

@@ -2,6 +2,7 @@
 
 #include "../geometry/Point.h"
 #include "../text/AttributedString.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -36,7 +37,7 @@ struct StringBitmap {
 };
 
 /// Turns texts into pixels: what a desktop supplies for texts in an OpenGL scene.
-class StringRasterizer {
+class TOLV_EXPORT StringRasterizer {
 public:
     virtual ~StringRasterizer();
 
@@ -46,8 +47,8 @@ public:
 };
 
 /// The rasterizer in force for the whole process, or null, the default: bitmaps are then empty.
-[[nodiscard]] std::shared_ptr<const StringRasterizer> stringRasterizer();
+[[nodiscard]] TOLV_EXPORT std::shared_ptr<const StringRasterizer> stringRasterizer();
 /// Installs a rasterizer (shared) for the process; null takes it away. Safe to call from any thread.
-void setStringRasterizer(std::shared_ptr<const StringRasterizer> rasterizer);
+TOLV_EXPORT void setStringRasterizer(std::shared_ptr<const StringRasterizer> rasterizer);
 
 } // namespace TOLVGraphing

@@ -3,13 +3,14 @@
 #include "../geometry/Point.h"
 #include "../geometry/Rect.h"
 #include "TextAttributes.h"
+#include <TOLVMath/Export.h>
 
 #include <string>
 
 namespace TOLVGraphing {
 
 /// A text in UTF-8 with one set of attributes for its whole length. A value. Newlines start new lines.
-class AttributedString {
+class TOLV_EXPORT AttributedString {
 public:
     AttributedString() = default;
     explicit AttributedString(std::string string, TextAttributes attributes = {});

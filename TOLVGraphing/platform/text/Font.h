@@ -1,11 +1,13 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <string>
 
 namespace TOLVGraphing {
 
 /// A font by its name and its size in points. A value; the text system finds the face when it measures or draws.
-struct Font {
+struct TOLV_EXPORT Font {
     std::string name = "Helvetica";
     double size = 12.0;
 

@@ -2,6 +2,7 @@
 
 #include "../graphics/Color.h"
 #include "Font.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <optional>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../geometry/Point.h"
+#include <TOLVMath/Export.h>
 
 #include <string>
 

@@ -5,6 +5,7 @@
 #include "../geometry/AffineTransform.h"
 #include "../geometry/Rect.h"
 #include "../graphics/OutputKind.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -29,7 +30,7 @@ struct UserInterfaceItem {
 ///
 /// A view's frame is in the coordinates of the view that holds it, its bounds in its own: the frame's size at an origin that is (0, 0) unless it is set. Coordinates are points; y grows upwards, in a flipped view downwards from
 /// the upper edge. Views live in shared_ptrs; a view owns its subviews and is referred to weakly by them. Used from one thread.
-class View : public Observable, public std::enable_shared_from_this<View> {
+class TOLV_EXPORT View : public Observable, public std::enable_shared_from_this<View> {
 public:
     explicit View(const Rect& frame);
     ~View() override;
