@@ -43,14 +43,14 @@ macro(tolv_package component)
   set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${arg_PACKAGE})
   set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${arg_SECTION})
   set(CPACK_DEBIAN_${upper}_PACKAGE_ARCHITECTURE ${arg_ARCHITECTURE})
-  set(CPACK_COMPONENT_${upper}_DESCRIPTION "${arg_SUMMARY}\n${arg_DESCRIPTION}")
-  set(CPACK_DEBIAN_${upper}_DESCRIPTION "${arg_SUMMARY}\n${arg_DESCRIPTION}")
+  set(CPACK_DEBIAN_${upper}_PACKAGE_DESCRIPTION_SUMMARY "${arg_SUMMARY}")
+  set(CPACK_COMPONENT_${upper}_DESCRIPTION "${arg_DESCRIPTION}")
   install(FILES ${PROJECT_SOURCE_DIR}/packaging/debian/copyright ${debian_changelog} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${arg_PACKAGE} COMPONENT ${component} EXCLUDE_FROM_ALL)
   if(arg_LIBRARY)
     set(control ${PROJECT_BINARY_DIR}/packaging/${arg_PACKAGE})
     set(CPACK_DEBIAN_${upper}_PACKAGE_CONTROL_EXTRA ${control}/symbols ${control}/shlibs ${PROJECT_SOURCE_DIR}/packaging/debian/triggers)
     add_custom_command(OUTPUT ${control}/symbols ${control}/shlibs
-      COMMAND ${PROJECT_SOURCE_DIR}/packaging/library-control ${arg_PACKAGE} ${debian_version} $<TARGET_FILE:${arg_LIBRARY}> ${control}
+      COMMAND ${PROJECT_SOURCE_DIR}/packaging/library-control ${arg_PACKAGE} ${PROJECT_VERSION} ${debian_version} $<TARGET_FILE:${arg_LIBRARY}> ${control}
       DEPENDS ${arg_LIBRARY} ${PROJECT_SOURCE_DIR}/packaging/library-control
       VERBATIM)
     list(APPEND library_controls ${control}/symbols ${control}/shlibs)
@@ -59,27 +59,27 @@ endmacro()
 
 set(CPACK_COMPONENTS_ALL)
 set(library_controls)
-set(what " TOLVGraphing draws two-dimensional measurement graphs of any length, each\n pixel column with the true minimum and maximum of its samples, and the same\n picture on screen, paper and in files.")
+set(what "TOLVGraphing draws two-dimensional measurement graphs of any length, each\npixel column with the true minimum and maximum of its samples, and the same\npicture on screen, paper and in files.")
 tolv_package(libtolvgraphing PACKAGE libtolvgraphing${abi} SECTION libs LIBRARY TOLVGraphing
   SUMMARY "measurement graphs - core library"
-  DESCRIPTION "${what}\n .\n This package contains the core: series, axes, drawing strategies and views.")
+  DESCRIPTION "${what}\n.\nThis package contains the core: series, axes, drawing strategies and views.")
 if(TARGET TOLVGraphingDesktop)
   tolv_package(libtolvgraphingdesktop PACKAGE libtolvgraphingdesktop${abi} SECTION libs LIBRARY TOLVGraphingDesktop
     DEPENDS "libtolvgraphing${abi} (= ${debian_version})" fonts-urw-base35 RECOMMENDS fonts-liberation2
     SUMMARY "measurement graphs - desktop library"
-    DESCRIPTION "${what}\n .\n This package contains what draws them on a Linux desktop: text, PDF,\n PostScript, SVG, PNG and TIFF, measurement files, archives and printing.")
+    DESCRIPTION "${what}\n.\nThis package contains what draws them on a Linux desktop: text, PDF,\nPostScript, SVG, PNG and TIFF, measurement files, archives and printing.")
 endif()
 if(TARGET TOLVGraphingOpenGL)
   tolv_package(libtolvgraphingopengl PACKAGE libtolvgraphingopengl${abi} SECTION libs LIBRARY TOLVGraphingOpenGL
     DEPENDS "libtolvgraphing${abi} (= ${debian_version})"
     SUMMARY "measurement graphs - OpenGL library"
-    DESCRIPTION "${what}\n .\n This package contains texts and curves in OpenGL scenes.")
+    DESCRIPTION "${what}\n.\nThis package contains texts and curves in OpenGL scenes.")
 endif()
 if(TARGET TOLVGraphingQt6)
   tolv_package(libtolvgraphingqt6 PACKAGE libtolvgraphingqt6-${abi} SECTION libs LIBRARY TOLVGraphingQt6
     DEPENDS "libtolvgraphingdesktop${abi} (= ${debian_version})" "libtolvgraphing${abi} (= ${debian_version})"
     SUMMARY "measurement graphs - Qt 6 library"
-    DESCRIPTION "${what}\n .\n This package contains the Qt 6 widget with clipboard, printing and settings.")
+    DESCRIPTION "${what}\n.\nThis package contains the Qt 6 widget with clipboard, printing and settings.")
 endif()
 set(dev_depends "libtolvgraphing${abi} (= ${debian_version})")
 if(TARGET TOLVGraphingDesktop)
@@ -87,39 +87,42 @@ if(TARGET TOLVGraphingDesktop)
 endif()
 tolv_package(libtolvgraphing-dev PACKAGE libtolvgraphing-dev SECTION libdevel DEPENDS ${dev_depends} SUGGESTS libtolvgraphing-doc
   SUMMARY "measurement graphs - development files"
-  DESCRIPTION "${what}\n .\n This package contains headers, CMake package and pkg-config files of the core\n and the desktop library.")
+  DESCRIPTION "${what}\n.\nThis package contains headers, CMake package and pkg-config files of the core\nand the desktop library.")
 if(TARGET TOLVGraphingOpenGL)
   tolv_package(libtolvgraphing-opengl-dev PACKAGE libtolvgraphing-opengl-dev SECTION libdevel
     DEPENDS "libtolvgraphingopengl${abi} (= ${debian_version})" "libtolvgraphing-dev (= ${debian_version})"
     SUMMARY "measurement graphs - OpenGL development files"
-    DESCRIPTION "${what}\n .\n This package contains headers, CMake package and pkg-config files of the\n OpenGL library.")
+    DESCRIPTION "${what}\n.\nThis package contains headers, CMake package and pkg-config files of the\nOpenGL library.")
 endif()
 if(TARGET TOLVGraphingQt6)
   tolv_package(libtolvgraphing-qt6-dev PACKAGE libtolvgraphing-qt6-dev SECTION libdevel
     DEPENDS "libtolvgraphingqt6-${abi} (= ${debian_version})" "libtolvgraphing-dev (= ${debian_version})" qt6-base-dev
     SUMMARY "measurement graphs - Qt 6 development files"
-    DESCRIPTION "${what}\n .\n This package contains headers, CMake package and pkg-config files of the Qt 6\n library.")
+    DESCRIPTION "${what}\n.\nThis package contains headers, CMake package and pkg-config files of the Qt 6\nlibrary.")
 endif()
 if(TARGET tolvgraph)
   tolv_package(tolvgraph PACKAGE tolvgraph SECTION science
     DEPENDS "libtolvgraphingdesktop${abi} (= ${debian_version})" "libtolvgraphing${abi} (= ${debian_version})" SUGGESTS tolvgraph-viewer
     SUMMARY "draws measurement graphs from the command line"
-    DESCRIPTION " Reads delimited text, sound files, NumPy arrays and raw numbers of any length\n and writes graphs of them as PDF, PostScript, EPS, SVG, PNG and TIFF.")
+    DESCRIPTION "Reads delimited text, sound files, NumPy arrays and raw numbers of any length\nand writes graphs of them as PDF, PostScript, EPS, SVG, PNG and TIFF.")
 endif()
 if(TARGET tolvgraph-viewer)
   tolv_package(tolvgraph-viewer PACKAGE tolvgraph-viewer SECTION science
     DEPENDS "libtolvgraphingqt6-${abi} (= ${debian_version})" "libtolvgraphingdesktop${abi} (= ${debian_version})" "libtolvgraphing${abi} (= ${debian_version})" SUGGESTS tolvgraph
     SUMMARY "shows measurement graphs in a window"
-    DESCRIPTION " Opens delimited text, sound files, NumPy arrays and raw numbers of any length,\n zooms, pans, sets markers, copies as vector graphics, prints and exports.")
+    DESCRIPTION "Opens delimited text, sound files, NumPy arrays and raw numbers of any length,\nzooms, pans, sets markers, copies as vector graphics, prints and exports.")
 endif()
 if(TARGET manual)
   tolv_package(libtolvgraphing-doc PACKAGE libtolvgraphing-doc SECTION doc ARCHITECTURE all
     SUMMARY "measurement graphs - manual"
-    DESCRIPTION "${what}\n .\n This package contains the manual: pages to begin with, the reference of all\n headers, the gallery and the example programs.")
+    DESCRIPTION "${what}\n.\nThis package contains the manual: pages to begin with, the reference of all\nheaders, the gallery and the example programs.")
 endif()
 if(BUILD_SHARED_LIBS)
   add_custom_target(library-controls ALL DEPENDS ${library_controls})
 endif()
+
+# CPack writes maintainer scripts that call ldconfig; the packages have the trigger instead.
+set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/RemoveLdconfigScripts.cmake)
 
 # The source archive: what git knows, and nothing else.
 set(CPACK_SOURCE_GENERATOR TXZ)
