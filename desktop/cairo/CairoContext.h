@@ -34,8 +34,8 @@ enum class StampKind : std::uint8_t;
 /// and a point becomes `unitsPerPoint` device units (finite, above zero). The target's transform is changed on top of the one that it has.
 void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerPoint);
 
-/// Draws into a Cairo target: images, PDF, PostScript, windows. A host that paints with Cairo shows a graph view, here in a part of a window that is `height` device units high with `scale` device units
-/// (logical pixels, most of the time: 1) a point, by
+/// Draws into a Cairo target: images, PDF, PostScript, windows. A host that paints with Cairo shows a graph view, in a window that is `height` device units high, with `scale` device units a point (1 where
+/// they are logical pixels), by
 ///
 ///     cairo_save(target);
 ///     cairo::setUpwardCoordinates(target, height, scale);
@@ -69,7 +69,7 @@ void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerP
 /// Pixels in this sense are those of an image surface without device scale and offset; every other surface gets the same picture from Cairo alone.
 ///
 /// Text is always upright in the coordinates in force. On pixels its glyphs stand within an eighth of a pixel of their exact places, large text exactly;
-/// elsewhere it stays text with embedded fonts. Text whose em is shorter than 0.02 or longer than 10,000 device units is left out.
+/// elsewhere it stays text with embedded fonts. Text whose em is shorter than about 0.03 or longer than about 7,000 device units is left out.
 class CairoContext final : public DrawingContext {
 public:
     /// Takes a reference to the target, which is not null. On PostScript every translucent colour makes Cairo turn the page into a bitmap: draw through a paint::OpaqueContext there.

@@ -21,8 +21,8 @@ namespace TOLVGraphing::input {
 /// point (a file called .npy or .wav that is none is an error); everything else is text. Files called .f32 or .f64 are raw numbers, whatever
 /// they start with.
 ///
-/// **Delimited text**: separators comma, semicolon, tab or runs of blanks; decimal point or comma; with or without a header, a row of units, comments (lines that begin with a number sign, `%`, `*`, `//`, or with `;` where that is not the
-/// separator) and any lines before the table. Separator and decimal mark are those under which most fields of the first megabyte (up to 2,000 lines of it where the table begins there) are numbers or dates and the rows
+/// **Delimited text**: separators comma, semicolon, tab or runs of blanks; decimal point or comma; with or without a header, a row of units, comments (lines that begin with a number sign, a percent sign, an asterisk, two slashes, or with a semicolon where
+/// that is not the separator) and any lines before the table. Separator and decimal mark are those under which most fields of the first megabyte (up to 2,000 lines of it where the table begins there) are numbers or dates and the rows
 /// have equally many fields; ReadSettings can fix them. Bytes that are not UTF-8 are taken for Latin-1.
 /// - Lines end in LF, CR LF or CR. Blank lines and comments are skipped. Fields in quotation marks may hold separators and line ends; a doubled quotation mark is one of the text.
 /// - A field that is empty, a word or an impossible date is a gap (NaN). A row of empty fields only is a row of gaps, except at the end of the file, where such rows are dropped. A row with too few fields is filled with gaps and

@@ -58,7 +58,7 @@ struct MeasurementColumn {
 
 /// How a file was read: what a listing of its columns can tell the user. A value.
 struct TableFormat {
-    /// For example "delimited text", "npy 1.0 <f8" or "WAV (Microsoft), Signed 16 bit PCM".
+    /// For example "delimited text", `npy 1.0 <f8` or "WAV (Microsoft), Signed 16 bit PCM".
     std::string kind;
     /// A comma, a semicolon, a tab or another character; ' ' stands for runs of blanks and tabs. NUL where the file is not text.
     char delimiter = '\0';

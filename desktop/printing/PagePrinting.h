@@ -14,6 +14,9 @@ namespace TOLVGraphing {
 /// view is a point of paper. What reaches over the sheet is cut; the sheet is clear where nothing is drawn. The job's title is the document's. Also OutputKind::PNG and the other kinds work: a sheet as an image has two pixels a
 /// point and is white.
 ///
+///     const auto page = TOLVPrintView::initWithPrintInfo(PrintInfo(), *view, legendEntriesOfGraph(*view->graph()));
+///     printPageToPDF(*page, "page.pdf");
+///
 /// Lays the page out and draws it once, in the thread that the view is used from. A view or a sheet without area, because the margins are as large as the paper, and one beyond the limits of OutputSettings throw OutputError.
 [[nodiscard]] std::vector<std::byte> dataOfPage(TOLVPrintView& view, OutputKind kind);
 /// Prints into a PDF file: `dataOfPage` as the contents of the file, which is replaced as a whole. A file that cannot be written throws FileError and stays as it was.

@@ -6,7 +6,7 @@
 namespace TOLVGraphing {
 
 /// For a program to hold while it makes its QApplication. A display that is not there or does not answer, and a platform that Qt does not know, then end the program with the status 1 and one line on standard error, which names DISPLAY,
-/// WAYLAND_DISPLAY and a QT_QPA_PLATFORM that is set; Qt by itself says several lines and aborts. What Qt says of it as a warning meanwhile is left out; other messages go to the handler that was there before. Any other fatal message of Qt ends the program likewise. One guard at a time, in the thread of the
+/// WAYLAND_DISPLAY and a QT_QPA_PLATFORM that is set; Qt by itself says several lines and aborts. What Qt says meanwhile as a warning or for information is left out; other messages go to the handler that was there before. Any other fatal message of Qt ends the program likewise. One guard at a time, in the thread of the
 /// application:
 ///
 ///     std::optional<DisplayGuard> guard(std::in_place, "program");

@@ -24,7 +24,7 @@ class TOLVPrintView;
 bool printWithDialog(const TOLVGraphView& view, PrintInfo& printInfo, QWidget* parent);
 
 /// Shows the page as it will be printed, with the choice of paper and direction, and offers to print it or to save it as PDF or PostScript; printing closes the dialog as accepted. Errors are shown, those of the page in its place. Modal or not, as the host shows
-/// it. The view is drawn when the dialog opens, when a choice is made and when the dialog changes its size.
+/// it. The page is laid out and drawn when the dialog opens, when a choice is made and when the dialog changes its size.
 class PrintPreviewDialog final : public QDialog {
     Q_OBJECT
 

@@ -102,7 +102,7 @@ public:
 
     /// The command's action for menus and tool bars, never null: enabled while the command can be carried out; the widget's own, with text and standard shortcuts that hold while the widget has the keyboard.
     [[nodiscard]] QAction* action(GraphCommand command) const;
-    /// Carries the command out as its action does, whether that is enabled or not; what has no meaning now does nothing. Copy and Print show their errors in a dialog; Print waits for the user.
+    /// Carries the command out as its action does, whether that is enabled or not. Copy and Print of a graph without series have an empty one; the other commands do nothing where they have no meaning now. Copy and Print show their errors in a dialog; Print waits for the user.
     void carryOut(GraphCommand command);
     /// Enables the actions anew. Only after what the graph does not announce, such as an undo step of the host's own.
     void updateActions();

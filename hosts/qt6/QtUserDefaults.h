@@ -21,7 +21,9 @@ public:
     [[nodiscard]] std::string stringForKey(std::string_view key) const override;
     /// Stores the value under the name.
     void setBool(bool value, std::string_view key) override;
+    /// Stores the value under the name.
     void setInteger(std::int64_t value, std::string_view key) override;
+    /// Stores the text (UTF-8) under the name.
     void setString(const std::string& value, std::string_view key) override;
 };
 
