@@ -3,6 +3,7 @@
 
 A `///` comment stands for all declarations below it up to the next comment or blank line: those without a comment of their own get the one above repeated. Overrides do
 not, as they have their base's words. Copies and comparisons that are defaulted or deleted get a standard sentence, and destructors without a comment are hidden.
+A plain comment that stands by itself in a class, as `// Layout. In points.`, begins a section of the manual: its first sentence is the heading.
 What stands in a namespace is put into the group of its folder. Macros that export symbols are taken out.
 
 Usage: house_comments.py HEADER (a path relative to the project)
@@ -26,6 +27,7 @@ STANDARD = [
     (re.compile(r"^(?:constexpr )?(\w+)&operator=\(const \1&\w*\)(?:noexcept)?=default"), "Copies every member."),
     (re.compile(r"^(?:constexpr )?(\w+)\(\1&&\w*\)(?:noexcept)?(?:=default)?;?"), "Takes what the other has."),
     (re.compile(r"^(?:constexpr )?(\w+)&operator=\(\1&&\w*\)(?:noexcept)?(?:=default)?;?"), "Takes what the other has."),
+    (re.compile(r"^using (?:\w+::)*(\w+)::\1;$"), "The constructors of the base."),
     (re.compile(r"operator==\(.*=default"), "Whether all members are equal."),
     (re.compile(r"^friend .*operator==\("), "Whether both are equal."),
 ]
@@ -111,8 +113,11 @@ class HouseComments:
     def __init__(self, text, group):
         self.text = text
         self.group = group
-        self.insertions = []  # (offset, text)
+        self.insertions = []  # (offset, how many characters they replace, text)
         self.scopes = ["namespace"]
+        self.open_sections = [False]  # one for each scope
+        self.plain_comment = []  # the lines of a plain comment
+        self.plain_comment_start = None
         self.comment = []  # the lines of the comment directly above
         self.comment_end = None
         self.own_comment = False  # whether it belongs to the next declaration by itself
@@ -131,14 +136,15 @@ class HouseComments:
             self.take(match.lastgroup, match.group(), match.start())
         result = self.text
         # From the end, so that offsets stay right; of two at one place the earlier one comes first.
-        for offset, words in sorted(self.insertions, key=lambda insertion: insertion[0], reverse=True):
-            result = result[:offset] + words + result[offset:]
+        for offset, replaced, words in reversed(sorted(self.insertions, key=lambda insertion: insertion[0])):
+            result = result[:offset] + words + result[offset + replaced:]
         return result
 
     def take(self, kind, token, offset):
         if kind == "newline":
             if self.line_is_empty and self.declaration is None:
                 self.forget()
+                self.begin_section(offset)
             self.line_is_empty = True
             return
         if kind == "space":
@@ -146,11 +152,17 @@ class HouseComments:
         self.line_is_empty = False
         if self.declaration is not None and kind in ("doc", "comment", "trailing"):
             return
+        if kind == "comment" and token.startswith("//") and self.scopes[-1] == "class":
+            if not self.plain_comment:
+                self.plain_comment_start = offset
+            self.plain_comment.append(token[2:].strip())
+        else:
+            self.plain_comment = []
         if kind == "doc":
             if not self.own_comment:
                 self.comment = []
             if not self.own_comment and OWNERSHIP.match(token[3:].strip()):
-                self.insertions.append((offset + 3, " @brief"))
+                self.insertions.append((offset + 3, 0, " @brief"))
             self.own_comment = True
             self.comment.append(token[3:].strip())
             self.comment_end = offset + len(token)
@@ -159,12 +171,32 @@ class HouseComments:
         else:
             self.take_code(kind, token, offset)
 
+    def begin_section(self, blank_line):
+        """At the blank line below a plain comment, whose lines it keeps as many as they were."""
+        if not self.plain_comment:
+            return
+        heading, _, rest = " ".join(self.plain_comment).partition(". ")
+        closing = "/** @} */ " if self.open_sections[-1] else ""
+        words = f"{closing}/** @name {heading.removesuffix('.')}\n{rest} */ /** @{{ */" + "\n" * (len(self.plain_comment) - 1)
+        self.insertions.append((self.plain_comment_start, blank_line - self.plain_comment_start, words))
+        self.open_sections[-1] = True
+        self.plain_comment = []
+
+    def end_section(self, offset):
+        if self.open_sections[-1]:
+            self.insertions.append((offset, 0, "/** @} */ "))
+        self.open_sections[-1] = False
+
+    def close_scope(self, offset):
+        self.end_section(offset)
+        self.scopes.pop()
+        self.open_sections.pop()
+        self.forget()
+
     def take_code(self, kind, token, offset):
         if self.declaration is None:
             if token == "}":
-                self.scopes.pop()
-                # What follows a class up to its semicolon is no declaration.
-                self.forget()
+                self.close_scope(offset)
                 return
             if token == ";" or (token == "," and self.scopes[-1] == "enum"):
                 return
@@ -182,8 +214,7 @@ class HouseComments:
         if self.parentheses == 0 and self.ends_enumerator(token):
             self.finish()
             if token == "}":
-                self.scopes.pop()
-                self.forget()
+                self.close_scope(offset)
             return
         if token == "{" and self.parentheses == 0:
             opened = self.declaration.opens()
@@ -200,6 +231,7 @@ class HouseComments:
         if self.parentheses == 0 and token == ";":
             self.finish()
         elif token == ":" and self.declaration.text in ("public:", "private:", "protected:"):
+            self.end_section(self.declaration.start)
             self.declaration = None
             self.forget()
 
@@ -219,6 +251,7 @@ class HouseComments:
             self.document(allow_repeat=False)
         self.declaration = None
         self.scopes.append(kind)
+        self.open_sections.append(False)
         self.forget()
 
     def finish(self):
@@ -233,18 +266,18 @@ class HouseComments:
         if self.own_comment:
             self.own_comment = False
             if group:
-                self.insertions.append((self.comment_end, f" {group}"))
+                self.insertions.append((self.comment_end, 0, f" {group}"))
             return
         sentence = standard_sentence(declaration)
         if sentence is HIDDEN:
-            self.insertions.append((declaration.start, "/** @cond */ "))
+            self.insertions.append((declaration.start, 0, "/** @cond */ "))
             end = self.text.index("\n", declaration.start)
-            self.insertions.append((end, " /** @endcond */"))
+            self.insertions.append((end, 0, " /** @endcond */"))
             return
         if sentence is None and allow_repeat and self.comment and not declaration.is_override():
             sentence = repeated(self.comment)
         if sentence:
-            self.insertions.append((declaration.start, f"/** {sentence} {group} */ " if group else f"/** {sentence} */ "))
+            self.insertions.append((declaration.start, 0, f"/** {sentence} {group} */ " if group else f"/** {sentence} */ "))
 
 
 def group_of(path):

@@ -75,6 +75,7 @@ class StandardSentences(unittest.TestCase):
             ("bool operator==(const X&) const = default;", "/** Whether all members are equal. */ bool operator==(const X&) const = default;"),
             ("friend bool operator==(const X& a, const X& b);", "/** Whether both are equal. */ friend bool operator==(const X& a, const X& b);"),
             ("virtual ~X() = default;", "/** @cond */ virtual ~X() = default; /** @endcond */"),
+            ("using Y::Y;", "/** The constructors of the base. */ using Y::Y;"),
             ("X(const Y&);", "X(const Y&);"),
         ]:
             with self.subTest(declaration):
@@ -86,6 +87,20 @@ class StandardSentences(unittest.TestCase):
 
     def test_the_sentence_comes_before_the_comment_of_a_neighbour(self):
         self.assertEqual(in_class("/// A.\nX();\nX(const X&) = delete;\n"), "/// A.\nX();\n/** Not copied. */ X(const X&) = delete;\n")
+
+
+class Sections(unittest.TestCase):
+    def test_a_plain_comment_by_itself_begins_a_section_and_keeps_the_number_of_lines(self):
+        self.assertEqual(in_class("    // Layout. In\n    // points.\n\n    int a;\n    // Drawing.\n\n    int b;\nprotected:\n    int c;\n"),
+                         "    /** @name Layout\nIn points. */ /** @{ */\n\n    int a;\n    /** @} */ /** @name Drawing\n */ /** @{ */\n    int b;\n/** @} */ protected:\n    int c;\n")
+
+    def test_the_end_of_the_class_ends_it(self):
+        text = "struct X {\n    // A.\n\n    int a;\n};\n"
+        self.assertEqual(HouseComments(text, "").filtered(), "struct X {\n    /** @name A\n */ /** @{ */\n    int a;\n/** @} */ };\n")
+
+    def test_a_plain_comment_above_a_declaration_begins_none(self):
+        text = "struct X {\n    // A.\n    int a;\n};\n// B.\n\nint b;\n"
+        self.assertEqual(HouseComments(text, "").filtered(), text)
 
 
 class Groups(unittest.TestCase):
