@@ -94,7 +94,7 @@ public:
     [[nodiscard]] bool drawsRepeatsQuickly() const override;
     void drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places) override;
     void drawStrokedRepeats(const Path& path, std::span<const Point> places) override;
-    /// Known for images, of rectangles whose edges the transform puts on edges of pixels, while the clip consists of whole pixels.
+    /// The pixels that a fill of the rectangle covers wholly, rows counted downwards from the top: known for images, of rectangles whose edges the transform puts on edges of pixels, while the clip consists of whole pixels.
     [[nodiscard]] std::optional<Rect> wholePixelsOfFill(const Rect& rect) const override;
     [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override;
 

@@ -43,7 +43,7 @@ public:
 
     [[nodiscard]] Size size(const AttributedString& text) const override;
     [[nodiscard]] double ascender(const Font& font) const override;
-    /// Of the library's own faces it is known before any font is loaded.
+    /// The height of a text of one line in points: ascender, descender and leading. Of the library's own faces it is known before any font is loaded.
     [[nodiscard]] double lineHeight(const Font& font) const override;
 
     /// Calls the function with the text's layout, for the library's own backends to draw it: what is in a layout, no installed header tells. The layout is valid during the call only and no other text is laid out meanwhile: the function must

@@ -25,10 +25,11 @@ class GraphDisplayObserver;
 class GraphPicture;
 class TOLVGraph;
 
-/// Whether a widget shows its graph dark on light or light on dark. What is copied and printed is always dark on white.
+/// Whether a widget shows its graph dark on light (Light) or light on dark (Dark), or as the palette's own texts stand on their windows (FollowsPalette). What is copied and printed is always dark on white.
 enum class GraphAppearance : std::uint8_t { FollowsPalette, Light, Dark };
 
-/// The commands of a widget, each with an action for menus and tool bars: GraphWidget::action.
+/// The commands of a widget, each with an action for menus and tool bars: GraphWidget::action. ZoomIn and ZoomOut zoom both axes about the middle, Fit shows all data, PlaceMarker places a marker at the pointer or
+/// in the middle, NextMarker and PreviousMarker select markers in turn and DeleteMarker removes the selected one.
 enum class GraphCommand : std::uint8_t { Copy, Print, Undo, Redo, ZoomIn, ZoomOut, Fit, PlaceMarker, DeleteMarker, NextMarker, PreviousMarker };
 
 /// Shows a graph view in a window and lets people work with it:

@@ -15,15 +15,15 @@ namespace TOLVGraphing {
 /// installQtServices makes one the general pasteboard; a host with a clipboard of its own installs that one afterwards (Pasteboard::setGeneralPasteboard). Needs a QGuiApplication and is used from its thread.
 class QtPasteboard final : public Pasteboard {
 public:
-    /// Begins new contents; what is on the clipboard stays there until they are finished.
+    /// Begins new contents with these types, in this order and without data; what is on the clipboard stays there until they are finished.
     void declareTypes(const std::vector<std::string>& types) override;
-    /// Does nothing before `declareTypes` and after `finish`.
+    /// Adds types behind the declared ones. Does nothing before `declareTypes` and after `finish`.
     void addTypes(const std::vector<std::string>& types) override;
-    /// False also before `declareTypes` and after `finish`.
+    /// Sets the data of a declared type; false for a type that is not declared, and before `declareTypes` and after `finish`.
     bool setDataForType(Data data, std::string_view type) override;
-    /// False also before `declareTypes` and after `finish`. The function is kept as long as the contents are on the clipboard.
+    /// Sets where the data of a declared type come from when another program asks for them; false as above. The function is called at most once, and kept as long as the contents are on the clipboard.
     bool setProviderForType(std::function<Data()> provider, std::string_view type) override;
-    /// Replaces the clipboard's contents by those collected. Text is also offered under the name text/plain, which toolkits look for.
+    /// Replaces the clipboard's contents by those collected; does nothing where none are. Text is also offered under the name text/plain, which toolkits look for.
     void finish() override;
 
 private:
