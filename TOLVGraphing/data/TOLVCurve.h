@@ -14,6 +14,7 @@ namespace TOLVGraphing {
 /// A polyline that is collected point by point, in view units (points, y growing upwards), and then stroked or filled with a line style.
 class TOLVCurve {
 public:
+    /// Empty, open and without a line style.
     TOLVCurve() { reset(); }
 
     /// Back to an empty, open curve; the line style stays.
@@ -41,6 +42,7 @@ public:
     [[nodiscard]] const std::array<TOLVDrawPoint, 3>& DP() const { return m_drawPoints; }
     /// The number of points accepted since the last reset.
     [[nodiscard]] std::uint32_t pointIdx() const { return m_pointIdx; }
+    /// Whether the curve is marked as complete: see `close`.
     [[nodiscard]] bool closed() const { return m_closed; }
     void setClosed(bool closed) { m_closed = closed; }
     /// Shared; null strokes with the context's own settings.

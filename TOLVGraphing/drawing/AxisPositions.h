@@ -14,6 +14,7 @@ class TOLVMapping;
 /// The axis is not owned, and stays as it is meanwhile. Without an axis every position is 0.
 class AxisPositions {
 public:
+    /// The rectangle is the data area, in points.
     AxisPositions(const TOLVAxis* axis, const Rect& dataRect);
 
     /// In points.

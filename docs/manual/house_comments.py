@@ -6,8 +6,9 @@ not, as they have their base's words. Copies and comparisons that are defaulted 
 A plain comment that stands by itself in a class, as `// Layout. In points.`, begins a section of the manual: its first sentence is the heading.
 What stands in a namespace is put into the group of its folder. Macros that export symbols are taken out.
 
-Usage: house_comments.py HEADER (a path relative to the project)
+Usage: house_comments.py HEADER (the working folder is the project's)
 """
+import os
 import re
 import sys
 
@@ -33,8 +34,8 @@ STANDARD = [
 ]
 HIDDEN = object()
 EXPORT_MACRO = re.compile(r"\bTOLV_\w*EXPORT\b ?")
-# A first sentence too short to be the short form by itself.
-OWNERSHIP = re.compile(r"(?:Copied|Shared|Weak|Copied on setting)\.")
+# A first sentence too short to be the short form by itself: a backslash behind it joins the next one to it.
+OWNERSHIP = re.compile(r"(?:Copied|Shared|Weak|Copied on setting)\.(?= )")
 
 
 class Declaration:
@@ -94,8 +95,8 @@ def standard_sentence(declaration):
 
 
 def repeated(comment):
-    """The lines of a comment as one line; an empty line starts a paragraph and a dash an item. A comment of one line is all short form, as it is above its own declaration."""
-    text = "@brief" if len(comment) == 1 or OWNERSHIP.match(comment[0]) else ""
+    """The lines of a comment as one line; an empty line starts a paragraph and a dash an item."""
+    text = ""
     in_list = False
     for line in comment:
         if line.startswith("- "):
@@ -161,10 +162,13 @@ class HouseComments:
         if kind == "doc":
             if not self.own_comment:
                 self.comment = []
-            if not self.own_comment and OWNERSHIP.match(token[3:].strip()):
-                self.insertions.append((offset + 3, 0, " @brief"))
+            words = token[3:].strip()
+            ownership = None if self.own_comment else OWNERSHIP.match(words)
+            if ownership:
+                words = words[:ownership.end()] + "\\" + words[ownership.end():]
+                self.insertions.append((offset + token.index(". ") + 1, 0, "\\"))
             self.own_comment = True
-            self.comment.append(token[3:].strip())
+            self.comment.append(words)
             self.comment_end = offset + len(token)
         elif kind in ("trailing", "comment", "directive"):
             self.forget()
@@ -274,10 +278,13 @@ class HouseComments:
             end = self.text.index("\n", declaration.start)
             self.insertions.append((end, 0, " /** @endcond */"))
             return
+        opening = "/**"
         if sentence is None and allow_repeat and self.comment and not declaration.is_override():
             sentence = repeated(self.comment)
+            # A comment of one line is all short form, as it is above its own declaration.
+            opening = "/*! @brief" if len(self.comment) == 1 else "/**"
         if sentence:
-            self.insertions.append((declaration.start, 0, f"/** {sentence} {group} */ " if group else f"/** {sentence} */ "))
+            self.insertions.append((declaration.start, 0, " ".join(filter(None, (opening, sentence, group, "*/ ")))))
 
 
 def group_of(path):
@@ -287,7 +294,7 @@ def group_of(path):
 
 
 def main():
-    path = sys.argv[1]
+    path = os.path.relpath(sys.argv[1])
     with open(path, encoding="utf-8") as header:
         sys.stdout.write(HouseComments(header.read(), group_of(path)).filtered())
 

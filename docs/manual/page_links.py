@@ -2,7 +2,7 @@
 """Filters a Markdown page for Doxygen. Links to files of the project that are not pages lead to the copies beside the manual; links to folders, and to pages and files that
 are not in the manual, become plain text.
 
-Usage: page_links.py PAGE (a path relative to the project, which is the working folder)
+Usage: page_links.py PAGE (the working folder is the project's)
 """
 import os
 import re

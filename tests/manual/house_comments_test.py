@@ -1,9 +1,11 @@
 """Tests of the filters between our sources and the manual."""
 import pathlib
+import re
 import sys
 import unittest
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "docs" / "manual"))
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(PROJECT / "docs" / "manual"))
 from house_comments import HouseComments, group_of  # noqa: E402
 from page_links import filtered as filtered_page  # noqa: E402
 
@@ -20,14 +22,14 @@ class RepeatedComments(unittest.TestCase):
 
     def test_setter_has_the_words_of_the_getter_above_it(self):
         self.check("/// The gap.\ndouble gap() const { return m_gap; }\nvoid setGap(double gap);\n",
-                   "/// The gap.\ndouble gap() const { return m_gap; }\n/** @brief The gap. */ void setGap(double gap);\n")
+                   "/// The gap.\ndouble gap() const { return m_gap; }\n/*! @brief The gap. */ void setGap(double gap);\n")
 
     def test_a_blank_line_ends_it(self):
         self.check("/// The gap.\ndouble gap();\n\nvoid other();\n", "/// The gap.\ndouble gap();\n\nvoid other();\n")
 
     def test_another_comment_ends_it(self):
         self.check("/// The gap.\ndouble gap();\n// Plain.\nvoid other();\n", "/// The gap.\ndouble gap();\n// Plain.\nvoid other();\n")
-        self.check("/// The gap.\ndouble gap();\n/// Other.\nvoid other();\nvoid third();\n", "/// The gap.\ndouble gap();\n/// Other.\nvoid other();\n/** @brief Other. */ void third();\n")
+        self.check("/// The gap.\ndouble gap();\n/// Other.\nvoid other();\nvoid third();\n", "/// The gap.\ndouble gap();\n/// Other.\nvoid other();\n/*! @brief Other. */ void third();\n")
 
     def test_an_access_specifier_ends_it(self):
         self.check("/// The gap.\ndouble gap();\nprotected:\nvoid other();\n", "/// The gap.\ndouble gap();\nprotected:\nvoid other();\n")
@@ -38,27 +40,27 @@ class RepeatedComments(unittest.TestCase):
 
     def test_ownership_alone_is_no_short_form(self):
         self.check("/// Weak. The graph,\n/// or null.\nint graph();\nvoid setGraph(int);\n",
-                   "/// @brief Weak. The graph,\n/// or null.\nint graph();\n/** @brief Weak. The graph, or null. */ void setGraph(int);\n")
+                   "/// Weak.\\ The graph,\n/// or null.\nint graph();\n/** Weak.\\ The graph, or null. */ void setGraph(int);\n")
 
     def test_bodies_initial_values_and_declarations_over_several_lines_are_passed_over(self):
         self.check('/// A.\nint f(int a = g({1, 2}),\n    int b) {\n    if (a) { return \'}\'; }\n\n    return "{";\n}\nint b{2};\nint c = [] { return 1; }();\n',
-                   '/// A.\nint f(int a = g({1, 2}),\n    int b) {\n    if (a) { return \'}\'; }\n\n    return "{";\n}\n/** @brief A. */ int b{2};\n/** @brief A. */ int c = [] { return 1; }();\n')
+                   '/// A.\nint f(int a = g({1, 2}),\n    int b) {\n    if (a) { return \'}\'; }\n\n    return "{";\n}\n/*! @brief A. */ int b{2};\n/*! @brief A. */ int c = [] { return 1; }();\n')
 
     def test_constructors_with_initialisers_are_one_declaration(self):
-        self.check("/// A.\nexplicit X(int a) : m_a(a), m_b{a} {}\nint f();\n", "/// A.\nexplicit X(int a) : m_a(a), m_b{a} {}\n/** @brief A. */ int f();\n")
+        self.check("/// A.\nexplicit X(int a) : m_a(a), m_b{a} {}\nint f();\n", "/// A.\nexplicit X(int a) : m_a(a), m_b{a} {}\n/*! @brief A. */ int f();\n")
 
     def test_templates_and_attributes_belong_to_the_declaration(self):
-        self.check("/// A.\nint f();\ntemplate <class T>\n[[nodiscard]] T g(T t);\n", "/// A.\nint f();\n/** @brief A. */ template <class T>\n[[nodiscard]] T g(T t);\n")
+        self.check("/// A.\nint f();\ntemplate <class T>\n[[nodiscard]] T g(T t);\n", "/// A.\nint f();\n/*! @brief A. */ template <class T>\n[[nodiscard]] T g(T t);\n")
 
     def test_overrides_keep_the_words_of_their_base(self):
-        self.check("/// A.\nint f();\nint g() const override { return 1; }\nint h();\n", "/// A.\nint f();\nint g() const override { return 1; }\n/** @brief A. */ int h();\n")
+        self.check("/// A.\nint f();\nint g() const override { return 1; }\nint h();\n", "/// A.\nint f();\nint g() const override { return 1; }\n/*! @brief A. */ int h();\n")
 
     def test_enumerators_with_comments_of_their_own_are_left_alone(self):
         text = "/// Kinds.\nenum class Kind : int { A, ///< a\n    B ///< b\n};\n"
         self.check(text, text)
 
     def test_a_nested_class_has_comments_of_its_own(self):
-        self.check("/// A.\nstruct Y {\n    int a;\n    /// B.\n    int b;\n    int c;\n};\nint d;\n", "/// A.\nstruct Y {\n    int a;\n    /// B.\n    int b;\n    /** @brief B. */ int c;\n};\nint d;\n")
+        self.check("/// A.\nstruct Y {\n    int a;\n    /// B.\n    int b;\n    int c;\n};\nint d;\n", "/// A.\nstruct Y {\n    int a;\n    /// B.\n    int b;\n    /*! @brief B. */ int c;\n};\nint d;\n")
 
     def test_a_forward_declaration_is_left_alone(self):
         self.check("/// A.\nint f();\nclass Z;\n", "/// A.\nint f();\nclass Z;\n")
@@ -107,11 +109,19 @@ class Groups(unittest.TestCase):
     def test_what_stands_in_a_namespace_is_in_the_group(self):
         text = "namespace N {\n\n/// A.\nstruct A {\n    /// B.\n    int b;\n};\n\n/// F.\nvoid f();\nvoid g();\n\n} // namespace N\n"
         self.assertEqual(HouseComments(text, "G").filtered(),
-                         "namespace N {\n\n/// A. @ingroup G\nstruct A {\n    /// B.\n    int b;\n};\n\n/// F. @ingroup G\nvoid f();\n/** @brief F. @ingroup G */ void g();\n\n} // namespace N\n")
+                         "namespace N {\n\n/// A. @ingroup G\nstruct A {\n    /// B.\n    int b;\n};\n\n/// F. @ingroup G\nvoid f();\n/*! @brief F. @ingroup G */ void g();\n\n} // namespace N\n")
 
     def test_the_group_is_named_by_the_folder(self):
         self.assertEqual(group_of("TOLVGraphing/platform/text/Font.h"), "TOLVGraphing_platform_text")
         self.assertEqual(group_of("TOLVMath/TOLVRealVector.h"), "TOLVMath")
+
+    def test_every_folder_of_public_headers_has_its_group(self):
+        private = set((PROJECT / "cmake" / "private-headers.txt").read_text().splitlines())
+        groups = set(re.findall(r"@defgroup (\w+)", (PROJECT / "docs" / "manual" / "groups.dox").read_text()))
+        headers = [str(header.relative_to(PROJECT)) for folder in ("TOLVMath", "TOLVGraphing", "desktop", "opengl", "hosts") for header in (PROJECT / folder).rglob("*.h")]
+        folders = {group_of(header) for header in headers if header not in private and "/testing/" not in header}
+        self.assertGreater(len(folders), 20)
+        self.assertEqual(folders - groups, set())
 
     def test_export_macros_are_taken_out(self):
         self.assertEqual(HouseComments("/// A.\nclass TOLV_EXPORT A {\n};\n/// F.\nTOLV_DESKTOP_EXPORT void f();\n", "").filtered(), "/// A.\nclass A {\n};\n/// F.\nvoid f();\n")

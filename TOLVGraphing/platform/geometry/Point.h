@@ -6,6 +6,7 @@ namespace TOLVGraphing {
 
 /// A position in the current drawing coordinates: double precision points (1/72 inch), y growing upwards unless a view says otherwise.
 struct Point {
+    /// In points from the origin.
     double x = 0.0;
     double y = 0.0;
 
@@ -17,6 +18,7 @@ struct Point {
 
 /// A width and a height in points. Negative values are kept as they are.
 struct Size {
+    /// In points.
     double width = 0.0;
     double height = 0.0;
 

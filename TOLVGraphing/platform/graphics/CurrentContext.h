@@ -11,6 +11,7 @@ class DrawingContext;
 /// The context is not owned and has to outlive the scope.
 class CurrentContextScope {
 public:
+    /// Makes the context the current one, with coordinates that are not flipped.
     explicit CurrentContextScope(DrawingContext& context);
     ~CurrentContextScope();
     CurrentContextScope(const CurrentContextScope&) = delete;
@@ -27,6 +28,7 @@ private:
 /// Says for the life of the scope how y coordinates grow; whoever opens it applies the transform that makes it so.
 class FlippedCoordinatesScope {
 public:
+    /// True for y growing downwards. The end of the scope brings back what was before.
     explicit FlippedCoordinatesScope(bool areFlipped);
     ~FlippedCoordinatesScope();
     FlippedCoordinatesScope(const FlippedCoordinatesScope&) = delete;

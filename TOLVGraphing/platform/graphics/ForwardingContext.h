@@ -8,6 +8,7 @@ namespace TOLVGraphing {
 /// A context that changes filled or stroked paths has to do the same to repeats.
 class ForwardingContext : public DrawingContext {
 public:
+    /// Draws into the target.
     explicit ForwardingContext(DrawingContext& target) : m_target(target) {}
 
     void saveState() override { m_target.saveState(); }
@@ -31,6 +32,7 @@ public:
     [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override { return m_target.fillOfWholePixels(pixels); }
 
 protected:
+    /// Where everything goes.
     [[nodiscard]] DrawingContext& target() const { return m_target; }
 
 private:
