@@ -29,11 +29,13 @@ struct LabelPlacement {
     std::shared_ptr<TOLVLabel> label;
     /// The label belongs to a major value; markers and categories have no other kind.
     bool isMajor = true;
+    /// What became of it.
     LabelFate fate = LabelFate::Kept;
     /// The label kept before that this one collides with, the first of several; null unless the fate is Collides.
     std::shared_ptr<const TOLVLabel> collidesWith;
 };
 
+/// Placed labels in the order in which they were chosen.
 using LabelPlacements = std::vector<LabelPlacement>;
 
 /// The first of the labels that the label overlaps, see TOLVLabel::overlapsLabelInArray; null for none.

@@ -33,10 +33,14 @@ class TOLVGraph;
 /// This class is abstract in five operations, which throw UnrecognizedOperation: updateStepsInRect, getMajorValues, mappingForRect, valueForPoint and pointForValue.
 class TOLV_EXPORT TOLVAxis : public Codable {
 public:
+    /// Tick values in data units.
     using Values = std::vector<double>;
+    /// Labels with their places in points.
     using Labels = std::vector<std::shared_ptr<TOLVLabel>>;
+    /// Markers in the order they were placed.
     using Markers = std::vector<std::shared_ptr<TOLVMarker>>;
 
+    /// Without a graph.
     TOLVAxis();
     /// For a graph, which is referred to weakly; none is allowed.
     explicit TOLVAxis(std::weak_ptr<TOLVGraph> graph);
@@ -50,6 +54,7 @@ public:
 
     /// Keys "drawsMajorLines" and "drawsMinorLines"; nothing else of an axis is archived.
     void encodeWithCoder(KeyedArchiver& coder) const override;
+    /// A missing key leaves the default.
     [[nodiscard]] static std::shared_ptr<TOLVAxis> initWithCoder(KeyedUnarchiver& coder);
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVAxis"; }
 
@@ -113,15 +118,17 @@ public:
     /// The title's own rectangle, centred in its strip, before a vertical axis turns it upwards about that centre; empty at the centre without a title.
     [[nodiscard]] Rect titleRectInRect(const Rect& rect) const;
 
-    // Drawing into the current context. Preparation comes first.
+    // Drawing into the current context. Nothing is drawn without one. Preparation comes first; rectangles are the axis's own.
 
     /// Chooses the steps and the tick values for the rectangle.
     virtual void prepareForDrawingInRect(const Rect& rect);
     /// The frame around the data area and the grid lines of the major values. No frame is drawn around an empty area.
     virtual void drawMajorLinesInRect(const Rect& rect) const;
+    /// The grid lines of the minor values, in the graph's minor line style.
     virtual void drawMinorLinesInRect(const Rect& rect) const;
     /// The title, centred in its strip; on the vertical axis it reads upwards.
     virtual void drawLabelInRect(const Rect& rect) const;
+    /// The labels of the tick values, those that are kept (see `tickLabelPlacements`).
     virtual void drawTickLabelsInRect(const Rect& rect) const;
     /// Each label that `drawTickLabelsInRect` thinks of, in the order in which it chooses, with what becomes of it; those that are kept are what it draws. A subclass that chooses otherwise overrides both.
     [[nodiscard]] virtual LabelPlacements tickLabelPlacements(const Rect& inRect) const;
@@ -169,6 +176,7 @@ public:
     virtual void getMajorLabels(Labels& majorLabels, const Values& forMajorValues, Labels& minorLabels, const Values& forMinorValues, const Rect& inRect) const;
     /// The values' points on the far side of the rectangle, that is its upper edge on the horizontal axis and its right edge on the vertical one.
     virtual void getPoints(std::vector<Point>& points, const Values& forValues, const Rect& inRect) const;
+    /// The same for major and minor values.
     virtual void getMajorPoints(
         std::vector<Point>& majorPoints, const Values& forMajorValues, std::vector<Point>& minorPoints, const Values& forMinorValues, const Rect& inRect) const;
 

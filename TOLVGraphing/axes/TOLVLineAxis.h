@@ -11,6 +11,7 @@ public:
     using TOLVBarAxis::TOLVBarAxis;
 
     [[nodiscard]] std::shared_ptr<TOLVAxis> copy() const override;
+    /// The keys that every axis has.
     [[nodiscard]] static std::shared_ptr<TOLVLineAxis> initWithCoder(KeyedUnarchiver& coder);
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVLineAxis"; }
     [[nodiscard]] std::vector<std::string> archiveBaseClassNames() const override { return {"TOLVBarAxis", "TOLVAxis"}; }

@@ -22,6 +22,7 @@ public:
 
     /// The base's copy with the depth.
     [[nodiscard]] std::shared_ptr<TOLVAxis> copy() const override;
+    /// The keys that every axis has; the depth is not archived.
     [[nodiscard]] static std::shared_ptr<TOLVLogarithmicAxis> initWithCoder(KeyedUnarchiver& coder);
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVLogarithmicAxis"; }
     [[nodiscard]] std::vector<std::string> archiveBaseClassNames() const override { return {"TOLVAxis"}; }
@@ -41,6 +42,7 @@ public:
 protected:
     /// Positive numbers only: a range that outgrows single precision below would leave nothing to zoom back in from.
     [[nodiscard]] bool canEndRangeAt(float value) const override;
+    /// Gives the other axis the same depth.
     void copyDepthInto(TOLVLogarithmicAxis& axis) const;
 
 private:

@@ -12,6 +12,7 @@ struct DecimalDigits;
 /// written as in the decimal style. The text is UTF-8 and does not depend on the process's locale.
 class TOLV_EXPORT TickNumberFormatter : public NumberFormatter {
 public:
+    /// The number's text, which is never missing. A number is narrowed to single precision to be looked for among the ticks.
     [[nodiscard]] std::optional<std::string> stringFromNumber(double number) const final;
 
     /// Weak. The axis whose ticks are looked at; null without one.
@@ -28,6 +29,7 @@ protected:
     /// The text of digits that are not all zero, without a sign.
     [[nodiscard]] virtual std::string textOfDigits(const DecimalDigits& decimal) const = 0;
 
+    /// What is known of the axis's ticks.
     [[nodiscard]] const TickSpacing& spacing() const { return m_spacing; }
 
 private:

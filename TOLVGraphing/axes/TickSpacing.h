@@ -21,11 +21,13 @@ public:
         /// For a tick the distance to the nearest other one; for any other value a hundredth of the distance between the ticks on both its sides, or outside of all ticks
         /// between the two nearest ones. Positive and finite.
         double distance = 0.0;
+        /// The value is a tick.
         bool isTick = false;
     };
 
     /// All ticks at once; there are two or more of them.
     struct Span {
+        /// The first tick and the last, in data units.
         double smallest = 0.0;
         double largest = 0.0;
         /// The smaller one of the distances between the first two ticks and between the last two.

@@ -8,13 +8,11 @@
 
 namespace TOLVGraphing {
 
-// Blends of two colours, component by component and never clamped; the alpha is the first colour's.
-
-/// a + b - 1.
+/// A blend of two colours, component by component and never clamped; the alpha is the first colour's: a + b - 1.
 [[nodiscard]] TOLV_EXPORT Color linearBurn(const Color& a, const Color& b);
-/// a + b.
+/// The blend a + b, otherwise as `linearBurn`.
 [[nodiscard]] TOLV_EXPORT Color linearDodge(const Color& a, const Color& b);
-/// a * b.
+/// The blend a * b, otherwise as `linearBurn`.
 [[nodiscard]] TOLV_EXPORT Color multiply(const Color& a, const Color& b);
 
 /// True unless the colour's relative luminance 0.2126 red + 0.7152 green + 0.0722 blue is below 0.5; NaN counts as bright. The alpha is ignored.
@@ -25,7 +23,7 @@ namespace TOLVGraphing {
 [[nodiscard]] TOLV_EXPORT Color appropriateSecondaryColor(const Color& color);
 
 /// The colour written as hexadecimal digits RRGGBB: leading blanks and "0x" are passed over, what follows the digits is ignored, and only the lowest 24 bits count
-/// (numbers of more than 32 bits count as FFFFFFFF). A number sign is not accepted. Nothing when there is no digit.
+/// (numbers of more than 32 bits count as FFFFFFFF). A number sign is not accepted. The alpha is kept as it is given. Nothing when there is no digit.
 [[nodiscard]] TOLV_EXPORT std::optional<Color> colorWithSRGBHexString(std::string_view text, double alphaComponent);
 
 } // namespace TOLVGraphing

@@ -15,8 +15,10 @@ class TOLV_EXPORT TOLVAxisExtents final : public Codable, public Observable {
 public:
     /// Both ends at 0.
     TOLVAxisExtents() = default;
+    /// The range from one end to the other, in data units.
     [[nodiscard]] static std::shared_ptr<TOLVAxisExtents> extentsWithMin(double min, double max);
 
+    /// An end of the range, in data units. 0 by default. Setting announces the change.
     [[nodiscard]] double min() const { return m_min; }
     void setMin(double min) { setProperty(m_min, min, "min"); }
     [[nodiscard]] double max() const { return m_max; }

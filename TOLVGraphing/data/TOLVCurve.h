@@ -15,6 +15,7 @@ namespace TOLVGraphing {
 /// A polyline that is collected point by point, in view units (points, y growing upwards), and then stroked or filled with a line style.
 class TOLV_EXPORT TOLVCurve {
 public:
+    /// Empty, open and without a line style.
     TOLVCurve() { reset(); }
 
     /// Back to an empty, open curve; the line style stays.
@@ -42,6 +43,7 @@ public:
     [[nodiscard]] const std::array<TOLVDrawPoint, 3>& DP() const { return m_drawPoints; }
     /// The number of points accepted since the last reset.
     [[nodiscard]] std::uint32_t pointIdx() const { return m_pointIdx; }
+    /// Whether the curve is marked as complete: see `close`.
     [[nodiscard]] bool closed() const { return m_closed; }
     void setClosed(bool closed) { m_closed = closed; }
     /// Shared; null strokes with the context's own settings.

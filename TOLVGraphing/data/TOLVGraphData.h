@@ -19,7 +19,9 @@ namespace TOLVGraphing {
 /// shorter one count.
 class TOLV_EXPORT TOLVGraphData {
 public:
+    /// The samples of one coordinate, in data units.
     using Samples = std::shared_ptr<const TOLVAxisData>;
+    /// What a host notes of a series, by names of its own.
     using InfoDictionary = std::map<std::string, std::any>;
 
     /// A series without samples and with a solid black line 1 point wide.

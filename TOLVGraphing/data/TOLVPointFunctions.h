@@ -16,7 +16,9 @@ namespace TOLVGraphing {
 
 /// A point with two control points.
 struct TOLVDrawPoint {
+    /// The point.
     Point p;
+    /// Its control points.
     std::array<Point, 2> cp;
 };
 

@@ -15,6 +15,7 @@ class TOLVMapping;
 /// The axis is not owned, and stays as it is meanwhile. Without an axis every position is 0.
 class TOLV_EXPORT AxisPositions {
 public:
+    /// The rectangle is the data area, in points.
     AxisPositions(const TOLVAxis* axis, const Rect& dataRect);
 
     /// In points.

@@ -14,7 +14,9 @@ namespace TOLVGraphing {
 
 /// A text with the rectangle that it is drawn in (points, y growing upwards). A value.
 struct TOLV_EXPORT CalloutLabel {
+    /// The text with its font and colour.
     AttributedString string;
+    /// Where it is drawn.
     Rect rect;
 
     /// True when this rectangle, grown by the padding on every side, overlaps the other with positive area.
@@ -31,10 +33,12 @@ struct TOLV_EXPORT CalloutLabel {
 
 /// A label of a category and what became of it.
 struct CalloutLabelPlacement {
+    /// The label.
     CalloutLabel label;
     /// The category's position, and the label's in its category's list.
     std::size_t category = 0;
     std::size_t position = 0;
+    /// What became of it.
     CalloutFate fate = CalloutFate::Kept;
     /// The kept label that it collides with, as a position in the list of all placements.
     std::optional<std::size_t> collidesWith;

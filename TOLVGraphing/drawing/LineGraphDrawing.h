@@ -23,6 +23,7 @@ public:
     /// Callouts in a host's own style; the formatter is copied. Null, and values that it has no text for, give no callouts.
     explicit LineGraphDrawing(const std::shared_ptr<const NumberFormatter>& calloutLabelFormatter);
 
+    /// Copied. Turns ordinates into the callouts' texts; null for none.
     [[nodiscard]] const std::shared_ptr<NumberFormatter>& calloutLabelFormatter() const { return m_calloutLabelFormatter; }
     /// Black, HelveticaNeue at 11 points.
     [[nodiscard]] const SharedTextAttributes& calloutLabelAttributes() const { return m_calloutLabelAttributes; }

@@ -15,6 +15,7 @@ class TOLVMarker;
 
 /// The callout of one series at a marker.
 struct MarkerCallout {
+    /// The callout at its place.
     GraphCallout callout;
     /// The position of the series in the graph's list.
     std::size_t series = 0;

@@ -41,11 +41,14 @@ class TOLV_EXPORT TOLVGraph final : public Codable, public Observable, public st
     };
 
 public:
+    /// A list of series in the order in which they are drawn.
     using Series = std::vector<std::shared_ptr<TOLVGraphData>>;
+    /// Markers in the order they were placed.
     using Markers = TOLVAxis::Markers;
 
     /// A new graph with linear axes, a curve strategy and the default looks.
     [[nodiscard]] static std::shared_ptr<TOLVGraph> graph();
+    /// For `graph()` only.
     explicit TOLVGraph(ConstructionKey);
     ~TOLVGraph() override;
     TOLVGraph(const TOLVGraph&) = delete;
@@ -128,8 +131,9 @@ public:
 
     // Series.
 
-    /// Appends a series (shared). Announces nothing.
+    /// Appends a series (shared); null is passed over. Announces nothing.
     void addGraphData(std::shared_ptr<TOLVGraphData> data);
+    /// Removes all series. Announces nothing.
     void clearGraphData();
     /// A snapshot of the list; the series are shared.
     [[nodiscard]] Series graphData() const { return m_graphDataArray; }
@@ -181,7 +185,7 @@ public:
     /// Prepares the graph and tells where everything comes to stand in the rectangle: ticks, labels with what becomes of them, badges, titles, callouts. Nothing is drawn, and no context is needed.
     [[nodiscard]] GraphLayout layoutInRect(const Rect& rect);
 
-    // Drawing into the current context, with any rectangle: smaller than the insets, empty and negative ones pass through.
+    // Drawing into the current context. Nothing is drawn without one. Any rectangle will do: those smaller than the insets, empty and negative ones pass through.
 
     /// True when there are series and no end of the extents is an empty-data sentinel.
     [[nodiscard]] bool canDraw() const;
@@ -191,13 +195,16 @@ public:
     void prepareForDrawingInRect(const Rect& rect);
     /// Minor lines, major lines, tick labels, marker badges, titles. Does nothing without both axes.
     void drawAxesInRect(const Rect& rect);
+    /// The series, by the drawing strategy; nothing without one.
     void drawDataInRect(const Rect& rect);
+    /// The title above the data area; nothing without one.
     void drawTitleInRect(const Rect& rect);
     /// The strategy's own drawing of markers, for strategies that have one.
     void drawMarkersInRect(const Rect& rect);
 
     // Conversion between points and values. Without the axis the answer is 0.
 
+    /// The value at a coordinate in points, or the coordinate of a value in data units, along an axis. Not finite where the axis has none, as for a value that is not positive on a logarithmic axis.
     [[nodiscard]] float valueForX(float x, const Rect& inRect) const;
     [[nodiscard]] float valueForY(float y, const Rect& inRect) const;
     [[nodiscard]] float XForValue(float value, const Rect& inRect) const;
@@ -209,6 +216,7 @@ public:
     // Zoom and pan. Steps keep the value at the coordinate and do nothing while canZoomX or canZoomY forbids them, over an empty data area, or where the new range would
     // not be finite, not be positive on a logarithmic axis, or have no slots on a category axis.
 
+    /// A step about the middle of the data area, or about a coordinate in points, in one direction: see TOLVAxis::zoomInInRect.
     void zoomInXInRect(const Rect& rect);
     void zoomOutXInRect(const Rect& rect);
     void zoomInYInRect(const Rect& rect);
@@ -217,9 +225,10 @@ public:
     void zoomOutXCenteredAtPoint(float x, const Rect& inRect);
     void zoomInYCenteredAtPoint(float y, const Rect& inRect);
     void zoomOutYCenteredAtPoint(float y, const Rect& inRect);
-    /// Shows all data; the rectangle is not looked at.
+    /// Sets the visible range to the extremes of all data, which are the sentinels without data and may not be positive on a logarithmic axis; the rectangle is not looked at, and neither is canZoomX or canZoomY.
     void zoomToFitXInRect(const Rect& rect);
     void zoomToFitYInRect(const Rect& rect);
+    /// Sets the visible range (data units) of an axis as it is given, whatever canZoomX and canZoomY are; does nothing without the axis.
     void zoomXToFixedMin(float min, float max);
     void zoomYToFixedMin(double min, double max);
     /// Moves the visible ranges by a distance in points: a positive x shows larger values. To follow a drag, pass its negative.
@@ -230,12 +239,17 @@ public:
     // Markers. Each edit registers its inverse with the undo manager and announces "markers" with the positions. Positions outside the list, or counts that differ, throw
     // Exception "IndexOutOfRange" and a null marker throws Exception "NullMarker"; nothing is changed then. Editing the snapshot of a copied graph throws Exception "ImmutableMarkers".
 
+    /// The number of markers of both axes.
     [[nodiscard]] std::size_t countOfMarkers() const { return m_markers.size(); }
+    /// The markers (shared) at the positions, in ascending order.
     [[nodiscard]] Markers markersAtIndexes(const IndexSet& indexes) const;
     /// The positions are those after the insertion.
     void insertMarkers(const Markers& markers, const IndexSet& atIndexes);
+    /// Takes the markers at the positions out of the list.
     void removeMarkersAtIndexes(const IndexSet& indexes);
+    /// Puts other markers (shared) at the positions.
     void replaceMarkersAtIndexes(const IndexSet& indexes, const Markers& withMarkers);
+    /// Appends a new marker of the horizontal axis with the value (data units), or with that at the coordinate (points), and answers it.
     std::shared_ptr<TOLVMarker> placeHorizontalAxisMarkerWithValue(double value);
     std::shared_ptr<TOLVMarker> placeHorizontalAxisMarkerAtPoint(double x, const Rect& inRect);
     /// Always null: there is no search by value.

@@ -38,10 +38,12 @@ public:
     [[nodiscard]] std::uint32_t texName() const { return m_texName; }
     /// The size of the last bitmap in pixels, as it reported it: what the coordinates of a rectangle texture span.
     [[nodiscard]] Size texSize() const { return m_texSize; }
+    /// Copied. The text.
     [[nodiscard]] const AttributedString& string() const { return m_string; }
     /// A frame that is not static is measured again when it is next asked for.
     void setString(AttributedString string);
     void setString(std::string string, TextAttributes withAttributes);
+    /// Copied. Kept for the host; the text is drawn in the colour of its attributes.
     [[nodiscard]] const Color& textColor() const { return m_textColor; }
     void setTextColor(const Color& color);
     [[nodiscard]] const Color& boxColor() const { return m_boxColor; }

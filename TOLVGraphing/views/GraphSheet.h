@@ -19,6 +19,7 @@ public:
     /// The graph is shared; its margin, padding and tick label paddings are set by the layout.
     explicit GraphSheet(std::shared_ptr<TOLVGraph> graph);
 
+    /// Shared. The graph shown.
     [[nodiscard]] const std::shared_ptr<TOLVGraph>& graph() const { return m_graph; }
     /// Copied. No entries, no legend.
     void setLegendEntries(std::vector<LegendEntry> entries) { m_legendEntries = std::move(entries); }
@@ -27,7 +28,7 @@ public:
 
     /// Places legend and graph in the rectangle. Ticks and labels are those of the graph's extents at this moment.
     void layoutInRect(const Rect& rect);
-    /// Where the last layout put the graph and the legend.
+    /// Where the last layout put the graph and the legend; the zero rectangle before the first one.
     [[nodiscard]] const Rect& graphRect() const { return m_graphRect; }
     [[nodiscard]] const Rect& legendRect() const { return m_legendRect; }
 

@@ -13,7 +13,9 @@ namespace TOLVGraphing {
 
 /// One line of a legend: a name and the style that its series is drawn in (shared; null draws no sample).
 struct LegendEntry {
+    /// In UTF-8.
     std::string title;
+    /// Shared.
     std::shared_ptr<const TOLVLineStyle> lineStyle;
 };
 
@@ -29,6 +31,7 @@ public:
 
     /// The height of all rows in points; 0 without entries.
     [[nodiscard]] double height() const;
+    /// The number of rows.
     [[nodiscard]] std::size_t rowCount() const { return m_rows.size(); }
     /// Draws into the current context, the first row at the top of the rectangle (y growing upwards), from its left edge.
     void drawInRect(const Rect& rect) const;

@@ -22,8 +22,10 @@ class TOLVGraphView;
 
 /// One series as a data source describes it; absent entries pass none.
 struct TOLVDataSet {
+    /// Shared, in data units.
     TOLVGraphData::Samples x;
     TOLVGraphData::Samples y;
+    /// What the series' line is drawn in: see TOLVGraphData::graphDataWithX.
     std::optional<Color> color;
     std::shared_ptr<TOLVLineStyle> lineStyle;
 };
@@ -37,6 +39,7 @@ public:
     [[nodiscard]] virtual bool hasDataSets() const { return false; }
     /// None when not greater than 0.
     [[nodiscard]] virtual std::int32_t numberOfDataSetsInPlotView(TOLVGraphView& view);
+    /// The series at a position, from 0.
     [[nodiscard]] virtual TOLVDataSet plotViewDataSetForIndex(TOLVGraphView& view, std::int32_t index);
 };
 
@@ -117,6 +120,7 @@ public:
     /// of a snapshot: they show the graph as it is now. The SVG and the PNG of a view that holds other views are made at once. With the setting "TOLVPlot_UsesFixedCopySize" pictures have the size of the two other settings, as
     /// a user's document wants it, and (0, 0) where those are missing; the view has its own size again afterwards. The sender is not looked at.
     void copy(const View* sender);
+    /// Puts the part of the view that lies in the rectangle (own coordinates) as a document on the pasteboard: PDF, EPS under the type of PostScript, or TIFF. The type has to be declared, otherwise nothing happens.
     void writePDFInsideRect(const Rect& rect, Pasteboard& toPasteboard);
     void writeEPSInsideRect(const Rect& rect, Pasteboard& toPasteboard);
     void writeTIFFInsideRect(const Rect& rect, Pasteboard& toPasteboard);

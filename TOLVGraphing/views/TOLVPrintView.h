@@ -14,21 +14,24 @@ namespace TOLVGraphing {
 /// margins leave none, and settings that are not finite give an empty frame. Flipped: y grows downwards.
 class TOLV_EXPORT TOLVPrintView final : public View {
 public:
+    /// The lines of the legend.
     using Entries = TOLVLegendView::Entries;
 
     /// The view is copied, so that the one on the screen is not disturbed; both show the same graph. Entries are copied.
     [[nodiscard]] static std::shared_ptr<TOLVPrintView> initWithPrintInfo(const PrintInfo& printInfo, const TOLVGraphView& view, Entries entries);
+    /// A page without a graph view and entries.
     explicit TOLVPrintView(const PrintInfo& printInfo);
 
+    /// Copied. The settings of the page.
     [[nodiscard]] const PrintInfo& printInfo() const { return m_printInfo; }
     /// Asks for redisplay when the settings are others. The frame stays: the printable area is that of the settings that the page was made with.
     void setPrintInfo(const PrintInfo& printInfo);
-    /// Editing the entries in place asks for nothing.
+    /// Copied on setting. Editing the entries in place asks for nothing.
     [[nodiscard]] Entries& entries() { return m_entries; }
     /// Asks for redisplay when the entries are others.
     void setEntries(Entries entries);
+    /// Copied on setting; null for none. Setting asks for redisplay.
     [[nodiscard]] const std::shared_ptr<TOLVGraphView>& plotView() const { return m_plotView; }
-    /// Copied on setting; null for none. Asks for redisplay.
     void setPlotView(const std::shared_ptr<const TOLVGraphView>& view);
     /// The legend of the last layout; null before the first drawing.
     [[nodiscard]] const std::shared_ptr<TOLVLegendView>& legendView() const { return m_legendView; }

@@ -17,6 +17,7 @@ public:
     /// edges where pixels are interpolated. Premultiplied ones suit scenes with glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA).
     enum class Components : std::uint8_t { Straight, Premultiplied };
 
+    /// Straight components by default.
     explicit DesktopStringRasterizer(Components components = Components::Straight) : m_components(components) {}
 
     [[nodiscard]] StringBitmap bitmapOfString(const AttributedString& string, const StringFrame& frame) const override;

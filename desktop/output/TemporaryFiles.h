@@ -13,9 +13,10 @@ TOLV_EXPORT void removeTemporaryFilesAtSignals();
 namespace output {
 
 /// Says for the life of the object that a file is a temporary one: a signal that ends the program removes it. Where the name is told before the file is made, there is no moment without it; a file that has been renamed is not found under
-/// it any more, and nothing happens. A relative name counts from the folder that is the current one when the signal comes. Names beyond those of 64 files at a time, and those that the system finds too long, are not remembered.
+/// it any more, and nothing happens. A relative name counts from the folder that is the current one when the signal comes. Names beyond those of 64 files at a time, and those that the system finds too long, are not remembered. May be made in any thread.
 class TOLV_EXPORT TemporaryName {
 public:
+    /// Remembers the name (copied).
     explicit TemporaryName(const std::filesystem::path& path);
     ~TemporaryName();
     TemporaryName(const TemporaryName&) = delete;

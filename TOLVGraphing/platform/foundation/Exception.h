@@ -10,9 +10,12 @@ namespace TOLVGraphing {
 /// A programming error that the caller made: a short fixed name to tell errors apart by, and a reason for people. `what()` reads "NAME: REASON".
 class TOLV_EXPORT Exception : public std::runtime_error {
 public:
+    /// Copied.
     Exception(std::string name, std::string reason);
 
+    /// What errors are told apart by, for example "IndexOutOfRange".
     [[nodiscard]] const std::string& name() const { return m_name; }
+    /// What went wrong, for people.
     [[nodiscard]] const std::string& reason() const { return m_reason; }
 
 private:
@@ -30,6 +33,7 @@ public:
 /// A condition on a parameter was not met. The message is the format with its argument filled in.
 class TOLV_EXPORT AssertionFailure : public std::logic_error {
 public:
+    /// The format has "%@" where the argument goes.
     AssertionFailure(std::string format, std::string argument, std::string file, int line);
 
     /// The message with "%@" in the argument's place.
@@ -38,6 +42,7 @@ public:
     [[nodiscard]] const std::string& argument() const { return m_argument; }
     /// The source unit, without a suffix.
     [[nodiscard]] const std::string& file() const { return m_file; }
+    /// The line in the source unit.
     [[nodiscard]] int line() const { return m_line; }
 
 private:

@@ -20,6 +20,7 @@ TOLV_EXPORT LogSink setLogSink(LogSink sink);
 /// Replaces the sink for the life of the scope.
 class LogSinkScope {
 public:
+    /// The sink is copied; the end of the scope brings the former one back.
     explicit LogSinkScope(LogSink sink) : m_former(setLogSink(std::move(sink))) {}
     ~LogSinkScope() { setLogSink(std::move(m_former)); }
     LogSinkScope(const LogSinkScope&) = delete;

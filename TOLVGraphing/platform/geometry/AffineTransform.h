@@ -12,6 +12,7 @@ namespace TOLVGraphing {
 /// The operations modify the transform in place and act before what it already does, as a drawing context's own transform:
 /// after t.translateXBy(10, 0), points are first moved by 10 and then mapped as before.
 struct TOLV_EXPORT AffineTransform {
+    /// What x and y add to x and y, and what is added to both in the end: see the class for the equations.
     double a = 1.0;
     double b = 0.0;
     double c = 0.0;
@@ -34,14 +35,15 @@ struct TOLV_EXPORT AffineTransform {
     [[nodiscard]] Point apply(Point point) const;
     /// The bounding box of the images of the four corners.
     [[nodiscard]] Rect apply(const Rect& rect) const;
-    /// The transform that undoes this one; a transform that cannot be undone gives the identity.
+    /// The transform that undoes this one; a transform that cannot be undone, or whose determinant is not finite, gives the identity.
     [[nodiscard]] AffineTransform inverted() const;
+    /// True when all six numbers are those of the identity.
     [[nodiscard]] bool isIdentity() const;
 
     friend bool operator==(const AffineTransform&, const AffineTransform&) = default;
 };
 
-/// "[a b c d tx ty]".
+/// "[a b c d tx ty]", digits as for a point.
 [[nodiscard]] TOLV_EXPORT std::string toString(const AffineTransform& transform);
 
 } // namespace TOLVGraphing

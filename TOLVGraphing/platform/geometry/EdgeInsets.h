@@ -6,8 +6,9 @@
 
 namespace TOLVGraphing {
 
-/// Four distances inwards from the edges of a rectangle, in points.
+/// Four distances inwards from the edges of a rectangle, in points. Negative ones point outwards. The top is the edge with the larger y where y grows upwards.
 struct EdgeInsets {
+    /// From this edge, in points.
     double top = 0.0;
     double left = 0.0;
     double bottom = 0.0;
@@ -16,7 +17,7 @@ struct EdgeInsets {
     friend bool operator==(const EdgeInsets&, const EdgeInsets&) = default;
 };
 
-/// "(top, left, bottom, right)".
+/// "(top, left, bottom, right)", digits as for a point.
 [[nodiscard]] TOLV_EXPORT std::string toString(const EdgeInsets& insets);
 
 } // namespace TOLVGraphing

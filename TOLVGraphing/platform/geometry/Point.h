@@ -8,6 +8,7 @@ namespace TOLVGraphing {
 
 /// A position in the current drawing coordinates: double precision points (1/72 inch), y growing upwards unless a view says otherwise.
 struct TOLV_EXPORT Point {
+    /// In points from the origin.
     double x = 0.0;
     double y = 0.0;
 
@@ -19,6 +20,7 @@ struct TOLV_EXPORT Point {
 
 /// A width and a height in points. Negative values are kept as they are.
 struct TOLV_EXPORT Size {
+    /// In points.
     double width = 0.0;
     double height = 0.0;
 

@@ -8,15 +8,20 @@
 namespace TOLVGraphing {
 
 /// A rectangle in points: its origin is the corner with the smallest coordinates while the size is positive, that is the
-/// lower-left corner where y grows upwards (the upper-left one in a flipped view). Sizes may be negative; nothing is normalised.
+/// lower-left corner where y grows upwards (the upper-left one in a flipped view). Sizes may be negative; nothing is normalised. Double precision; all zero by default.
 struct Rect {
+    /// The corner with the smallest coordinates.
     Point origin;
+    /// Width and height.
     Size size;
 
+    /// The zero rectangle.
     Rect() = default;
+    /// From its corner and size.
     Rect(Point rectOrigin, Size rectSize) : origin(rectOrigin), size(rectSize) {}
     Rect(double x, double y, double width, double height) : origin{x, y}, size{width, height} {}
 
+    /// A number of the origin or of the size.
     [[nodiscard]] double x() const { return origin.x; }
     [[nodiscard]] double y() const { return origin.y; }
     [[nodiscard]] double width() const { return size.width; }
@@ -47,7 +52,7 @@ struct Rect {
 /// The smallest rectangle around both; an empty one is left out.
 [[nodiscard]] TOLV_EXPORT Rect unionRect(const Rect& a, const Rect& b);
 
-/// "(x, y, width, height)".
+/// "(x, y, width, height)", digits as for a point.
 [[nodiscard]] TOLV_EXPORT std::string toString(const Rect& rect);
 
 } // namespace TOLVGraphing

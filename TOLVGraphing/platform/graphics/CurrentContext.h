@@ -13,6 +13,7 @@ class DrawingContext;
 /// The context is not owned and has to outlive the scope.
 class TOLV_EXPORT CurrentContextScope {
 public:
+    /// Makes the context the current one, with coordinates that are not flipped.
     explicit CurrentContextScope(DrawingContext& context);
     ~CurrentContextScope();
     CurrentContextScope(const CurrentContextScope&) = delete;
@@ -29,6 +30,7 @@ private:
 /// Says for the life of the scope how y coordinates grow; whoever opens it applies the transform that makes it so.
 class TOLV_EXPORT FlippedCoordinatesScope {
 public:
+    /// True for y growing downwards. The end of the scope brings back what was before.
     explicit FlippedCoordinatesScope(bool areFlipped);
     ~FlippedCoordinatesScope();
     FlippedCoordinatesScope(const FlippedCoordinatesScope&) = delete;

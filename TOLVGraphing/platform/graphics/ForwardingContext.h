@@ -9,6 +9,7 @@ namespace TOLVGraphing {
 /// A context that changes filled or stroked paths has to do the same to repeats.
 class TOLV_EXPORT ForwardingContext : public DrawingContext {
 public:
+    /// Draws into the target.
     explicit ForwardingContext(DrawingContext& target) : m_target(target) {}
 
     void saveState() override { m_target.saveState(); }
@@ -32,6 +33,7 @@ public:
     [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override { return m_target.fillOfWholePixels(pixels); }
 
 protected:
+    /// Where everything goes.
     [[nodiscard]] DrawingContext& target() const { return m_target; }
 
 private:

@@ -26,6 +26,7 @@ public:
     /// Any ratio: 1, 1.25, 1.5, 2, ... With one that is not finite and above zero everything passes unchanged.
     PixelAlignedContext(DrawingContext& target, double pixelsPerPoint);
 
+    /// As it was given.
     [[nodiscard]] double pixelsPerPoint() const { return m_pixelsPerPoint; }
 
     void saveState() override;

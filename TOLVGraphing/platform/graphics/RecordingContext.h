@@ -38,6 +38,7 @@ public:
     [[nodiscard]] int depth() const { return m_depth; }
     /// True once a restore came without a save.
     [[nodiscard]] bool hasUnmatchedRestore() const { return m_unmatchedRestore; }
+    /// Forgets the lines; the depth stays.
     void clearCalls() { m_calls.clear(); }
 
 private:

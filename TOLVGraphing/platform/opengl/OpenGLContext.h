@@ -13,6 +13,7 @@ class TOLV_EXPORT OpenGLFunctions {
 public:
     virtual ~OpenGLFunctions();
 
+    /// The entry point of the same name, with its parameters as the OpenGL standard has them; the values that the library passes are in OpenGLConstants.h.
     virtual void pixelStorei(std::uint32_t name, std::int32_t value) = 0;
     virtual void genTextures(std::int32_t count, std::uint32_t* names) = 0;
     virtual void deleteTextures(std::int32_t count, const std::uint32_t* names) = 0;

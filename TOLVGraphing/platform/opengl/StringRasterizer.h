@@ -22,6 +22,7 @@ struct StringFrame {
 
 /// The pixels of a text, clear where nothing is drawn. Empty by default.
 struct StringBitmap {
+    /// Columns and rows.
     std::int32_t pixelWidth = 0;
     std::int32_t pixelHeight = 0;
     /// What the picture takes of them from the upper-left corner, in pixels: all of them, unless the rasterizer reports a fraction.
@@ -33,6 +34,7 @@ struct StringBitmap {
     /// Rows from the top of the text without gaps between them.
     std::vector<std::uint8_t> pixels;
 
+    /// True without pixels.
     [[nodiscard]] bool isEmpty() const { return pixels.empty(); }
 };
 

@@ -20,6 +20,7 @@ public:
     NumberFormatter(const NumberFormatter&) = default;
     NumberFormatter& operator=(const NumberFormatter&) = delete;
 
+    /// The most digits behind the point that the decimal style writes.
     [[nodiscard]] int maximumFractionDigits() const { return m_maximumFractionDigits; }
 
     /// The number's text, or nothing when this formatter has none for it. Single-precision values are widened by the caller.

@@ -14,9 +14,9 @@ class TOLV_EXPORT TextSystem {
 public:
     virtual ~TextSystem();
 
-    /// Width of the longest line and height of all lines.
+    /// Width of the longest line and height of all lines of a text.
     [[nodiscard]] virtual Size size(const AttributedString& text) const = 0;
-    /// Baseline to top of the face.
+    /// Baseline to top of a font's face.
     [[nodiscard]] virtual double ascender(const Font& font) const = 0;
     /// The height of a text of one line. It is that of "Tj" unless a text system knows it without looking at letters.
     [[nodiscard]] virtual double lineHeight(const Font& font) const;
@@ -37,6 +37,7 @@ TOLV_EXPORT void setTextSystem(std::shared_ptr<const TextSystem> system);
 /// Installs a text system for the life of the scope.
 class TOLV_EXPORT TextSystemScope {
 public:
+    /// The text system is shared; null stands for the fixed one. The end of the scope brings the former one back.
     explicit TextSystemScope(std::shared_ptr<const TextSystem> system);
     ~TextSystemScope();
     TextSystemScope(const TextSystemScope&) = delete;

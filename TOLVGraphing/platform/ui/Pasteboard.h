@@ -25,6 +25,7 @@ inline constexpr std::string_view kPasteboardTypeText = "text/plain;charset=utf-
 /// Where copied contents wait to be pasted: one set of contents in several types. Whoever copies declares the types, the richest first, and then sets the data of each. Used from one thread.
 class TOLV_EXPORT Pasteboard {
 public:
+    /// The bytes of the contents in one type.
     using Data = std::vector<std::byte>;
 
     virtual ~Pasteboard();
