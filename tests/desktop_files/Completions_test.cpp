@@ -20,9 +20,6 @@ namespace TOLVGraphing::testing_support {
 
 namespace {
 
-using testing::UnorderedElementsAre;
-using testing::UnorderedElementsAreArray;
-
 constexpr const char* kReadable[] = {"a.csv", "a.tsv", "a.txt", "a.dat", "a.asc", "a.npy", "a.f32", "a.f64", "a.wav", "a.wave", "a.flac", "a.aif", "a.aiff", "a.aifc", "a.ogg",
     "a.oga", "a.opus", "a.au", "a.snd", "a.caf", "a.w64", "a.rf64", "a.mp3", "a.voc", "b.CSV"};
 constexpr const char* kPictures[] = {"a.pdf", "a.ps", "a.eps", "a.svg", "a.png", "a.tif", "a.tiff"};
@@ -43,41 +40,64 @@ protected:
         std::filesystem::create_directory(m_folder.path("below"));
     }
 
-    /// What is offered when Tab is pressed behind the line, in the folder of the test: without what stands before it in the same word, and folders without a slash.
-    [[nodiscard]] std::set<std::string> offered(const std::string& line) const
+    using Words = std::set<std::string>;
+
+    /// What is offered when Tab is pressed behind each of the lines, which begin with the same program, in the folder of the test: without what stands before it in the same word, and folders without a slash.
+    [[nodiscard]] std::vector<Words> offeredEach(const std::vector<std::string>& lines) const
     {
-        ProcessSurroundings surroundings;
-        surroundings.folder = m_folder.path();
+        const ProcessResult result = runProcess(shell(lines), surroundings());
+        EXPECT_EQ(result.status, 0) << result.text();
+        EXPECT_EQ(result.error, "");
+        std::vector<Words> answers(1);
+        for (const std::string& answer : linesOf(result.output)) {
+            if (answer == "==")
+                answers.emplace_back();
+            else if (const std::string word = plainWord(answer); !word.empty())
+                answers.back().insert(word);
+        }
+        EXPECT_EQ(answers.size(), lines.size() + 1);
+        answers.resize(lines.size());
+        return answers;
+    }
+    [[nodiscard]] Words offered(const std::string& line) const { return offeredEach({line}).front(); }
+
+private:
+    [[nodiscard]] ProcessSurroundings surroundings() const
+    {
+        ProcessSurroundings result;
+        result.folder = m_folder.path();
+        return result;
+    }
+
+    /// The shell with a script that asks it, and nothing of the user's.
+    [[nodiscard]] std::vector<std::string> shell(const std::vector<std::string>& lines) const
+    {
         std::string path = std::getenv("PATH");
-        std::vector<std::string> words{
-            "env", "HOME=" + m_home.path(), "XDG_CONFIG_HOME=" + m_home.path(), "XDG_DATA_HOME=" + m_home.path(), "XDG_DATA_DIRS=" + sharedFile(""), "LC_ALL=C.UTF-8"};
         // Shells may pass over programs that they do not find.
         for (const char* program : {"tolvgraph", "tolvgraph-viewer"})
             path = std::filesystem::path(pathOfProgram(program)).parent_path().string() + ":" + path;
-        words.push_back("PATH=" + path);
+        std::vector<std::string> words{"env", "HOME=" + m_home.path(), "XDG_CONFIG_HOME=" + m_home.path(), "XDG_DATA_HOME=" + m_home.path(), "XDG_DATA_DIRS=" + sharedFile(""),
+            "LC_ALL=C.UTF-8", "PATH=" + path};
         const std::string scripts = TOLV_SOURCE_DIR "/tests/desktop_files/complete.";
         if (GetParam() == "bash")
-            words.insert(words.end(), {"bash", "--norc", scripts + "bash", line});
+            words.insert(words.end(), {"bash", "--norc", scripts + "bash"});
         else if (GetParam() == "zsh")
-            words.insert(words.end(), {"zsh", "-f", scripts + "zsh", sharedFile("zsh/site-functions"), line});
+            words.insert(words.end(), {"zsh", "-f", scripts + "zsh", sharedFile("zsh/site-functions")});
         else
-            words.insert(words.end(), {"fish", "-c", "complete --do-complete '" + line + "'"});
-        const ProcessResult result = runProcess(words, surroundings);
-        EXPECT_EQ(result.status, 0) << result.text();
-        EXPECT_EQ(result.error, "");
-        std::set<std::string> answers;
-        for (const std::string& answer : linesOf(result.output)) {
-            std::string word = answer.substr(0, answer.find('\t'));
-            word.erase(0, word.find_last_of("=,") + 1);
-            if (word.ends_with('/'))
-                word.pop_back();
-            if (!word.empty())
-                answers.insert(word);
-        }
-        return answers;
+            words.insert(words.end(), {"fish", "-c", "for line in $argv; complete --do-complete $line; echo ==; end"});
+        words.insert(words.end(), lines.begin(), lines.end());
+        return words;
     }
 
-private:
+    static std::string plainWord(const std::string& answer)
+    {
+        std::string word = answer.substr(0, answer.find('\t'));
+        word.erase(0, word.find_last_of("=,") + 1);
+        if (word.ends_with('/'))
+            word.pop_back();
+        return word;
+    }
+
     TemporaryFolder m_folder;
     TemporaryFolder m_home;
 };
@@ -86,45 +106,44 @@ TEST_P(Completions, offerEveryOptionAndNoOther)
 {
     for (const char* program : {"tolvgraph", "tolvgraph-viewer"})
         EXPECT_EQ(offered(program + std::string(" -")), namesOf(helpOptions(program)));
-    EXPECT_THAT(offered("tolvgraph --dr"), UnorderedElementsAre("--draw"));
+    EXPECT_EQ(offered("tolvgraph --dr"), Words{"--draw"});
 }
 
 TEST_P(Completions, offerTheWordsThatOptionsTake)
 {
-    for (const char* option : {"--draw", "--x-axis", "--y-axis", "--x-format", "--y-format", "--pattern"}) {
-        EXPECT_EQ(offered("tolvgraph " + std::string(option) + " "), wordsOfOption(option)) << option;
-        EXPECT_EQ(offered("tolvgraph " + std::string(option) + "="), wordsOfOption(option)) << option;
+    for (const char* name : {"--draw", "--x-axis", "--y-axis", "--x-format", "--y-format", "--pattern"}) {
+        const std::string option = name;
+        EXPECT_THAT(offeredEach({"tolvgraph " + option + " ", "tolvgraph " + option + "="}), testing::Each(wordsOfOption(option))) << option;
     }
-    EXPECT_THAT(offered("tolvgraph a.csv --draw=d"), UnorderedElementsAre("dotted"));
-    EXPECT_THAT(offered("tolvgraph --pattern solid,da"), UnorderedElementsAre("dashed", "dash-dot"));
-    EXPECT_THAT(offered("tolvgraph --x i"), UnorderedElementsAre("index"));
+    EXPECT_THAT(offeredEach({"tolvgraph a.csv --draw=d", "tolvgraph --pattern solid,da", "tolvgraph --x i"}),
+        testing::ElementsAre(Words{"dotted"}, Words{"dashed", "dash-dot"}, Words{"index"}));
 }
 
 TEST_P(Completions, offerNothingWhereOnlyTheUserKnows)
 {
+    std::vector<std::string> lines;
     for (const char* option :
         {"--size", "--scale", "--y", "--channels", "--x-range", "--y-range", "--title", "--x-label", "--y-label", "--color", "--thickness", "--marker", "--margin"})
-        EXPECT_THAT(offered("tolvgraph " + std::string(option) + " "), testing::IsEmpty()) << option;
+        lines.push_back("tolvgraph " + std::string(option) + " ");
+    EXPECT_THAT(offeredEach(lines), testing::Each(testing::IsEmpty()));
 }
 
 TEST_P(Completions, offerFilesThatCanBeRead)
 {
-    std::set<std::string> readable(std::begin(kReadable), std::end(kReadable));
+    Words readable(std::begin(kReadable), std::end(kReadable));
     readable.insert("below");
-    EXPECT_EQ(offered("tolvgraph "), readable);
-    EXPECT_EQ(offered("tolvgraph -- "), readable);
-    EXPECT_THAT(offered("tolvgraph b"), UnorderedElementsAre("b.CSV", "below"));
+    EXPECT_THAT(
+        offeredEach({"tolvgraph ", "tolvgraph -- ", "tolvgraph --legend a.csv ", "tolvgraph b"}), testing::ElementsAre(readable, readable, readable, Words{"b.CSV", "below"}));
     readable.insert("a.tolvgraph");
-    EXPECT_EQ(offered("tolvgraph-viewer "), readable);
+    EXPECT_THAT(offeredEach({"tolvgraph-viewer ", "tolvgraph-viewer -- "}), testing::Each(readable));
 }
 
 TEST_P(Completions, offerFilesThatCanBeWritten)
 {
-    std::set<std::string> pictures(std::begin(kPictures), std::end(kPictures));
+    Words pictures(std::begin(kPictures), std::end(kPictures));
     pictures.insert("below");
-    EXPECT_EQ(offered("tolvgraph a.csv -o "), pictures);
-    EXPECT_EQ(offered("tolvgraph a.csv --output="), pictures);
-    EXPECT_THAT(offered("tolvgraph a.csv --layout "), UnorderedElementsAre("a.json", "below"));
+    EXPECT_THAT(offeredEach({"tolvgraph a.csv -o ", "tolvgraph a.csv --output=", "tolvgraph -o a.pdf -o "}), testing::Each(pictures));
+    EXPECT_EQ(offered("tolvgraph a.csv --layout "), (Words{"a.json", "below"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Shells, Completions, testing::Values("bash", "zsh", "fish"), [](const auto& shell) { return shell.param; });

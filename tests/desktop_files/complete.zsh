@@ -1,5 +1,5 @@
-# What zsh offers when Tab is pressed behind a line: each match on a line of its own. A shell of its own answers, on a terminal of its own.
-# Usage: zsh -f complete.zsh FOLDER LINE     FOLDER holds the completions to be tried
+# What zsh offers when Tab is pressed behind each of the lines: each match on a line of its own, and "==" behind the last one of each. A shell of its own answers, on a terminal of its own.
+# Usage: zsh -f complete.zsh FOLDER LINE...     FOLDER holds the completions to be tried
 zmodload zsh/zpty || exit 3
 
 # In the shell that answers.
@@ -7,6 +7,7 @@ setup='
 fpath=($folder $fpath)
 autoload -Uz compinit
 compinit -D -u
+bindkey -e
 PROMPT= RPROMPT=
 # Matches pass through here on their way; calls that only look some up do not count.
 compadd() {
@@ -32,8 +33,13 @@ answers=$(mktemp)
 zpty shell "folder=${(q)1} answers=${(q)answers} setup=${(q)setup} TERM=dumb zsh -f -i"
 zpty -w shell 'eval $setup'
 zpty -r shell reply '*shell ready*'
-zpty -w -n shell "$2"$'\t'
-zpty -r shell reply '*all offered*'
+for line in "${@[2,-1]}"; do
+    : >$answers
+    # A control-U takes back what is there.
+    zpty -w -n shell $'\x15'"$line"$'\t'
+    zpty -r shell reply '*all offered*'
+    sort -u $answers
+    print -r -- "=="
+done
 zpty -d shell
-sort -u $answers
 rm -f $answers
