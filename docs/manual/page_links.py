@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Filters a Markdown page for Doxygen. Links to files of the project that are not pages lead to the copies beside the manual; links to folders, and to pages and files that
-are not in the manual, become plain text.
+"""Filters a Markdown page for Doxygen, so that its links, which lead to files of the project, lead to what the manual has of them: a header to the page of its class, an
+example or a picture to the copy beside the manual. Links to folders, and to pages and files that are not in the manual, become plain text.
 
 Usage: page_links.py PAGE (the working folder is the project's)
 """
@@ -8,9 +8,24 @@ import os
 import re
 import sys
 
-LINK = re.compile(r"(?<!!)\[((?:[^\[\]]|\[[^\]]*\])*)\]\(([^)\s#]+)(#[^)]*)?\)")
+# A link, or code, which has none whatever it looks like.
+LINK_OR_CODE = re.compile(r"(?P<code>^```.*?^```|`[^`\n]*`)|(?<!!)\[(?P<text>(?:[^\[\]]|\[[^\]]*\])*)\]\((?P<target>[^)\s#]+)(?P<anchor>#[^)]*)?\)", re.MULTILINE | re.DOTALL)
 COPIED = re.compile(r"^(?:examples/[^/]+\.cpp|docs/gallery/[^/]+\.svg)$")
 PAGE = re.compile(r"^docs/(?:manual/[^/]+|gallery/README|ARCHITECTURE|PERFORMANCE|SECURITY)\.md$")
+
+
+def class_of_header(path):
+    """The full name of the class that a header is named after, or nothing."""
+    name = os.path.splitext(os.path.basename(path))[0]
+    try:
+        with open(path, encoding="utf-8") as header:
+            text = header.read()
+    except OSError:
+        return None
+    namespaces = re.findall(r"^namespace ([\w:]+) \{", text, re.MULTILINE)
+    if not namespaces or not re.search(rf"^(?:class|struct) (?:\w+ )?{re.escape(name)}\b[^;]*$", text, re.MULTILINE):
+        return None
+    return "::".join(namespaces + [name])
 
 
 def with_link(text, target, anchor, folder):
@@ -21,11 +36,12 @@ def with_link(text, target, anchor, folder):
         return f"[{text}]({target}{anchor})"
     if COPIED.match(path):
         return f'<a href="{os.path.basename(path)}">{text}</a>'
-    return text
+    name = class_of_header(path) if path.endswith(".h") else None
+    return '@ref {} "{}"'.format(name, text.replace("`", "")) if name else text
 
 
 def filtered(page, folder):
-    return LINK.sub(lambda match: with_link(match.group(1), match.group(2), match.group(3) or "", folder), page)
+    return LINK_OR_CODE.sub(lambda match: match["code"] or with_link(match["text"], match["target"], match["anchor"] or "", folder), page)
 
 
 def main():

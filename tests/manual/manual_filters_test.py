@@ -1,4 +1,5 @@
 """Tests of the filters between our sources and the manual."""
+import os
 import pathlib
 import re
 import sys
@@ -128,6 +129,9 @@ class Groups(unittest.TestCase):
 
 
 class PageLinks(unittest.TestCase):
+    def setUp(self):
+        os.chdir(PROJECT)
+
     def test_links(self):
         for text, folder, expected in [
             ("[x](../../examples/x.cpp)", "docs/gallery", '<a href="x.cpp">x</a>'),
@@ -139,6 +143,11 @@ class PageLinks(unittest.TestCase):
             ("[w](https://example.org/a)", "docs", "[w](https://example.org/a)"),
             ("![](x.png)", "docs/gallery", "![](x.png)"),
             ("[part](#part)", "docs", "[part](#part)"),
+            ("[`TOLVGraph`](../TOLVGraphing/graph/TOLVGraph.h)s", "docs", '@ref TOLVGraphing::TOLVGraph "TOLVGraph"s'),
+            ("`[x](y.cpp)` [z](y.cpp)", "docs", "`[x](y.cpp)` z"),
+            ("a\n```cpp\nrun([](int) {});\n```\n", "docs", "a\n```cpp\nrun([](int) {});\n```\n"),
+            ("[colours](../TOLVGraphing/data/ColorOperations.h)", "docs", "colours"),
+            ("[nothing](../TOLVGraphing/data/Nothing.h)", "docs", "nothing"),
         ]:
             with self.subTest(text):
                 self.assertEqual(filtered_page(text, folder), expected)
