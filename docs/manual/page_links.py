@@ -22,10 +22,9 @@ def class_of_header(path):
             text = header.read()
     except OSError:
         return None
-    namespaces = re.findall(r"^namespace ([\w:]+) \{", text, re.MULTILINE)
-    if not namespaces or not re.search(rf"^(?:class|struct) (?:\w+ )?{re.escape(name)}\b[^;]*$", text, re.MULTILINE):
-        return None
-    return "::".join(namespaces + [name])
+    definition = re.search(rf"^(?:class|struct) (?:\w+ )?{re.escape(name)}\b[^;\n]*$", text, re.MULTILINE)
+    namespaces = re.findall(r"^namespace ([\w:]+) \{", text[:definition.start()], re.MULTILINE) if definition else []
+    return f"{namespaces[-1]}::{name}" if namespaces else None
 
 
 def with_link(text, target, anchor, folder):

@@ -144,6 +144,7 @@ class PageLinks(unittest.TestCase):
             ("![](x.png)", "docs/gallery", "![](x.png)"),
             ("[part](#part)", "docs", "[part](#part)"),
             ("[`TOLVGraph`](../TOLVGraphing/graph/TOLVGraph.h)s", "docs", '@ref TOLVGraphing::TOLVGraph "TOLVGraph"s'),
+            ("[Cairo](../desktop/cairo/CairoContext.h)", "docs", '@ref TOLVGraphing::cairo::CairoContext "Cairo"'),
             ("`[x](y.cpp)` [z](y.cpp)", "docs", "`[x](y.cpp)` z"),
             ("a\n```cpp\nrun([](int) {});\n```\n", "docs", "a\n```cpp\nrun([](int) {});\n```\n"),
             ("[colours](../TOLVGraphing/data/ColorOperations.h)", "docs", "colours"),
