@@ -34,7 +34,7 @@ def with_link(text, target, anchor, folder):
     if PAGE.match(path):
         return f"[{text}]({target}{anchor})"
     if COPIED.match(path):
-        return f'<a href="{os.path.basename(path)}">{text}</a>'
+        return f"[{text}]({os.path.basename(path)})"
     name = class_of_header(path) if path.endswith(".h") else None
     return '@ref {} "{}"'.format(name, text.replace("`", "")) if name else text
 
