@@ -59,8 +59,9 @@ class TOLVGraphView final : public View, public TOLVLegendViewDataSource {
     };
 
 public:
-    /// A view of a new graph. Points of the holding view.
+    /// A view of a new graph. The frame is in the coordinates of the view that will hold it, in points.
     [[nodiscard]] static std::shared_ptr<TOLVGraphView> initWithFrame(const Rect& frame);
+    /// For `initWithFrame` only.
     TOLVGraphView(ConstructionKey, const Rect& frame);
     ~TOLVGraphView() override;
 
