@@ -79,6 +79,7 @@ class StandardSentences(unittest.TestCase):
             ("friend bool operator==(const X& a, const X& b);", "/** Whether both are equal. */ friend bool operator==(const X& a, const X& b);"),
             ("virtual ~X() = default;", "/** @cond */ virtual ~X() = default; /** @endcond */"),
             ("using Y::Y;", "/** The constructors of the base. */ using Y::Y;"),
+            ("friend class Y;", "/** @cond */ friend class Y; /** @endcond */"),
             ("X(const Y&);", "X(const Y&);"),
         ]:
             with self.subTest(declaration):
@@ -104,6 +105,20 @@ class Sections(unittest.TestCase):
     def test_a_plain_comment_above_a_declaration_begins_none(self):
         text = "struct X {\n    // A.\n    int a;\n};\n// B.\n\nint b;\n"
         self.assertEqual(HouseComments(text, "").filtered(), text)
+
+
+class PrivateParts(unittest.TestCase):
+    def test_they_are_taken_out_and_their_lines_kept(self):
+        self.assertEqual(HouseComments("/// A.\nclass A {\n    struct Key {\n        int k;\n    };\n\npublic:\n    /// B.\n    int b;\nprivate:\n    /// C.\n    int c;\n    int d;\n};\n", "").filtered(),
+                         "/// A.\nclass A {\n\n\n\n\npublic:\n    /// B.\n    int b;\nprivate:\n\n\n\n};\n")
+
+    def test_a_structure_is_public_and_so_is_what_follows(self):
+        text = "/// A.\nstruct A {\n    /// B.\n    int b;\n};\n\n/// C.\nint c;\n"
+        self.assertEqual(HouseComments(text, "").filtered(), text)
+
+    def test_signals_and_protected_parts_stay(self):
+        text = "/// A.\nclass A {\n    Q_OBJECT\n\npublic:\n    /// B.\n    A();\n\nsignals:\n    /// C.\n    void c();\n\nprotected:\n    /// D.\n    int d;\n};\n"
+        self.assertEqual(HouseComments(text, "").filtered(), text.replace("    Q_OBJECT", ""))
 
 
 class Groups(unittest.TestCase):
