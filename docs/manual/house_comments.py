@@ -35,7 +35,7 @@ STANDARD = [
 ]
 HIDDEN = object()
 ACCESS = re.compile(r"(?P<access>public|protected|private|signals)(?: slots)?:")
-EXPORT_MACRO = re.compile(r"\bTOLV_\w*EXPORT\b ?")
+EXPORT_MACRO_OR_DIRECTIVE = re.compile(r"(?P<directive>^[ \t]*#[^\n]*)|\bTOLV_\w*EXPORT\b ?", re.MULTILINE)
 # A first sentence too short to be the short form by itself: a backslash behind it joins the next one to it.
 OWNERSHIP = re.compile(r"(?:Copied|Shared|Weak|Copied on setting)\.(?= )")
 
@@ -54,7 +54,7 @@ class Declaration:
 
     def plain(self):
         text = re.sub(r"\[\[.*?\]\]", "", self.text).strip()
-        return re.sub(r"\b(?:explicit|inline|static) ?", "", EXPORT_MACRO.sub("", text))
+        return re.sub(r"\b(?:explicit|inline|static) ?", "", text)
 
     def opens(self):
         """What a brace after this text opens: a namespace, a class, an enum, or None for a body or an initial value."""
@@ -114,7 +114,7 @@ def repeated(comment):
 
 class HouseComments:
     def __init__(self, text, group):
-        self.text = text
+        self.text = EXPORT_MACRO_OR_DIRECTIVE.sub(lambda match: match["directive"] or "", text)
         self.group = group
         self.insertions = []  # (offset, how many characters they replace, text)
         self.scopes = ["namespace"]
@@ -136,7 +136,6 @@ class HouseComments:
         self.own_comment = False
 
     def filtered(self):
-        self.text = EXPORT_MACRO.sub("", self.text)
         for match in TOKEN.finditer(self.text):
             self.take(match.lastgroup, match.group(), match.start())
         result = self.text

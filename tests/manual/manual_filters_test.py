@@ -140,7 +140,8 @@ class Groups(unittest.TestCase):
         self.assertEqual(folders - groups, set())
 
     def test_export_macros_are_taken_out(self):
-        self.assertEqual(HouseComments("/// A.\nclass TOLV_EXPORT A {\n};\n/// F.\nTOLV_DESKTOP_EXPORT void f();\n", "").filtered(), "/// A.\nclass A {\n};\n/// F.\nvoid f();\n")
+        self.assertEqual(HouseComments("#define TOLV_EXPORT x\n/// A.\nclass TOLV_EXPORT A {\n};\n/// F.\n[[nodiscard]] TOLV_DESKTOP_EXPORT int f();\n", "").filtered(),
+                         "#define TOLV_EXPORT x\n/// A.\nclass A {\n};\n/// F.\n[[nodiscard]] int f();\n")
 
 
 class PageLinks(unittest.TestCase):
