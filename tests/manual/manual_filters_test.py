@@ -3,10 +3,12 @@ import os
 import pathlib
 import re
 import sys
+import tempfile
 import unittest
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(PROJECT / "docs" / "manual"))
+from dead_links import dead_links  # noqa: E402
 from house_comments import HouseComments, group_of  # noqa: E402
 from page_links import filtered as filtered_page  # noqa: E402
 
@@ -149,25 +151,42 @@ class PageLinks(unittest.TestCase):
         os.chdir(PROJECT)
 
     def test_links(self):
-        for text, folder, expected in [
-            ("[x](../../examples/x.cpp)", "docs/gallery", "[x](x.cpp)"),
-            ("[s](x.svg)", "docs/gallery", "[s](x.svg)"),
-            ("[examples/](../../examples)", "docs/gallery", "examples/"),
-            ("[P](PERFORMANCE.md#part)", "docs", "[P](PERFORMANCE.md#part)"),
-            ("[P](../PERFORMANCE.md)", "docs/manual", "[P](../PERFORMANCE.md)"),
-            ("[R](../README.md)", "docs", "R"),
-            ("[w](https://example.org/a)", "docs", "[w](https://example.org/a)"),
-            ("![](x.png)", "docs/gallery", "![](x.png)"),
-            ("[part](#part)", "docs", "[part](#part)"),
-            ("[`TOLVGraph`](../TOLVGraphing/graph/TOLVGraph.h)s", "docs", '@ref TOLVGraphing::TOLVGraph "TOLVGraph"s'),
-            ("[Cairo](../desktop/cairo/CairoContext.h)", "docs", '@ref TOLVGraphing::cairo::CairoContext "Cairo"'),
-            ("`[x](y.cpp)` [z](y.cpp)", "docs", "`[x](y.cpp)` z"),
-            ("a\n```cpp\nrun([](int) {});\n```\n", "docs", "a\n```cpp\nrun([](int) {});\n```\n"),
-            ("[colours](../TOLVGraphing/data/ColorOperations.h)", "docs", "colours"),
-            ("[nothing](../TOLVGraphing/data/Nothing.h)", "docs", "nothing"),
+        for text, page, expected in [
+            ("[x](../../examples/x.cpp)", "docs/gallery/README.md", "[x](x.cpp)"),
+            ("[s](x.svg)", "docs/gallery/README.md", "[s](x.svg)"),
+            ("[examples/](../../examples)", "docs/gallery/README.md", "examples/"),
+            ("[P](../PERFORMANCE.md)", "docs/manual/a.md", "[P](../PERFORMANCE.md)"),
+            ("[R](../README.md)", "docs/SECURITY.md", "R"),
+            ("[w](https://example.org/a#b)", "docs/SECURITY.md", "[w](https://example.org/a#b)"),
+            ("![](x.png)", "docs/gallery/README.md", "![](x.png)"),
+            ("[`TOLVGraph`](../TOLVGraphing/graph/TOLVGraph.h)s", "docs/SECURITY.md", '@ref TOLVGraphing::TOLVGraph "TOLVGraph"s'),
+            ("[Cairo](../desktop/cairo/CairoContext.h)", "docs/SECURITY.md", '@ref TOLVGraphing::cairo::CairoContext "Cairo"'),
+            ("[`seriesColor()`](../TOLVGraphing/data/SeriesColors.h)", "docs/SECURITY.md", '@ref TOLVGraphing::seriesColor "seriesColor()"'),
+            ("[`input::readMeasurements`](../desktop/input/MeasurementReader.h)", "docs/SECURITY.md", '@ref TOLVGraphing::input::readMeasurements "input::readMeasurements"'),
+            ("[colours](../TOLVGraphing/data/ColorOperations.h)", "docs/SECURITY.md", "colours"),
+            ("[nothing](../TOLVGraphing/data/Nothing.h)", "docs/SECURITY.md", "nothing"),
         ]:
             with self.subTest(text):
-                self.assertEqual(filtered_page(text, folder), expected)
+                self.assertEqual(filtered_page(text, page), expected)
+
+    def test_headings_have_the_labels_that_links_name(self):
+        self.assertEqual(filtered_page("# Page\n## One, `two` three\n[t](#one-two-three)", "docs/manual/a-b.md"),
+                         '# Page\n## One, `two` three {#docs_manual_a_b_one_two_three}\n@ref docs_manual_a_b_one_two_three "t"')
+        self.assertEqual(filtered_page("[t](manual/a-b.md#one-two-three)", "docs/SECURITY.md"), '@ref docs_manual_a_b_one_two_three "t"')
+
+    def test_code_is_left_alone(self):
+        self.assertEqual(filtered_page("`[x](y.cpp)` [z](y.cpp)", "docs/SECURITY.md"), "`[x](y.cpp)` z")
+        block = "a\n```sh\n## b\nrun([](int) {});\n```\n"
+        self.assertEqual(filtered_page(block, "docs/SECURITY.md"), block)
+
+
+class DeadLinks(unittest.TestCase):
+    def test_what_leads_nowhere_is_named(self):
+        with tempfile.TemporaryDirectory() as folder:
+            pages = pathlib.Path(folder)
+            (pages / "index.html").write_text('<a href="b.html#here">1</a><a href="b.html#there">2</a><img src="c.png"><a href="#nowhere">3</a><a href="https://example.org/#x">4</a>')
+            (pages / "b.html").write_text('<p id="here"></p><a href="index.html">1</a>')
+            self.assertEqual(list(dead_links(pages)), ["index.html: #nowhere", "index.html: b.html#there", "index.html: c.png"])
 
 
 if __name__ == "__main__":
