@@ -29,7 +29,7 @@ public:
     void close() { m_closed = true; }
     /// Closes the curve if it is open and strokes it into the current context with the line style; the context's state is as before afterwards.
     void stroke();
-    /// Closes the curve if it is open and fills it into the current context, even-odd rule. The line style plays no part.
+    /// Closes the curve if it is open and fills it into the current context, even-odd rule; no colour fills with black. The line style plays no part.
     void fillWithColor(const std::optional<Color>& color);
     /// Closes the curve if it is open and draws it as one line strip at the depth z into the current OpenGL context (see OpenGLSystem), in single precision; nothing is drawn without one. Colour and line width are the
     /// host's to set.

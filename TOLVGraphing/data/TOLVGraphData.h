@@ -27,8 +27,9 @@ public:
     /// A series without samples and with a solid black line 1 point wide.
     TOLVGraphData();
 
-    /// The first two vectors of the list; throws Exception "BadGraphData" when it has fewer.
+    /// A series of the first two vectors (shared) of the list; throws Exception "BadGraphData" when it has fewer.
     [[nodiscard]] static std::shared_ptr<TOLVGraphData> graphDataWithDataArray(std::span<const Samples> vectors);
+    /// A series of the samples (shared) with a solid line 1 point wide in the colour, or with the line style (shared).
     [[nodiscard]] static std::shared_ptr<TOLVGraphData> graphDataWithX(Samples x, Samples y, const std::optional<Color>& color);
     [[nodiscard]] static std::shared_ptr<TOLVGraphData> graphDataWithX(Samples x, Samples y, std::shared_ptr<TOLVLineStyle> lineStyle);
     /// The colour goes to the default style, which the given style then replaces: the series has the given style's own colour.

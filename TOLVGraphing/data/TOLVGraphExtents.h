@@ -64,7 +64,7 @@ private:
     Member m_z{"z", nullptr};
 };
 
-/// "x [min, max] y [min, max] z [min, max]".
+/// "x [min, max] y [min, max] z [min, max]", with "none" for a range that is null.
 [[nodiscard]] TOLV_EXPORT std::string toString(const TOLVGraphExtents& extents);
 
 } // namespace TOLVGraphing

@@ -42,7 +42,7 @@ struct TOLV_EXPORT BarGroup {
 /// Draws grouped bars: the samples at one position of every series form a group, and the groups share the data area evenly. The abscissae play no part but for their choice by the visible x range: a
 /// range between two samples of a series shows no bars. A group with fewer bars than the largest fills its places from the left.
 ///
-/// Bars stand on the lower edge of the data area, so a y range that starts at 0 shows their proportions.
+/// Bars stand on the lower edge of the data area, so a y range that starts at 0 shows their proportions. Samples without a finite position keep their places and have no bar.
 ///
 /// Many bars are drawn at the cost of pixels where they cover whole pixels (see PixelFills), with the same picture; others, and those in vector files, one by one.
 class TOLV_EXPORT BarGraphDrawing final : public TOLVGraphDrawing {

@@ -17,7 +17,7 @@ class TOLV_EXPORT TOLVGraphDrawing {
 public:
     virtual ~TOLVGraphDrawing();
 
-    /// Draws the graph's series; the rectangle is the graph rectangle, of which `dataRectInRect` gives the data area. An absent graph (null) draws nothing.
+    /// Draws the graph's series; the rectangle is the graph rectangle, of which `dataRectInRect` gives the data area. An absent graph (null), one without series, and a thread without a current context draw nothing.
     virtual void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) = 0;
 };
 

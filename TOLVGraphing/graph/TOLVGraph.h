@@ -106,7 +106,7 @@ public:
     /// Shared. Draws the series; a CurveGraphDrawing by default. Null draws none.
     [[nodiscard]] const std::shared_ptr<TOLVGraphDrawing>& drawingStrategy() const { return m_drawingStrategy; }
     void setDrawingStrategy(std::shared_ptr<TOLVGraphDrawing> strategy) { setProperty(m_drawingStrategy, std::move(strategy), "drawingStrategy"); }
-    /// Copied, unless it is the object already held. The visible ranges; the object held points back at this graph, one that is replaced no longer does.
+    /// Copied, unless it is the object already held. The visible ranges, from 0 to 0 by default; the object held points back at this graph, one that is replaced no longer does. With null the axes have no ranges, and nothing can be drawn.
     [[nodiscard]] const std::shared_ptr<TOLVGraphExtents>& extents() const { return m_extents; }
     void setExtents(const std::shared_ptr<TOLVGraphExtents>& extents);
     /// Shared. Receives the inverse of every marker edit; null by default and then nothing is registered.
@@ -123,7 +123,7 @@ public:
     /// Inner space added to the margin on each side. 0 by default.
     [[nodiscard]] const EdgeInsets& padding() const { return m_padding; }
     void setPadding(const EdgeInsets& padding) { setProperty(m_padding, padding, "padding"); }
-    /// The tick label padding of the axes; 0 without the axis.
+    /// The tick label padding of the axes in points; without the axis it is 0 and setting does nothing.
     [[nodiscard]] double verticalTickLabelPadding() const;
     void setVerticalTickLabelPadding(double padding);
     [[nodiscard]] double horizontalTickLabelPadding() const;
@@ -161,7 +161,7 @@ public:
     [[nodiscard]] std::optional<std::vector<IndexRange>> xExtentsConstrainedGraphDataRanges() const;
     /// The same ranges; stops the program when there are none. Ask the operation above first.
     [[nodiscard]] std::vector<IndexRange> graphDataRangesConstrainedByXExtents() const;
-    /// The series cut to those ranges; stops the program likewise.
+    /// The series cut to those ranges; stops the program likewise, and for a series that is not made of TOLVRealVectors.
     [[nodiscard]] Series graphDataConstrainedByXExtents() const;
 
     // Announcements.
@@ -204,19 +204,20 @@ public:
 
     // Conversion between points and values. Without the axis the answer is 0.
 
-    /// The value at a coordinate in points, or the coordinate of a value in data units, along an axis. Not finite where the axis has none, as for a value that is not positive on a logarithmic axis.
+    /// The value (data units) at a coordinate (points) along an axis: see TOLVAxis::valueForPoint.
     [[nodiscard]] float valueForX(float x, const Rect& inRect) const;
     [[nodiscard]] float valueForY(float y, const Rect& inRect) const;
+    /// The coordinate (points) of a value (data units) along an axis: see TOLVAxis::pointForValue. Not finite where the axis has no place for the value.
     [[nodiscard]] float XForValue(float value, const Rect& inRect) const;
     [[nodiscard]] float YForValue(float value, const Rect& inRect) const;
-    /// The difference in value of a distance in points; linear also on logarithmic axes. Not finite over a data area of no size.
+    /// The difference in value of a distance in points; linear also on logarithmic axes. 0 without the range, not finite over a data area of no size.
     [[nodiscard]] float deltaForX(float dx, const Rect& inRect) const;
     [[nodiscard]] float deltaForY(float dy, const Rect& inRect) const;
 
     // Zoom and pan. Steps keep the value at the coordinate and do nothing while canZoomX or canZoomY forbids them, over an empty data area, or where the new range would
     // not be finite, not be positive on a logarithmic axis, or have no slots on a category axis.
 
-    /// A step about the middle of the data area, or about a coordinate in points, in one direction: see TOLVAxis::zoomInInRect.
+    /// A step in or out about the middle of the data area, or about a coordinate in points, in one direction: see TOLVAxis::zoomInInRect.
     void zoomInXInRect(const Rect& rect);
     void zoomOutXInRect(const Rect& rect);
     void zoomInYInRect(const Rect& rect);

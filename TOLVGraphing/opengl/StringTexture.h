@@ -22,7 +22,7 @@ namespace TOLVGraphing {
 /// a texture leaves GL_UNPACK_ROW_LENGTH and GL_UNPACK_ALIGNMENT set for it. Only the thread that owns the context uses the object, which has to go, or its texture has to be deleted, before its context does.
 class TOLV_EXPORT StringTexture {
 public:
-    /// The text's own colours are in its attributes. By default the text colour is opaque white, the other two are white and clear.
+    /// A text (copied) with attributes of its own, which say how it looks, and the three colours. By default the text colour is opaque white, the other two are white and clear.
     explicit StringTexture(AttributedString string);
     StringTexture(AttributedString string, const Color& textColor, const Color& boxColor, const Color& borderColor);
     StringTexture(std::string string, TextAttributes attributes);

@@ -88,7 +88,7 @@ struct SampleReadout {
 /// Positions are those in the margins that the view has; where the view fits them to the labels, they only grow while something is dragged.
 class TOLV_EXPORT GraphInteraction {
 public:
-    /// The view is shared.
+    /// The view is shared and not null.
     explicit GraphInteraction(std::shared_ptr<TOLVGraphView> view);
 
     /// Shared. The view whose gestures these are.
@@ -100,9 +100,10 @@ public:
     void pointerMoved(Point position);
     /// The pointer has left the view; a drag goes on.
     void pointerLeft();
-    /// A button was pressed, let go, or the primary one clicked twice, at this position.
+    /// The button was pressed, or let go, at this position.
     void pointerPressed(Point position, PointerButton button);
     void pointerReleased(Point position, PointerButton button);
+    /// The primary button was clicked twice at this position.
     void pointerDoubleClicked(Point position);
     /// Positive steps zoom in. Parts of a step, as touch pads have them, are collected.
     void wheelTurned(double steps, Point position, KeyModifiers modifiers);

@@ -16,14 +16,14 @@ class TOLVGraph;
 /// A graph with a legend below it, laid out for a sheet of any size: what a file, a page or a window shows. Coordinates are points, y growing upwards.
 class TOLV_EXPORT GraphSheet {
 public:
-    /// The graph is shared; its margin, padding and tick label paddings are set by the layout.
+    /// The graph is shared and not null; its margin, padding and tick label paddings are set by the layout.
     explicit GraphSheet(std::shared_ptr<TOLVGraph> graph);
 
     /// Shared. The graph shown.
     [[nodiscard]] const std::shared_ptr<TOLVGraph>& graph() const { return m_graph; }
     /// Copied. No entries, no legend.
     void setLegendEntries(std::vector<LegendEntry> entries) { m_legendEntries = std::move(entries); }
-    /// A margin that holds as it is, with no padding added; nothing, the default, fits the margins to the labels.
+    /// Copied. A margin that holds as it is, with no padding added; nothing, the default, fits the margins to the labels.
     void setMargin(const std::optional<EdgeInsets>& margin) { m_margin = margin; }
 
     /// Places legend and graph in the rectangle. Ticks and labels are those of the graph's extents at this moment.

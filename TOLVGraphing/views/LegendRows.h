@@ -26,7 +26,7 @@ public:
     /// The height of one row in points.
     static constexpr double kRowHeight = 14.0;
 
-    /// Sets the entries (copied) in rows of at most the width, in points. Of more rows than `maximumRows` the last one ends with how many entries are left out.
+    /// Sets the entries (copied) in rows of at most the width, in points. There is one row at least. Of more rows than `maximumRows` the last one ends with how many entries are left out.
     LegendRows(const std::vector<LegendEntry>& entries, double width, std::size_t maximumRows);
 
     /// The height of all rows in points; 0 without entries.

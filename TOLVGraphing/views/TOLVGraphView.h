@@ -60,8 +60,9 @@ class TOLV_EXPORT TOLVGraphView final : public View, public TOLVLegendViewDataSo
     };
 
 public:
-    /// A view of a new graph. Points of the holding view.
+    /// A view of a new graph. The frame is in the coordinates of the view that will hold it, in points.
     [[nodiscard]] static std::shared_ptr<TOLVGraphView> initWithFrame(const Rect& frame);
+    /// For `initWithFrame` only.
     TOLVGraphView(ConstructionKey, const Rect& frame);
     ~TOLVGraphView() override;
 

@@ -4,7 +4,7 @@
 A `///` comment stands for all declarations below it up to the next comment or blank line: those without a comment of their own get the one above repeated. Overrides do
 not, as they have their base's words. Copies and comparisons that are defaulted or deleted get a standard sentence, and destructors without a comment are hidden.
 A plain comment that stands by itself in a class, as `// Layout. In points.`, begins a section of the manual: its first sentence is the heading.
-What stands in a namespace is put into the group of its folder. Macros that export symbols are taken out.
+What stands in a namespace is put into the group of its folder. Private parts of classes and macros that export symbols are taken out.
 
 Usage: house_comments.py HEADER (the working folder is the project's)
 """
@@ -20,6 +20,7 @@ TOKEN = re.compile(
 # Standard sentences of what a declaration without a comment declares, first match first. None hides it.
 STANDARD = [
     (re.compile(r"~\w+\("), None),
+    (re.compile(r"^friend (?:class|struct) "), None),
     (re.compile(r"^(?:constexpr )?(\w+)\(const \1&\w*\)(?:noexcept)?=delete"), "Not copied."),
     (re.compile(r"^(?:constexpr )?(\w+)&operator=\(const \1&\w*\)(?:noexcept)?=delete"), "Not assigned."),
     (re.compile(r"^(?:constexpr )?(\w+)\(\1&&\w*\)(?:noexcept)?=delete"), "Not moved."),
@@ -33,7 +34,8 @@ STANDARD = [
     (re.compile(r"^friend .*operator==\("), "Whether both are equal."),
 ]
 HIDDEN = object()
-EXPORT_MACRO = re.compile(r"\bTOLV_\w*EXPORT\b ?")
+ACCESS = re.compile(r"(?P<access>public|protected|private|signals)(?: slots)?:")
+EXPORT_MACRO_OR_DIRECTIVE = re.compile(r"(?P<directive>^[ \t]*#[^\n]*)|\bTOLV_\w*EXPORT\b ?", re.MULTILINE)
 # A first sentence too short to be the short form by itself: a backslash behind it joins the next one to it.
 OWNERSHIP = re.compile(r"(?:Copied|Shared|Weak|Copied on setting)\.(?= )")
 
@@ -52,7 +54,7 @@ class Declaration:
 
     def plain(self):
         text = re.sub(r"\[\[.*?\]\]", "", self.text).strip()
-        return re.sub(r"\b(?:explicit|inline|static) ?", "", EXPORT_MACRO.sub("", text))
+        return re.sub(r"\b(?:explicit|inline|static) ?", "", text)
 
     def opens(self):
         """What a brace after this text opens: a namespace, a class, an enum, or None for a body or an initial value."""
@@ -66,7 +68,7 @@ class Declaration:
         return re.match(r"(?:class|struct|union|enum)\b[^(){}=]*;$", without_template(self.plain())) is not None
 
     def is_documentable(self):
-        return not self.is_forward() and not re.match(r"(?:static_assert|friend (?:class|struct)|using namespace|public:|private:|protected:|;$|Q_OBJECT$)", self.plain())
+        return not self.is_forward() and not re.match(r"(?:static_assert|using namespace|;$)", self.plain())
 
     def is_override(self):
         return re.search(r"\b(?:override|final)\b", self.text.split("{")[0]) is not None and self.opens() is None
@@ -112,11 +114,13 @@ def repeated(comment):
 
 class HouseComments:
     def __init__(self, text, group):
-        self.text = text
+        self.text = EXPORT_MACRO_OR_DIRECTIVE.sub(lambda match: match["directive"] or "", text)
         self.group = group
         self.insertions = []  # (offset, how many characters they replace, text)
         self.scopes = ["namespace"]
         self.open_sections = [False]  # one for each scope
+        self.private_starts = [None]  # where the scope's private part begins, while it is in one
+        self.private_parts = []  # (start, end)
         self.plain_comment = []  # the lines of a plain comment
         self.plain_comment_start = None
         self.comment = []  # the lines of the comment directly above
@@ -132,10 +136,12 @@ class HouseComments:
         self.own_comment = False
 
     def filtered(self):
-        self.text = EXPORT_MACRO.sub("", self.text)
         for match in TOKEN.finditer(self.text):
             self.take(match.lastgroup, match.group(), match.start())
         result = self.text
+        for start, end in self.private_parts:
+            self.insertions = [insertion for insertion in self.insertions if not start <= insertion[0] < end]
+            self.insertions.append((start, end - start, "\n" * self.text.count("\n", start, end)))
         # From the end, so that offsets stay right; of two at one place the earlier one comes first.
         for offset, replaced, words in reversed(sorted(self.insertions, key=lambda insertion: insertion[0])):
             result = result[:offset] + words + result[offset + replaced:]
@@ -191,10 +197,17 @@ class HouseComments:
             self.insertions.append((offset, 0, "/** @} */ "))
         self.open_sections[-1] = False
 
+    def end_private_part(self, offset):
+        if self.private_starts[-1] is not None:
+            self.private_parts.append((self.private_starts[-1], offset))
+        self.private_starts[-1] = None
+
     def close_scope(self, offset):
         self.end_section(offset)
+        self.end_private_part(offset)
         self.scopes.pop()
         self.open_sections.pop()
+        self.private_starts.pop()
         self.forget()
 
     def take_code(self, kind, token, offset):
@@ -202,7 +215,7 @@ class HouseComments:
             if token == "}":
                 self.close_scope(offset)
                 return
-            if token == ";" or (token == "," and self.scopes[-1] == "enum"):
+            if token in (";", "Q_OBJECT") or (token == "," and self.scopes[-1] == "enum"):
                 return
             self.declaration = Declaration(offset)
         if self.body_depth > 0:
@@ -223,7 +236,7 @@ class HouseComments:
         if token == "{" and self.parentheses == 0:
             opened = self.declaration.opens()
             if opened:
-                self.open_scope(opened)
+                self.open_scope(opened, offset + 1)
             else:
                 self.body_depth = 1
             return
@@ -234,8 +247,11 @@ class HouseComments:
         self.declaration.add(token, kind)
         if self.parentheses == 0 and token == ";":
             self.finish()
-        elif token == ":" and self.declaration.text in ("public:", "private:", "protected:"):
+        elif token == ":" and ACCESS.fullmatch(self.declaration.text):
             self.end_section(self.declaration.start)
+            self.end_private_part(self.declaration.start)
+            if self.declaration.text == "private:":
+                self.private_starts[-1] = offset + 1
             self.declaration = None
             self.forget()
 
@@ -248,13 +264,15 @@ class HouseComments:
         if self.parentheses == 0 and is_function and following[:1] not in (";", ",", "{", ")"):
             self.finish()
 
-    def open_scope(self, kind):
+    def open_scope(self, kind, start):
         if kind == "namespace":
             self.forget()
         else:
             self.document(allow_repeat=False)
+        is_private = re.match(r"class\b", without_template(self.declaration.plain())) is not None
         self.declaration = None
         self.scopes.append(kind)
+        self.private_starts.append(start if is_private else None)
         self.open_sections.append(False)
         self.forget()
 

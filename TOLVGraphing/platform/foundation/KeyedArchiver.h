@@ -38,7 +38,7 @@ public:
     /// Encodes the object and everything that it reaches. Throws ArchiveError when an object contains itself.
     [[nodiscard]] static std::shared_ptr<ArchiveObject> archivedObject(const Codable& root);
 
-    /// Store a value (copied) under the key, in place of what was there. A double keeps its bits, NaN and infinities included; texts are UTF-8.
+    /// Stores a value (copied) under the key, in place of what was there. A double keeps its bits, NaN and infinities included; texts are UTF-8.
     void encodeDouble(double number, std::string_view key);
     void encodeInteger(std::int64_t number, std::string_view key);
     void encodeBool(bool flag, std::string_view key);

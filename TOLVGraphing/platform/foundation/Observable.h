@@ -67,7 +67,7 @@ public:
     /// The properties whose changes also change `key`; none unless a subclass says so.
     [[nodiscard]] virtual std::vector<std::string> keysAffectingValueOfKey(std::string_view key) const;
 
-    /// Begin and end a change of a property; setters call them, and so do owners that change a derived property.
+    /// Begins, or ends, a change of a property; setters call them, and so do owners that change a derived property.
     /// Pairs may nest, and each announces. An end without a beginning announces nothing, a beginning without an end leaves later pairs as they are.
     void willChangeValueForKey(std::string_view key);
     void didChangeValueForKey(std::string_view key);

@@ -12,7 +12,7 @@ namespace TOLVGraphing {
 /// The operations modify the transform in place and act before what it already does, as a drawing context's own transform:
 /// after t.translateXBy(10, 0), points are first moved by 10 and then mapped as before.
 struct TOLV_EXPORT AffineTransform {
-    /// What x and y add to x and y, and what is added to both in the end: see the class for the equations.
+    /// A number of the equations that the class has; those of the identity by default.
     double a = 1.0;
     double b = 0.0;
     double c = 0.0;

@@ -21,7 +21,7 @@ struct Rect {
     Rect(Point rectOrigin, Size rectSize) : origin(rectOrigin), size(rectSize) {}
     Rect(double x, double y, double width, double height) : origin{x, y}, size{width, height} {}
 
-    /// A number of the origin or of the size.
+    /// A number of the origin or of the size: x and y of the one, width and height of the other.
     [[nodiscard]] double x() const { return origin.x; }
     [[nodiscard]] double y() const { return origin.y; }
     [[nodiscard]] double width() const { return size.width; }

@@ -26,6 +26,7 @@ enum class FillRule : std::uint8_t {
 struct LineDash {
     /// In points.
     std::vector<double> lengths;
+    /// Where in the pattern a line starts, in points.
     double phase = 0.0;
 
     friend bool operator==(const LineDash&, const LineDash&) = default;

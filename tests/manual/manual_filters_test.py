@@ -1,11 +1,14 @@
 """Tests of the filters between our sources and the manual."""
+import os
 import pathlib
 import re
 import sys
+import tempfile
 import unittest
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(PROJECT / "docs" / "manual"))
+from dead_links import dead_links  # noqa: E402
 from house_comments import HouseComments, group_of  # noqa: E402
 from page_links import filtered as filtered_page  # noqa: E402
 
@@ -78,6 +81,7 @@ class StandardSentences(unittest.TestCase):
             ("friend bool operator==(const X& a, const X& b);", "/** Whether both are equal. */ friend bool operator==(const X& a, const X& b);"),
             ("virtual ~X() = default;", "/** @cond */ virtual ~X() = default; /** @endcond */"),
             ("using Y::Y;", "/** The constructors of the base. */ using Y::Y;"),
+            ("friend class Y;", "/** @cond */ friend class Y; /** @endcond */"),
             ("X(const Y&);", "X(const Y&);"),
         ]:
             with self.subTest(declaration):
@@ -105,6 +109,20 @@ class Sections(unittest.TestCase):
         self.assertEqual(HouseComments(text, "").filtered(), text)
 
 
+class PrivateParts(unittest.TestCase):
+    def test_they_are_taken_out_and_their_lines_kept(self):
+        self.assertEqual(HouseComments("/// A.\nclass A {\n    struct Key {\n        int k;\n    };\n\npublic:\n    /// B.\n    int b;\nprivate:\n    /// C.\n    int c;\n    int d;\n};\n", "").filtered(),
+                         "/// A.\nclass A {\n\n\n\n\npublic:\n    /// B.\n    int b;\nprivate:\n\n\n\n};\n")
+
+    def test_a_structure_is_public_and_so_is_what_follows(self):
+        text = "/// A.\nstruct A {\n    /// B.\n    int b;\n};\n\n/// C.\nint c;\n"
+        self.assertEqual(HouseComments(text, "").filtered(), text)
+
+    def test_signals_and_protected_parts_stay(self):
+        text = "/// A.\nclass A {\n    Q_OBJECT\n\npublic:\n    /// B.\n    A();\n\nsignals:\n    /// C.\n    void c();\n\nprotected:\n    /// D.\n    int d;\n};\n"
+        self.assertEqual(HouseComments(text, "").filtered(), text.replace("    Q_OBJECT", ""))
+
+
 class Groups(unittest.TestCase):
     def test_what_stands_in_a_namespace_is_in_the_group(self):
         text = "namespace N {\n\n/// A.\nstruct A {\n    /// B.\n    int b;\n};\n\n/// F.\nvoid f();\nvoid g();\n\n} // namespace N\n"
@@ -124,24 +142,51 @@ class Groups(unittest.TestCase):
         self.assertEqual(folders - groups, set())
 
     def test_export_macros_are_taken_out(self):
-        self.assertEqual(HouseComments("/// A.\nclass TOLV_EXPORT A {\n};\n/// F.\nTOLV_DESKTOP_EXPORT void f();\n", "").filtered(), "/// A.\nclass A {\n};\n/// F.\nvoid f();\n")
+        self.assertEqual(HouseComments("#define TOLV_EXPORT x\n/// A.\nclass TOLV_EXPORT A {\n};\n/// F.\n[[nodiscard]] TOLV_DESKTOP_EXPORT int f();\n", "").filtered(),
+                         "#define TOLV_EXPORT x\n/// A.\nclass A {\n};\n/// F.\n[[nodiscard]] int f();\n")
 
 
 class PageLinks(unittest.TestCase):
+    def setUp(self):
+        os.chdir(PROJECT)
+
     def test_links(self):
-        for text, folder, expected in [
-            ("[x](../../examples/x.cpp)", "docs/gallery", '<a href="x.cpp">x</a>'),
-            ("[s](x.svg)", "docs/gallery", '<a href="x.svg">s</a>'),
-            ("[examples/](../../examples)", "docs/gallery", "examples/"),
-            ("[P](PERFORMANCE.md#part)", "docs", "[P](PERFORMANCE.md#part)"),
-            ("[P](../PERFORMANCE.md)", "docs/manual", "[P](../PERFORMANCE.md)"),
-            ("[R](../README.md)", "docs", "R"),
-            ("[w](https://example.org/a)", "docs", "[w](https://example.org/a)"),
-            ("![](x.png)", "docs/gallery", "![](x.png)"),
-            ("[part](#part)", "docs", "[part](#part)"),
+        for text, page, expected in [
+            ("[x](../../examples/x.cpp)", "docs/gallery/README.md", "[x](x.cpp)"),
+            ("[s](x.svg)", "docs/gallery/README.md", "[s](x.svg)"),
+            ("[examples/](../../examples)", "docs/gallery/README.md", "examples/"),
+            ("[P](../PERFORMANCE.md)", "docs/manual/a.md", "[P](../PERFORMANCE.md)"),
+            ("[R](../README.md)", "docs/SECURITY.md", "R"),
+            ("[w](https://example.org/a#b)", "docs/SECURITY.md", "[w](https://example.org/a#b)"),
+            ("![](x.png)", "docs/gallery/README.md", "![](x.png)"),
+            ("[`TOLVGraph`](../TOLVGraphing/graph/TOLVGraph.h)s", "docs/SECURITY.md", '@ref TOLVGraphing::TOLVGraph "TOLVGraph"s'),
+            ("[Cairo](../desktop/cairo/CairoContext.h)", "docs/SECURITY.md", '@ref TOLVGraphing::cairo::CairoContext "Cairo"'),
+            ("[`seriesColor()`](../TOLVGraphing/data/SeriesColors.h)", "docs/SECURITY.md", '@ref TOLVGraphing::seriesColor "seriesColor()"'),
+            ("[`input::readMeasurements`](../desktop/input/MeasurementReader.h)", "docs/SECURITY.md", '@ref TOLVGraphing::input::readMeasurements "input::readMeasurements"'),
+            ("[colours](../TOLVGraphing/data/ColorOperations.h)", "docs/SECURITY.md", "colours"),
+            ("[nothing](../TOLVGraphing/data/Nothing.h)", "docs/SECURITY.md", "nothing"),
         ]:
             with self.subTest(text):
-                self.assertEqual(filtered_page(text, folder), expected)
+                self.assertEqual(filtered_page(text, page), expected)
+
+    def test_headings_have_the_labels_that_links_name(self):
+        self.assertEqual(filtered_page("# Page\n## One, `two` three\n[t](#one-two-three)", "docs/manual/a-b.md"),
+                         '# Page\n## One, `two` three {#docs_manual_a_b_one_two_three}\n@ref docs_manual_a_b_one_two_three "t"')
+        self.assertEqual(filtered_page("[t](manual/a-b.md#one-two-three)", "docs/SECURITY.md"), '@ref docs_manual_a_b_one_two_three "t"')
+
+    def test_code_is_left_alone(self):
+        self.assertEqual(filtered_page("`[x](y.cpp)` [z](y.cpp)", "docs/SECURITY.md"), "`[x](y.cpp)` z")
+        block = "a\n```sh\n## b\nrun([](int) {});\n```\n"
+        self.assertEqual(filtered_page(block, "docs/SECURITY.md"), block)
+
+
+class DeadLinks(unittest.TestCase):
+    def test_what_leads_nowhere_is_named(self):
+        with tempfile.TemporaryDirectory() as folder:
+            pages = pathlib.Path(folder)
+            (pages / "index.html").write_text('<a href="b.html#here">1</a><a href="b.html#there">2</a><img src="c.png"><a href="#nowhere">3</a><a href="https://example.org/#x">4</a>')
+            (pages / "b.html").write_text('<p id="here"></p><a href="index.html">1</a>')
+            self.assertEqual(list(dead_links(pages)), ["index.html: #nowhere", "index.html: b.html#there", "index.html: c.png"])
 
 
 if __name__ == "__main__":
