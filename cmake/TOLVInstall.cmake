@@ -6,20 +6,6 @@ include(CMakePackageConfigHelpers)
 set(TOLV_INCLUDE_FOLDER ${CMAKE_INSTALL_INCLUDEDIR}/tolvgraphing)
 set(TOLV_PACKAGE_FOLDER ${CMAKE_INSTALL_LIBDIR}/cmake/TOLVGraphing)
 
-# tolv_public_headers(<variable> <folder>...): the headers below the folders, relative to the project, that are for programs: all but the tests' and those listed in private-headers.txt.
-function(tolv_public_headers variable)
-  file(STRINGS ${PROJECT_SOURCE_DIR}/cmake/private-headers.txt private_headers REGEX "^[^#]")
-  set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/private-headers.txt)
-  set(found)
-  foreach(folder ${ARGN})
-    file(GLOB_RECURSE headers RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.h)
-    list(APPEND found ${headers})
-  endforeach()
-  list(FILTER found EXCLUDE REGEX "/testing/")
-  list(REMOVE_ITEM found ${private_headers})
-  set(${variable} ${found} PARENT_SCOPE)
-endfunction()
-
 # tolv_install(<target> COMPONENT <component> PACKAGE <name> DEV_PACKAGE <name> HEADERS <folder>... DESCRIPTION <text>
 #              [REQUIRES <pkg-config module>...] [PRIVATE_REQUIRES <pkg-config module>...] [PRIVATE_LIBS <linker option>...]):
 # the library as TOLVGraphing::<component> with the public headers below the folders, which are relative to the project. A static library hands what it is built on to whoever links it, a shared one only REQUIRES.
