@@ -112,7 +112,7 @@ if(TARGET tolvgraph-viewer)
     SUMMARY "shows measurement graphs in a window"
     DESCRIPTION "Opens delimited text, sound files, NumPy arrays and raw numbers of any length,\nzooms, pans, sets markers, copies as vector graphics, prints and exports.")
 endif()
-if(TARGET manual)
+if(TOLVGRAPHING_MANUAL AND TARGET manual)
   tolv_package(libtolvgraphing-doc PACKAGE libtolvgraphing-doc SECTION doc ARCHITECTURE all
     SUMMARY "measurement graphs - manual"
     DESCRIPTION "${what}\n.\nThis package contains the manual: pages to begin with, the reference of all\nheaders, the gallery and the example programs.")
