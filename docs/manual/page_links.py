@@ -13,7 +13,7 @@ import sys
 LINK = r"(?<!!)\[(?P<text>(?:[^\[\]]|\[[^\]]*\])*)\]\((?P<target>[^)\s#]*)(?:#(?P<anchor>[^)\s]*))?\)"
 PART = re.compile(rf"(?P<code>^```.*?^```|`[^`\n]*`)|^(?P<level>##+) (?P<heading>[^\n]*)$|{LINK}", re.MULTILINE | re.DOTALL)
 COPIED = re.compile(r"^(?:examples/[^/]+\.cpp|docs/gallery/[^/]+\.svg)$")
-PAGE = re.compile(r"^docs/(?:manual/[^/]+|gallery/README|ARCHITECTURE|PERFORMANCE|SECURITY)\.md$")
+PAGE = re.compile(r"^docs/(?:manual/[^/]+|gallery/README|ARCHITECTURE|PERFORMANCE|SECURITY|LICENCES)\.md$")
 
 
 def reference(name, text):
