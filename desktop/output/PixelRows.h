@@ -35,9 +35,9 @@ struct TOLV_EXPORT PixelRows {
     void copyRow(std::uint32_t row, unsigned char* samples) const;
 };
 
-/// A PNG file with its resolution. Throws OutputError where the library fails.
+/// A PNG file with its resolution. Throws OutputError where the image has no pixels or the library fails.
 [[nodiscard]] TOLV_EXPORT std::vector<std::byte> encodedPNG(const PixelRows& image);
-/// A TIFF file: deflated strips, unassociated alpha, resolution per inch. Throws OutputError where the library fails.
+/// A TIFF file: deflated strips, unassociated alpha, resolution per inch. Throws OutputError where the image has no pixels or the library fails.
 [[nodiscard]] TOLV_EXPORT std::vector<std::byte> encodedTIFF(const PixelRows& image);
 
 } // namespace TOLVGraphing::output
