@@ -21,6 +21,7 @@
 #include <regex>
 #include <set>
 #include <span>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -235,6 +236,40 @@ TEST(ManualPages, ReadmeHasTheFirstGraphWhole)
     const std::string program = contentOfFile(TOLV_SOURCE_DIR "/examples/first_graph.cpp");
     const auto blocks = blocksOfPage(TOLV_SOURCE_DIR "/README.md");
     EXPECT_TRUE(std::any_of(blocks.begin(), blocks.end(), [&](const ManualBlock& block) { return block.text == program; }));
+}
+
+/// The block's lines without what stands before them, each with a newline.
+std::string unindented(const std::string& text)
+{
+    static const std::regex kIndentation("(^|\n)[ ]+");
+    return std::regex_replace(text, kIndentation, "$1");
+}
+
+TEST(ManualPages, ReadmeHasTheLinesOfTheQtExample)
+{
+    const std::string program = unindented(contentOfFile(TOLV_SOURCE_DIR "/examples/qt-minimal/main.cpp"));
+    const auto blocks = blocksOfPage(TOLV_SOURCE_DIR "/README.md");
+    const auto block = std::find_if(blocks.begin(), blocks.end(), [](const ManualBlock& each) { return each.text.find("GraphWidget") != std::string::npos; });
+    ASSERT_NE(block, blocks.end());
+    EXPECT_NE(program.find(block->text), std::string::npos);
+}
+
+TEST(ManualPages, IncludeInstalledHeadersOnly)
+{
+    std::istringstream lines(contentOfFile(TOLV_SOURCE_DIR "/cmake/private-headers.txt"));
+    std::set<std::string> machinery;
+    for (std::string line; std::getline(lines, line);)
+        machinery.insert(line);
+    static const std::regex kHeader("#include <([^>]*/[^>]*)>");
+    std::string sources = contentOfFile(TOLV_SOURCE_DIR "/examples/own-host/main.cpp");
+    for (const ManualBlock& block : blocksIn("cpp"))
+        sources += block.text;
+    std::size_t count = 0;
+    for (std::sregex_iterator match(sources.begin(), sources.end(), kHeader), end; match != end; ++match, ++count) {
+        EXPECT_FALSE(machinery.contains((*match)[1])) << (*match)[1];
+        EXPECT_TRUE(std::filesystem::exists(TOLV_SOURCE_DIR "/" + (*match)[1].str())) << (*match)[1];
+    }
+    EXPECT_GT(count, 0U);
 }
 
 TEST(ManualPages, GalleryShowsEachPictureWithItsProgram)
