@@ -187,6 +187,7 @@ ProcessResult runHost(const PrivateDisplay& display, const std::function<void(Sh
 {
     const TemporaryFolder home;
     ProcessSurroundings surroundings;
+    surroundings.timeout = std::chrono::minutes(3);
     surroundings.whileRunning = [&](pid_t) {
         ShownWindow window(display.name());
         if (!window.waitForIt()) {
