@@ -7,8 +7,8 @@ namespace TOLVGraphing::testing_support::given {
 
 namespace {
 
-/// Paints are over by then.
-constexpr int kPatience = 300;
+/// Milliseconds after which paints are over.
+constexpr int kUsualPatience = 300;
 
 /// The application is that of a program on a page.
 bool keepsPicture = true;
@@ -28,7 +28,9 @@ void keepPictureAndQuit()
 
 void quitSoon()
 {
-    QTimer::singleShot(kPatience, qApp, &keepPictureAndQuit);
+    bool isSet = false;
+    const int patience = qEnvironmentVariableIntValue("TOLV_BLOCK_PATIENCE", &isSet);
+    QTimer::singleShot(isSet ? patience : kUsualPatience, qApp, &keepPictureAndQuit);
 }
 
 } // namespace

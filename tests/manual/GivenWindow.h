@@ -7,7 +7,7 @@
 
 namespace TOLVGraphing::testing_support::given {
 
-/// The application of statements that need one. It quits soon after the event loop has begun. So does every application that a program on a page makes; that one keeps a picture of its window as "window.png" before.
+/// The application of statements that need one. It quits soon after the event loop has begun, or after the milliseconds in TOLV_BLOCK_PATIENCE. So does every application that a program on a page makes; that one keeps a picture of its window as "window.png" before.
 class Application {
 public:
     Application();

@@ -14,14 +14,20 @@
 
 #include <algorithm>
 #include <cctype>
+#include <chrono>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <optional>
 #include <ostream>
 #include <regex>
 #include <set>
 #include <span>
+#include <sstream>
 #include <string>
+#include <thread>
+#include <utility>
 #include <vector>
 
 namespace TOLVGraphing::testing_support {
@@ -83,19 +89,22 @@ testing::AssertionResult isPictureOfManual(const TemporaryFolder& folder, const 
     return isImageOfFile({bytes.begin(), bytes.end()}, kImages + name);
 }
 
+/// Runs a command in the folder, with settings and caches in it, the command line on the path and windows on a screen in memory.
+ProcessResult runBlock(const TemporaryFolder& folder, std::vector<std::string> arguments, ProcessSurroundings surroundings = {})
+{
+    const std::string programs = std::filesystem::path(TOLV_PROGRAM_TOLVGRAPH).parent_path().string();
+    const char* path = std::getenv("PATH");
+    std::vector<std::string> all{"env", "PATH=" + programs + ":" + (path ? path : "/usr/bin:/bin"), "HOME=" + folder.path(), "XDG_CACHE_HOME=" + folder.path("cache"),
+        "XDG_CONFIG_HOME=" + folder.path("config"), "XDG_RUNTIME_DIR=" + folder.path(), "QT_QPA_PLATFORM=offscreen"};
+    std::move(arguments.begin(), arguments.end(), std::back_inserter(all));
+    surroundings.folder = folder.path();
+    return runProcess(all, surroundings);
+}
+
 /// Carries a block out in a folder of its own.
 class Manual : public testing::TestWithParam<ManualBlock> {
 protected:
-    [[nodiscard]] ProcessResult run(std::vector<std::string> arguments) const
-    {
-        const std::string programs = std::filesystem::path(TOLV_PROGRAM_TOLVGRAPH).parent_path().string();
-        std::vector<std::string> all{"env", "PATH=" + programs + ":/usr/bin:/bin", "HOME=" + m_folder.path(), "XDG_CACHE_HOME=" + m_folder.path("cache"),
-            "XDG_CONFIG_HOME=" + m_folder.path("config"), "XDG_RUNTIME_DIR=" + m_folder.path(), "QT_QPA_PLATFORM=offscreen"};
-        std::move(arguments.begin(), arguments.end(), std::back_inserter(all));
-        ProcessSurroundings surroundings;
-        surroundings.folder = m_folder.path();
-        return runProcess(all, surroundings);
-    }
+    [[nodiscard]] ProcessResult run(std::vector<std::string> arguments) const { return runBlock(m_folder, std::move(arguments)); }
 
     /// The page shows what the block has written.
     void expectPicturesOfPage() const
@@ -176,6 +185,48 @@ INSTANTIATE_TEST_SUITE_P(Blocks, ManualCode, testing::ValuesIn(blocksIn("cpp")),
 INSTANTIATE_TEST_SUITE_P(Blocks, ManualCommands, testing::ValuesIn(blocksIn("sh")), blockName);
 INSTANTIATE_TEST_SUITE_P(Blocks, ManualBuildFile, testing::ValuesIn(blocksIn("cmake")), blockName);
 
+/// The program watches a file: the system tells of it among the process's open files.
+bool watchesFile(pid_t process)
+{
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/fdinfo")) {
+        std::ifstream file(entry.path());
+        for (std::string line; std::getline(file, line);) {
+            if (line.starts_with("inotify "))
+                return true;
+        }
+    }
+    return false;
+}
+
+/// The window of the page's program that follows a file, whose content is another one some time after the start.
+std::string windowOfFollowingProgram(const std::string& content, const std::string& laterContent)
+{
+    const auto blocks = blocksIn("cpp");
+    const auto block = std::find_if(blocks.begin(), blocks.end(), [](const ManualBlock& each) { return each.text.find("#include <QFileSystemWatcher>") != std::string::npos; });
+    const TemporaryFolder folder;
+    folder.write("scope.csv", content);
+    ProcessSurroundings surroundings;
+    surroundings.whileRunning = [&](pid_t process) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (!watchesFile(process) && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        std::filesystem::rename(folder.write("new.csv", laterContent), folder.path("scope.csv"));
+    };
+    const ProcessResult result = runBlock(folder, {"env", "TOLV_BLOCK_PATIENCE=3000", TOLV_RUN_BLOCK, block->page + ":" + std::to_string(block->line)}, surroundings);
+    EXPECT_EQ(result.status, 0) << result.text();
+    return folder.read("window.png");
+}
+
+TEST(ManualPages, ProgramThatFollowsAFileShowsItsNewContent)
+{
+    const std::string peak = "time,CH1\n0,0\n1,1\n2,0\n";
+    const std::string valley = "time,CH1\n0,1\n1,0\n2,1\n";
+    const std::string shown = windowOfFollowingProgram(peak, valley);
+    EXPECT_FALSE(shown.empty());
+    EXPECT_EQ(shown, windowOfFollowingProgram(valley, valley));
+    EXPECT_NE(shown, windowOfFollowingProgram(peak, peak));
+}
+
 TEST(ManualPages, EveryBlockIsCarriedOutOrIsNoCode)
 {
     // "console" is what only an installed package or an administrator can do.
@@ -235,6 +286,40 @@ TEST(ManualPages, ReadmeHasTheFirstGraphWhole)
     const std::string program = contentOfFile(TOLV_SOURCE_DIR "/examples/first_graph.cpp");
     const auto blocks = blocksOfPage(TOLV_SOURCE_DIR "/README.md");
     EXPECT_TRUE(std::any_of(blocks.begin(), blocks.end(), [&](const ManualBlock& block) { return block.text == program; }));
+}
+
+/// The block's lines without what stands before them, each with a newline.
+std::string unindented(const std::string& text)
+{
+    static const std::regex kIndentation("(^|\n)[ ]+");
+    return std::regex_replace(text, kIndentation, "$1");
+}
+
+TEST(ManualPages, ReadmeHasTheLinesOfTheQtExample)
+{
+    const std::string program = unindented(contentOfFile(TOLV_SOURCE_DIR "/examples/qt-minimal/main.cpp"));
+    const auto blocks = blocksOfPage(TOLV_SOURCE_DIR "/README.md");
+    const auto block = std::find_if(blocks.begin(), blocks.end(), [](const ManualBlock& each) { return each.text.find("GraphWidget") != std::string::npos; });
+    ASSERT_NE(block, blocks.end());
+    EXPECT_NE(program.find(block->text), std::string::npos);
+}
+
+TEST(ManualPages, IncludeInstalledHeadersOnly)
+{
+    std::istringstream lines(contentOfFile(TOLV_SOURCE_DIR "/cmake/private-headers.txt"));
+    std::set<std::string> machinery;
+    for (std::string line; std::getline(lines, line);)
+        machinery.insert(line);
+    static const std::regex kHeader("#include <([^>]*/[^>]*)>");
+    std::string sources = contentOfFile(TOLV_SOURCE_DIR "/examples/own-host/main.cpp");
+    for (const ManualBlock& block : blocksIn("cpp"))
+        sources += block.text;
+    std::size_t count = 0;
+    for (std::sregex_iterator match(sources.begin(), sources.end(), kHeader), end; match != end; ++match, ++count) {
+        EXPECT_FALSE(machinery.contains((*match)[1])) << (*match)[1];
+        EXPECT_TRUE(std::filesystem::exists(TOLV_SOURCE_DIR "/" + (*match)[1].str())) << (*match)[1];
+    }
+    EXPECT_GT(count, 0U);
 }
 
 TEST(ManualPages, GalleryShowsEachPictureWithItsProgram)

@@ -6,11 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
 #include <thread>
+#include <vector>
 
 // Behind GoogleTest, because their macros have names that it uses.
 #include <X11/Xlib.h>
@@ -76,19 +78,26 @@ public:
         return m_display && waitUntil([this] { return findWindow(); });
     }
 
-    /// How many pixels of the window are such.
-    [[nodiscard]] int count(PixelTest isSuch) const
+    /// The window's pixels, row by row.
+    [[nodiscard]] std::vector<unsigned long> pixels() const
     {
         const XWindowAttributes place = attributes(m_window);
         const std::unique_ptr<XImage, void (*)(XImage*)> image(
             XGetImage(m_display.get(), root(), place.x, place.y, static_cast<unsigned>(place.width), static_cast<unsigned>(place.height), AllPlanes, ZPixmap),
             [](XImage* made) { XDestroyImage(made); });
-        int found = 0;
+        std::vector<unsigned long> found;
         for (int y = 0; y < place.height; ++y) {
             for (int x = 0; x < place.width; ++x)
-                found += isSuch(XGetPixel(image.get(), x, y)) ? 1 : 0;
+                found.push_back(XGetPixel(image.get(), x, y));
         }
         return found;
+    }
+
+    /// How many pixels of the window are such.
+    [[nodiscard]] int count(PixelTest isSuch) const
+    {
+        const auto all = pixels();
+        return static_cast<int>(std::count_if(all.begin(), all.end(), isSuch));
     }
 
     /// The number of such pixels once it meets the condition; that of the last look where it does not.
@@ -114,6 +123,13 @@ public:
     }
 
     void turnWheelUp(int x, int y) const { pressButton(kWheelUp, x, y); }
+    void drag(int fromX, int toX, int y) const
+    {
+        movePointer(fromX, y);
+        sendButton(ButtonPress, kLeftButton, fromX, y);
+        movePointer(toX, y);
+        sendButton(ButtonRelease, kLeftButton, toX, y);
+    }
     void doubleClick(int x, int y) const
     {
         pressButton(kLeftButton, x, y);
@@ -162,14 +178,24 @@ private:
         return m_window != None;
     }
 
-    void pressButton(unsigned button, int x, int y) const
+    void movePointer(int x, int y) const
     {
         XWarpPointer(m_display.get(), None, m_window, 0, 0, 0, 0, x, y);
-        for (const int type : {ButtonPress, ButtonRelease}) {
-            XEvent event{};
-            event.xbutton = {type, 0, True, m_display.get(), m_window, root(), None, CurrentTime, x, y, x, y, 0, button, True};
-            send(event, type == ButtonPress ? ButtonPressMask : ButtonReleaseMask);
-        }
+        XFlush(m_display.get());
+    }
+
+    void sendButton(int type, unsigned button, int x, int y) const
+    {
+        XEvent event{};
+        event.xbutton = {type, 0, True, m_display.get(), m_window, root(), None, CurrentTime, x, y, x, y, 0, button, True};
+        send(event, type == ButtonPress ? ButtonPressMask : ButtonReleaseMask);
+    }
+
+    void pressButton(unsigned button, int x, int y) const
+    {
+        movePointer(x, y);
+        sendButton(ButtonPress, button, x, y);
+        sendButton(ButtonRelease, button, x, y);
     }
 
     void send(XEvent& event, long mask) const
@@ -187,6 +213,7 @@ ProcessResult runHost(const PrivateDisplay& display, const std::function<void(Sh
 {
     const TemporaryFolder home;
     ProcessSurroundings surroundings;
+    surroundings.timeout = std::chrono::minutes(3);
     surroundings.whileRunning = [&](pid_t) {
         ShownWindow window(display.name());
         if (!window.waitForIt()) {
@@ -199,7 +226,7 @@ ProcessResult runHost(const PrivateDisplay& display, const std::function<void(Sh
     return runProcess({"env", "DISPLAY=" + display.name(), "SDL_VIDEODRIVER=x11", "HOME=" + home.path(), TOLV_OWN_HOST}, surroundings);
 }
 
-TEST(OwnHost, ShowsItsGraphAndAnswersWheelDoubleClickUndoAndResizing)
+TEST(OwnHost, ShowsItsGraphAndAnswersWheelDoubleClickUndoDragAndResizing)
 {
     if (!PrivateDisplay::isInstalled())
         GTEST_SKIP() << "no display server is installed";
@@ -218,6 +245,11 @@ TEST(OwnHost, ShowsItsGraphAndAnswersWheelDoubleClickUndoAndResizing)
         EXPECT_GT(window.countWhen(isBlack, [&](int found) { return found > withoutMarker; }), withoutMarker);
         window.pressKey(XK_u);
         EXPECT_EQ(window.countWhen(isBlack, [&](int found) { return found == withoutMarker; }), withoutMarker);
+
+        window.countWhenStill(isOfCurve);
+        const auto undragged = window.pixels();
+        window.drag(400, 340, 250);
+        EXPECT_TRUE(waitUntil([&] { return window.pixels() != undragged; }));
 
         const int before = window.countWhenStill(isOfCurve);
         window.resize(900, 600);
