@@ -30,6 +30,7 @@ public:
     MappedFile(const MappedFile&) = delete;
     MappedFile& operator=(const MappedFile&) = delete;
 
+    /// The file's bytes, as long as this object lives. Any thread may read them.
     [[nodiscard]] std::span<const std::byte> bytes() const { return m_bytes; }
     /// When it was mapped.
     [[nodiscard]] const FileIdentity& identity() const { return m_identity; }
@@ -40,6 +41,7 @@ public:
 
     /// How the bytes will be used next. Changes only what the system reads ahead.
     enum class Access { Usual, Sequential, Scattered };
+    /// Says so to the system, for all bytes.
     void expectAccess(Access access) const;
 
 private:

@@ -22,7 +22,7 @@ struct ColumnRequest {
     /// the row number then stands in for them.
     std::optional<std::string> x;
     /// The ordinates, one series each. Empty: every column of numbers but the abscissae and the categories' texts.
-    std::vector<std::string> y;
+    std::vector<std::string> y = {};
     /// Every row is a category, for an axis that gives each the same room.
     bool categories = false;
     /// The column of the categories' texts, "index" for the row number. Nothing: that of x.
