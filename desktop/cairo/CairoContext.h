@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-typedef struct _cairo cairo_t;
-typedef struct _PangoLayoutLine PangoLayoutLine;
+using cairo_t = struct _cairo;
+using PangoLayoutLine = struct _PangoLayoutLine;
 
 namespace TOLVGraphing::text {
 struct TextLayout;
