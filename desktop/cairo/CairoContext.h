@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-using cairo_t = struct _cairo;
-using PangoLayoutLine = struct _PangoLayoutLine;
+typedef struct _cairo cairo_t;
+typedef struct _PangoLayoutLine PangoLayoutLine;
 
 namespace TOLVGraphing::text {
 struct TextLayout;

@@ -9,7 +9,7 @@
 #include <span>
 #include <vector>
 
-using cairo_t = struct _cairo;
+typedef struct _cairo cairo_t;
 
 // Curves of many corners on pixels. Cairo takes some 50 microseconds for each corner of a noisy line; the coverage that raster::PolylineStroker computes is blended into the image,
 // or goes through Cairo as a mask where clip, source, operator or surface are of another kind. The bytes are the same.
