@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Export.h"
+
 #include <array>
 #include <cstddef>
 #include <limits>
@@ -27,10 +29,10 @@ struct Extremes {
 };
 
 /// The extremes of the samples. Those below `floor` are passed over for the minimum.
-[[nodiscard]] Extremes extremesOf(std::span<const float> samples, float floor = -std::numeric_limits<float>::infinity());
+[[nodiscard]] TOLV_EXPORT Extremes extremesOf(std::span<const float> samples, float floor = -std::numeric_limits<float>::infinity());
 
 /// The extremes of every block of samples, of every sixteen blocks, and so on up to a level of at most sixteen entries. Needs about 3.4 % of the samples' memory with blocks of 64. It does not refer to the samples.
-class ExtremePyramid {
+class TOLV_EXPORT ExtremePyramid {
 public:
     /// Entries of one level that make one entry of the next.
     static constexpr std::size_t kFanShift = 4;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TOLVAxisData.h"
+#include "Export.h"
 
 #include <cstdint>
 #include <memory>
@@ -12,11 +13,11 @@ namespace TOLVGraphing {
 class ExtremePyramid;
 class SortedSamples;
 
-/// An immutable vector of single-precision numbers. Slices and copies share the storage, which lives as long as any of them.
+/// An immutable vector of single-precision numbers, which may be anything, NaN and infinities included. Slices and copies share the storage, which lives as long as any of them.
 ///
-/// What is learned of the numbers is kept with the storage and shared as well: whether they ascend, and the extremes of their blocks (see ExtremePyramid), together less than 4 % of the storage's memory. Each is found when it is first needed, in one
+/// What is learned of the numbers is kept with the storage and shared as well: whether they ascend, and the extremes of their blocks, together less than 4 % of the storage's memory. Each is found when it is first needed, in one
 /// pass. Everything may be called from several threads.
-class TOLVRealVector final : public TOLVAxisData {
+class TOLV_EXPORT TOLVRealVector final : public TOLVAxisData {
 public:
     /// Takes the numbers over without copying them.
     [[nodiscard]] static std::shared_ptr<const TOLVRealVector> vectorWithComponents(std::vector<float> components);
@@ -25,6 +26,8 @@ public:
         std::shared_ptr<const void> owner, const float* components, std::size_t length, std::shared_ptr<const ExtremePyramid> pyramid = nullptr);
     /// A vector of no numbers.
     [[nodiscard]] static std::shared_ptr<const TOLVRealVector> vector();
+
+    // Samples.
 
     [[nodiscard]] std::size_t length() const override { return m_length; }
     [[nodiscard]] const float* components() const override { return m_components; }
@@ -36,9 +39,9 @@ public:
     /// True when a number is NaN.
     [[nodiscard]] bool hasNaN() const;
 
-    /// The slice of `length` numbers from `location` on; what lies past the end is cut off.
+    /// The slice of `length` numbers from `location` on; what lies past the end is cut off, and a location past the end gives no numbers.
     [[nodiscard]] std::shared_ptr<const TOLVRealVector> realVectorInRange(std::uint64_t location, std::uint64_t length) const;
-    /// An equal vector.
+    /// An equal vector that shares the storage.
     [[nodiscard]] std::shared_ptr<const TOLVRealVector> copy() const;
 
     // What is kept with the storage, for those who look through many numbers.

@@ -28,12 +28,37 @@ function(tolv_compile target)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON)
   target_compile_options(${target} PRIVATE
     -ffp-contract=off -fno-fast-math
-    -Wall -Wextra -Wconversion -Wdouble-promotion -Wshadow)
+    -Wall -Wextra -Wconversion -Wdouble-promotion -Wshadow
+    # With -O3 GCC 12 warns of its own strings.
+    $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
   if(TOLVGRAPHING_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
   target_compile_options(${target} PRIVATE ${tolv_instrumentation})
   target_link_options(${target} PRIVATE ${tolv_link_instrumentation})
+endfunction()
+
+# tolv_library(<target> <component> <source>...): one of the libraries, as TOLVGraphing::<component>, static or, with BUILD_SHARED_LIBS, shared.
+# Only what carries TOLV_EXPORT can be seen from outside of a shared library. Until version 1 every minor version may change the binary interface, so the SONAME has both numbers.
+function(tolv_library target component)
+  add_library(${target} ${ARGN})
+  add_library(TOLVGraphing::${component} ALIAS ${target})
+  tolv_compile(${target})
+  set_target_properties(${target} PROPERTIES
+    EXPORT_NAME ${component}
+    CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+  if(BUILD_SHARED_LIBS)
+    set(map ${PROJECT_BINARY_DIR}/exported-symbols.map)
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/exported-symbols.map.in ${map} @ONLY)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${map})
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${map})
+    if(NOT TOLVGRAPHING_SANITIZE)
+      target_link_options(${target} PRIVATE -Wl,--no-undefined)
+    endif()
+  else()
+    target_compile_definitions(${target} PUBLIC TOLVGRAPHING_STATIC)
+  endif()
 endfunction()
 
 # tolv_sources(<variable> <folder>...): the .cpp files below the folders, without the tests beside them.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TickNumberFormatter.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
@@ -14,7 +15,7 @@ namespace TOLVGraphing {
 ///
 /// Zero, and what rounds to it, is "0" whatever its sign. NaN and infinities are written as in the decimal style. The text is UTF-8 and does not depend on the process's
 /// locale.
-class AdaptiveNumberFormatter final : public TickNumberFormatter {
+class TOLV_EXPORT AdaptiveNumberFormatter final : public TickNumberFormatter {
 public:
     /// For an axis, which is referred to weakly and looked at anew for each number; none is allowed.
     explicit AdaptiveNumberFormatter(std::weak_ptr<const TOLVAxis> axis);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/foundation/IndexSet.h"
+#include <TOLVMath/Export.h>
 
 #include <TOLVMath/TOLVRealVector.h>
 
@@ -17,7 +18,7 @@ class TOLVGraphData;
 /// The parts of a graph's series that lie in a range of abscissae, and among them the representative one, which stands for the categories of a category axis. What was found for a graph is kept until
 /// its series, their abscissae or the range change, so that asking for one category after the other does not look through the samples each time; the abscissae are held until then. Samples of a host's own class may change in place: with
 /// those every question looks through all of them.
-class CategoryRanges {
+class TOLV_EXPORT CategoryRanges {
 public:
     /// Finds the parts for the graph's series and the range [min, max] in data units.
     void update(const TOLVGraph& graph, double min, double max);

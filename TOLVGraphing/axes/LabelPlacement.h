@@ -3,6 +3,7 @@
 #include "../data/TOLVLabel.h"
 #include "../platform/geometry/EdgeInsets.h"
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -28,17 +29,19 @@ struct LabelPlacement {
     std::shared_ptr<TOLVLabel> label;
     /// The label belongs to a major value; markers and categories have no other kind.
     bool isMajor = true;
+    /// What became of it.
     LabelFate fate = LabelFate::Kept;
     /// The label kept before that this one collides with, the first of several; null unless the fate is Collides.
     std::shared_ptr<const TOLVLabel> collidesWith;
 };
 
+/// Placed labels in the order in which they were chosen.
 using LabelPlacements = std::vector<LabelPlacement>;
 
 /// The first of the labels that the label overlaps, see TOLVLabel::overlapsLabelInArray; null for none.
-[[nodiscard]] std::shared_ptr<TOLVLabel> firstOverlappedLabel(
+[[nodiscard]] TOLV_EXPORT std::shared_ptr<TOLVLabel> firstOverlappedLabel(
     const TOLVLabel& label, const std::vector<std::shared_ptr<TOLVLabel>>& labels, const std::optional<EdgeInsets>& withInsets = std::nullopt);
 /// The labels that are drawn, in order.
-[[nodiscard]] std::vector<std::shared_ptr<TOLVLabel>> keptLabels(const LabelPlacements& placements);
+[[nodiscard]] TOLV_EXPORT std::vector<std::shared_ptr<TOLVLabel>> keptLabels(const LabelPlacements& placements);
 
 } // namespace TOLVGraphing

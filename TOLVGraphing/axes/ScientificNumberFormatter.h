@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TickNumberFormatter.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
@@ -10,7 +11,7 @@ namespace TOLVGraphing {
 /// With an axis its ticks decide how many digits there are, as for AdaptiveNumberFormatter; without one, or where nothing is known of its ticks, at most six. There are no
 /// trailing zeros. Zero, and what rounds to it, is "0" whatever its sign. NaN and infinities are written as in the decimal style. The text is UTF-8 and does not depend on the
 /// process's locale.
-class ScientificNumberFormatter final : public TickNumberFormatter {
+class TOLV_EXPORT ScientificNumberFormatter final : public TickNumberFormatter {
 public:
     /// For an axis, which is referred to weakly and looked at anew for each number; none is allowed.
     explicit ScientificNumberFormatter(std::weak_ptr<const TOLVAxis> axis = {});

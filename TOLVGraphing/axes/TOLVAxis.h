@@ -8,6 +8,7 @@
 #include "../platform/geometry/Rect.h"
 #include "../platform/text/NumberFormatter.h"
 #include "LabelPlacement.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <optional>
@@ -23,19 +24,23 @@ class TOLVGraph;
 /// title and the badges of its markers, converts between values and coordinates and zooms its own range.
 ///
 /// An axis belongs to one graph and is its vertical axis when the graph says so; every other axis, also one without a graph, is horizontal. It keeps no range of its own:
-/// the range is the graph's. Operations that end in "InRect" take this axis's own rectangle, as the graph computes it; coordinates are points, y growing upwards.
-/// Values are single precision, tick values and ranges double. The horizontal axis owns the strip below the data area, the vertical axis the strip to its left.
+/// the range is the graph's. Layout and drawing take this axis's own rectangle, as the graph computes it. Conversion, zoom and ticks take the data area, of which only the extent along the axis counts: the ends of the
+/// range stand at its ends. Coordinates are points, y growing upwards. Values are single precision, tick values and ranges double. The horizontal axis owns the strip below the data area, the vertical axis the strip to its left.
 ///
 /// On a range that is reversed or not finite a numeric axis has no ticks and no labels, and a linear one neither on an empty range; positions may then be anything the mapping answers. Labels and lines whose position is
 /// not finite are left out.
 ///
 /// This class is abstract in five operations, which throw UnrecognizedOperation: updateStepsInRect, getMajorValues, mappingForRect, valueForPoint and pointForValue.
-class TOLVAxis : public Codable {
+class TOLV_EXPORT TOLVAxis : public Codable {
 public:
+    /// Tick values in data units.
     using Values = std::vector<double>;
+    /// Labels with their places in points.
     using Labels = std::vector<std::shared_ptr<TOLVLabel>>;
+    /// Markers in the order they were placed.
     using Markers = std::vector<std::shared_ptr<TOLVMarker>>;
 
+    /// Without a graph.
     TOLVAxis();
     /// For a graph, which is referred to weakly; none is allowed.
     explicit TOLVAxis(std::weak_ptr<TOLVGraph> graph);
@@ -49,6 +54,7 @@ public:
 
     /// Keys "drawsMajorLines" and "drawsMinorLines"; nothing else of an axis is archived.
     void encodeWithCoder(KeyedArchiver& coder) const override;
+    /// A missing key reads as false.
     [[nodiscard]] static std::shared_ptr<TOLVAxis> initWithCoder(KeyedUnarchiver& coder);
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVAxis"; }
 
@@ -97,7 +103,7 @@ public:
 
     /// True when this very object is its graph's vertical axis.
     [[nodiscard]] bool isVertical() const;
-    /// Copied on setting. The graph's range for this axis: y when the axis is vertical, else x. Null without a graph.
+    /// Copied on setting. The graph's range for this axis: y when the axis is vertical, else x. Null without a graph; setting does nothing then.
     [[nodiscard]] std::shared_ptr<TOLVAxisExtents> extents() const;
     void setExtents(const std::shared_ptr<const TOLVAxisExtents>& extents);
 
@@ -112,15 +118,17 @@ public:
     /// The title's own rectangle, centred in its strip, before a vertical axis turns it upwards about that centre; empty at the centre without a title.
     [[nodiscard]] Rect titleRectInRect(const Rect& rect) const;
 
-    // Drawing into the current context. Preparation comes first.
+    // Drawing into the current context. Nothing is drawn without one. Preparation comes first; rectangles are the axis's own.
 
     /// Chooses the steps and the tick values for the rectangle.
     virtual void prepareForDrawingInRect(const Rect& rect);
     /// The frame around the data area and the grid lines of the major values. No frame is drawn around an empty area.
     virtual void drawMajorLinesInRect(const Rect& rect) const;
+    /// The grid lines of the minor values, in the graph's minor line style.
     virtual void drawMinorLinesInRect(const Rect& rect) const;
     /// The title, centred in its strip; on the vertical axis it reads upwards.
     virtual void drawLabelInRect(const Rect& rect) const;
+    /// The labels of the tick values, those that are kept (see `tickLabelPlacements`).
     virtual void drawTickLabelsInRect(const Rect& rect) const;
     /// Each label that `drawTickLabelsInRect` thinks of, in the order in which it chooses, with what becomes of it; those that are kept are what it draws. A subclass that chooses otherwise overrides both.
     [[nodiscard]] virtual LabelPlacements tickLabelPlacements(const Rect& inRect) const;
@@ -136,9 +144,9 @@ public:
 
     // Conversion and zoom.
 
-    /// The value at a coordinate along the axis.
+    /// The value at a coordinate along the axis, computed in single precision. Infinite or NaN over an empty range.
     [[nodiscard]] virtual float valueForPoint(double point, const Rect& inRect) const;
-    /// The coordinate of a value along the axis.
+    /// The coordinate of a value along the axis, computed in single precision and not limited to the rectangle. NaN for NaN, and for a value below zero on a logarithmic axis.
     [[nodiscard]] virtual float pointForValue(float value, const Rect& inRect) const;
     /// A step out of or into the range about the middle of the rectangle or about a coordinate, which keeps its value: 15 % of the length is added or removed. Ignored
     /// over a length that is not positive, or when an end of the new range would be no number that the axis can show. Where a range has become as narrow as
@@ -160,14 +168,15 @@ public:
     virtual void getMajorValues(Values* majorValues, Values* minorValues) const;
     /// The formatter's text for the value, widened to double, with the attributes. What would read "-0" reads "0".
     [[nodiscard]] virtual AttributedString attributedStringForValue(float value, const SharedTextAttributes& withAttributes) const;
-    /// The label of one value; rect is the tick label strip. Its height is the font's ascender.
+    /// The label of one value, never null; rect is the tick label strip. Its height is the font's ascender. Its rectangle is not finite where the value has no place.
     [[nodiscard]] virtual std::shared_ptr<TOLVLabel> labelForValue(float value, const Rect& inRect) const;
-    /// The labels of the values, in order, without those that overlap an earlier one or lie outside the strip.
+    /// The labels of the values, in order, without those that overlap an earlier one, lie outside the strip or have no finite place. They replace what the list had; a null list is skipped.
     virtual void getLabels(Labels* labels, const Values& forValues, const Rect& inRect) const;
     /// Both kinds of labels: minor ones only when the axis draws them or fewer than two major ones fit, and none that overlaps a major one.
     virtual void getMajorLabels(Labels& majorLabels, const Values& forMajorValues, Labels& minorLabels, const Values& forMinorValues, const Rect& inRect) const;
-    /// The values' points on the far side of the rectangle, that is its upper edge on the horizontal axis and its right edge on the vertical one.
+    /// Appends the values' points on the far side of the rectangle, that is its upper edge on the horizontal axis and its right edge on the vertical one.
     virtual void getPoints(std::vector<Point>& points, const Values& forValues, const Rect& inRect) const;
+    /// The same for major and minor values.
     virtual void getMajorPoints(
         std::vector<Point>& majorPoints, const Values& forMajorValues, std::vector<Point>& minorPoints, const Values& forMinorValues, const Rect& inRect) const;
 

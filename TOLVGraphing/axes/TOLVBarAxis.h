@@ -2,6 +2,7 @@
 
 #include "CategoryRanges.h"
 #include "TOLVAxis.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -21,13 +22,15 @@ namespace TOLVGraphing {
 /// a coordinate that is not finite give NaN.
 ///
 /// As the axis has no continuous scale, `mappingForRect`, `getPoints` and `getMajorPoints` throw UnrecognizedOperation.
-class TOLVBarAxis : public TOLVAxis {
+class TOLV_EXPORT TOLVBarAxis : public TOLVAxis {
 public:
+    /// The texts of categories, in UTF-8.
     using TickLabels = std::vector<std::string>;
     using TOLVAxis::TOLVAxis;
 
     /// The base's copy with the same tick labels (shared); the slots are counted at the next preparation.
     [[nodiscard]] std::shared_ptr<TOLVAxis> copy() const override;
+    /// The keys that every axis has. The slots and their texts are not archived.
     [[nodiscard]] static std::shared_ptr<TOLVBarAxis> initWithCoder(KeyedUnarchiver& coder);
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVBarAxis"; }
     [[nodiscard]] std::vector<std::string> archiveBaseClassNames() const override { return {"TOLVAxis"}; }
@@ -78,6 +81,7 @@ public:
     void zoomToPoints(double fromPoint, double toPoint, const Rect& inRect) override;
 
 protected:
+    /// Gives the other axis the same tick labels (shared).
     void copyTickLabelsInto(TOLVBarAxis& axis) const { axis.m_tickLabels = m_tickLabels; }
 
 private:

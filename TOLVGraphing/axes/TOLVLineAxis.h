@@ -1,15 +1,17 @@
 #pragma once
 
 #include "TOLVBarAxis.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
 /// The horizontal axis of a line chart over categories: a bar axis with a grid line through each slot's centre.
-class TOLVLineAxis final : public TOLVBarAxis {
+class TOLV_EXPORT TOLVLineAxis final : public TOLVBarAxis {
 public:
     using TOLVBarAxis::TOLVBarAxis;
 
     [[nodiscard]] std::shared_ptr<TOLVAxis> copy() const override;
+    /// The keys that every axis has.
     [[nodiscard]] static std::shared_ptr<TOLVLineAxis> initWithCoder(KeyedUnarchiver& coder);
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVLineAxis"; }
     [[nodiscard]] std::vector<std::string> archiveBaseClassNames() const override { return {"TOLVBarAxis", "TOLVAxis"}; }

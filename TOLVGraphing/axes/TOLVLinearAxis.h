@@ -2,18 +2,21 @@
 
 #include "../mapping/TOLVLinearMapping.h"
 #include "TOLVAxis.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
 /// An evenly scaled axis. Major values stand at whole multiples of a power of ten, so that there are one to ten of them; minor values at the finest of a tenth, a fifth and
 /// a half of that step whose lines are at least 4 points apart.
-class TOLVLinearAxis final : public TOLVAxis {
+class TOLV_EXPORT TOLVLinearAxis final : public TOLVAxis {
 public:
+    /// For a graph, which is referred to weakly; none is allowed. The steps are 0.
     TOLVLinearAxis();
     explicit TOLVLinearAxis(std::weak_ptr<TOLVGraph> graph);
 
     /// The base's copy with a copy of the mapping; the steps are chosen anew at the next preparation.
     [[nodiscard]] std::shared_ptr<TOLVAxis> copy() const override;
+    /// The keys that every axis has; steps and mapping are not archived.
     [[nodiscard]] static std::shared_ptr<TOLVLinearAxis> initWithCoder(KeyedUnarchiver& coder);
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVLinearAxis"; }
     [[nodiscard]] std::vector<std::string> archiveBaseClassNames() const override { return {"TOLVAxis"}; }
@@ -22,7 +25,7 @@ public:
     /// more than a million values lists the first million.
     [[nodiscard]] double majorStep() const { return m_majorStep; }
     void setMajorStep(double step) { m_majorStep = step; }
-    /// The distance between minor values.
+    /// The distance between minor values in data units, otherwise as `majorStep`.
     [[nodiscard]] double minorStep() const { return m_minorStep; }
     void setMinorStep(double step) { m_minorStep = step; }
     /// Shared. The mapping that `mappingForRect` sets up and answers; never null, setting null gives the axis a new one.

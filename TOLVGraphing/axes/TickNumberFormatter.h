@@ -2,6 +2,7 @@
 
 #include "../platform/text/NumberFormatter.h"
 #include "TickSpacing.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
@@ -9,8 +10,9 @@ struct DecimalDigits;
 
 /// What the formatters that look at an axis's ticks have in common: the ticks decide how many digits there are, and a subclass how they are written. Zero, and what rounds to it, is "0" whatever its sign. NaN and infinities are
 /// written as in the decimal style. The text is UTF-8 and does not depend on the process's locale.
-class TickNumberFormatter : public NumberFormatter {
+class TOLV_EXPORT TickNumberFormatter : public NumberFormatter {
 public:
+    /// The number's text, which is never missing. A number is narrowed to single precision to be looked for among the ticks.
     [[nodiscard]] std::optional<std::string> stringFromNumber(double number) const final;
 
     /// Weak. The axis whose ticks are looked at; null without one.
@@ -27,6 +29,7 @@ protected:
     /// The text of digits that are not all zero, without a sign.
     [[nodiscard]] virtual std::string textOfDigits(const DecimalDigits& decimal) const = 0;
 
+    /// What is known of the axis's ticks.
     [[nodiscard]] const TickSpacing& spacing() const { return m_spacing; }
 
 private:

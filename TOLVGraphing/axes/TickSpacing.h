@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <memory>
 #include <optional>
 
@@ -12,18 +14,20 @@ class TOLVAxis;
 /// that are not finite not at all. Two ticks that lie within a few units in the last place of each other, and a hundred times further from the others, count as one: they stand at one place.
 ///
 /// The axis is referred to weakly and looked at anew by each question. A question takes a time logarithmic in the number of ticks and no memory. Distances are in data units.
-class TickSpacing {
+class TOLV_EXPORT TickSpacing {
 public:
     /// What a value has to be told apart from.
     struct Resolution {
         /// For a tick the distance to the nearest other one; for any other value a hundredth of the distance between the ticks on both its sides, or outside of all ticks
         /// between the two nearest ones. Positive and finite.
         double distance = 0.0;
+        /// The value is a tick.
         bool isTick = false;
     };
 
     /// All ticks at once; there are two or more of them.
     struct Span {
+        /// The first tick and the last, in data units.
         double smallest = 0.0;
         double largest = 0.0;
         /// The smaller one of the distances between the first two ticks and between the last two.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/graphics/Color.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 
@@ -10,6 +11,6 @@ namespace TOLVGraphing {
 inline constexpr std::size_t kSeriesColorCount = 7;
 
 /// The colour for the series at a position, for programs that choose none themselves: blue, vermilion, green, pink, orange, light blue and black, which people with any kind of colour vision tell apart, and then again from the start.
-[[nodiscard]] Color seriesColor(std::size_t position);
+[[nodiscard]] TOLV_EXPORT Color seriesColor(std::size_t position);
 
 } // namespace TOLVGraphing

@@ -2,6 +2,7 @@
 
 #include "../platform/foundation/KeyedArchiver.h"
 #include "../platform/foundation/Observable.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <string>
@@ -10,12 +11,14 @@ namespace TOLVGraphing {
 
 /// The visible range of one axis in data units, double precision. Nothing is enforced: the minimum may exceed the maximum and both may be anything, NaN included.
 /// Changes of "min" and "max" are announced.
-class TOLVAxisExtents final : public Codable, public Observable {
+class TOLV_EXPORT TOLVAxisExtents final : public Codable, public Observable {
 public:
     /// Both ends at 0.
     TOLVAxisExtents() = default;
+    /// The range from one end to the other, in data units.
     [[nodiscard]] static std::shared_ptr<TOLVAxisExtents> extentsWithMin(double min, double max);
 
+    /// An end of the range, in data units. 0 by default. Setting announces the change.
     [[nodiscard]] double min() const { return m_min; }
     void setMin(double min) { setProperty(m_min, min, "min"); }
     [[nodiscard]] double max() const { return m_max; }
@@ -38,6 +41,6 @@ private:
 };
 
 /// "[min, max]".
-[[nodiscard]] std::string toString(const TOLVAxisExtents& extents);
+[[nodiscard]] TOLV_EXPORT std::string toString(const TOLVAxisExtents& extents);
 
 } // namespace TOLVGraphing

@@ -3,6 +3,7 @@
 #include "../platform/graphics/Path.h"
 #include "TOLVLineStyle.h"
 #include "TOLVPointFunctions.h"
+#include <TOLVMath/Export.h>
 
 #include <array>
 #include <cstdint>
@@ -12,8 +13,9 @@
 namespace TOLVGraphing {
 
 /// A polyline that is collected point by point, in view units (points, y growing upwards), and then stroked or filled with a line style.
-class TOLVCurve {
+class TOLV_EXPORT TOLVCurve {
 public:
+    /// Empty, open and without a line style.
     TOLVCurve() { reset(); }
 
     /// Back to an empty, open curve; the line style stays.
@@ -27,7 +29,7 @@ public:
     void close() { m_closed = true; }
     /// Closes the curve if it is open and strokes it into the current context with the line style; the context's state is as before afterwards.
     void stroke();
-    /// Closes the curve if it is open and fills it into the current context, even-odd rule. The line style plays no part.
+    /// Closes the curve if it is open and fills it into the current context, even-odd rule; no colour fills with black. The line style plays no part.
     void fillWithColor(const std::optional<Color>& color);
     /// Closes the curve if it is open and draws it as one line strip at the depth z into the current OpenGL context (see OpenGLSystem), in single precision; nothing is drawn without one. Colour and line width are the
     /// host's to set.
@@ -41,6 +43,7 @@ public:
     [[nodiscard]] const std::array<TOLVDrawPoint, 3>& DP() const { return m_drawPoints; }
     /// The number of points accepted since the last reset.
     [[nodiscard]] std::uint32_t pointIdx() const { return m_pointIdx; }
+    /// Whether the curve is marked as complete: see `close`.
     [[nodiscard]] bool closed() const { return m_closed; }
     void setClosed(bool closed) { m_closed = closed; }
     /// Shared; null strokes with the context's own settings.

@@ -2,6 +2,7 @@
 
 #include "../platform/geometry/Rect.h"
 #include "TOLVCurve.h"
+#include <TOLVMath/Export.h>
 
 #include <TOLVMath/TOLVRealVector.h>
 
@@ -17,8 +18,9 @@ namespace TOLVGraphing {
 ///
 /// The range minima and maxima are in data units and are computed from the samples when first asked for, unless they were set; FLT_MAX for a minimum and -FLT_MAX for
 /// a maximum mean "not known". Replacing the vectors does not reset them.
-class TOLVGraphCurve {
+class TOLV_EXPORT TOLVGraphCurve {
 public:
+    /// The samples of one coordinate, in data units.
     using Vector = std::shared_ptr<const TOLVRealVector>;
 
     /// Throws Exception "LengthMismatch" when the vectors differ in length. Null vectors count as empty.
@@ -27,6 +29,7 @@ public:
 
     // Properties.
 
+    /// The ends of the range that is mapped to the rectangle, in data units; see the class for what they are at first. NaN samples play no part in it.
     [[nodiscard]] float xMinimum() const;
     void setXMinimum(float value) { m_xMinimum = value; }
     [[nodiscard]] float xMaximum() const;
@@ -40,15 +43,16 @@ public:
     void setXIsLog(bool isLog) { m_xIsLog = isLog; }
     [[nodiscard]] bool yIsLog() const { return m_yIsLog; }
     void setYIsLog(bool isLog) { m_yIsLog = isLog; }
+    /// Kept for hosts; nothing looks at it. False by default.
     [[nodiscard]] bool isDisplayed() const { return m_displayed; }
     void setDisplayed(bool displayed) { m_displayed = displayed; }
-    /// Shared.
+    /// Shared. Null strokes with the context's own settings.
     [[nodiscard]] const std::shared_ptr<TOLVLineStyle>& lineStyle() const { return m_lineStyle; }
     void setLineStyle(std::shared_ptr<TOLVLineStyle> lineStyle) { m_lineStyle = std::move(lineStyle); }
     /// Shared. The curve that receives the built path; never null, setting null gives a new one.
     [[nodiscard]] const std::shared_ptr<TOLVCurve>& curve() const { return m_curve; }
     void setCurve(std::shared_ptr<TOLVCurve> curve) { m_curve = curve ? std::move(curve) : std::make_shared<TOLVCurve>(); }
-    /// Copied; never null.
+    /// Copied (the copy shares the storage); never null. Setting vectors of different lengths throws nothing.
     [[nodiscard]] const Vector& x() const { return m_x; }
     void setX(const Vector& x);
     [[nodiscard]] const Vector& y() const { return m_y; }

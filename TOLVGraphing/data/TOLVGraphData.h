@@ -2,6 +2,7 @@
 
 #include "../platform/foundation/IndexSet.h"
 #include "TOLVLineStyle.h"
+#include <TOLVMath/Export.h>
 
 #include <TOLVMath/TOLVAxisData.h>
 
@@ -16,16 +17,19 @@ namespace TOLVGraphing {
 
 /// One data series: abscissae, ordinates, a name and a line style. The abscissae are expected in ascending order. Where the two lengths differ, the samples up to the
 /// shorter one count.
-class TOLVGraphData {
+class TOLV_EXPORT TOLVGraphData {
 public:
+    /// The samples of one coordinate, in data units.
     using Samples = std::shared_ptr<const TOLVAxisData>;
+    /// What a host notes of a series, by names of its own.
     using InfoDictionary = std::map<std::string, std::any>;
 
     /// A series without samples and with a solid black line 1 point wide.
     TOLVGraphData();
 
-    /// The first two vectors of the list; throws Exception "BadGraphData" when it has fewer.
+    /// A series of the first two vectors (shared) of the list; throws Exception "BadGraphData" when it has fewer.
     [[nodiscard]] static std::shared_ptr<TOLVGraphData> graphDataWithDataArray(std::span<const Samples> vectors);
+    /// A series of the samples (shared) with a solid line 1 point wide in the colour, or with the line style (shared).
     [[nodiscard]] static std::shared_ptr<TOLVGraphData> graphDataWithX(Samples x, Samples y, const std::optional<Color>& color);
     [[nodiscard]] static std::shared_ptr<TOLVGraphData> graphDataWithX(Samples x, Samples y, std::shared_ptr<TOLVLineStyle> lineStyle);
     /// The colour goes to the default style, which the given style then replaces: the series has the given style's own colour.

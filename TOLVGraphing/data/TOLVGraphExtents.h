@@ -2,6 +2,7 @@
 
 #include "../platform/foundation/PropertyValue.h"
 #include "TOLVAxisExtents.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <string>
@@ -13,7 +14,7 @@ class TOLVGraph;
 
 /// The visible ranges of a graph's axes: x horizontal, y vertical, and a z kept for drawing in space. A change of a range, or of one of its ends, is announced
 /// as a change of "x", "y" or "z".
-class TOLVGraphExtents final : public Codable, public Observable {
+class TOLV_EXPORT TOLVGraphExtents final : public Codable, public Observable {
 public:
     /// Three ranges from 0 to 0 and no graph.
     TOLVGraphExtents();
@@ -63,7 +64,7 @@ private:
     Member m_z{"z", nullptr};
 };
 
-/// "x [min, max] y [min, max] z [min, max]".
-[[nodiscard]] std::string toString(const TOLVGraphExtents& extents);
+/// "x [min, max] y [min, max] z [min, max]", with "none" for a range that is null.
+[[nodiscard]] TOLV_EXPORT std::string toString(const TOLVGraphExtents& extents);
 
 } // namespace TOLVGraphing

@@ -3,6 +3,7 @@
 #include "../platform/geometry/EdgeInsets.h"
 #include "../platform/geometry/Rect.h"
 #include "../platform/text/AttributedString.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <span>
@@ -10,9 +11,11 @@
 namespace TOLVGraphing {
 
 /// A styled text placed at a rectangle in view units (points, y growing upwards).
-class TOLVLabel {
+class TOLV_EXPORT TOLVLabel {
 public:
+    /// No text, in the zero rectangle.
     TOLVLabel() = default;
+    /// A label of the text (copied) at the rectangle.
     [[nodiscard]] static std::shared_ptr<TOLVLabel> labelWithAttributedString(AttributedString label, const Rect& rect);
 
     /// Copied. The text with its font and colour.
@@ -30,7 +33,7 @@ public:
     /// True when the label's centre lies beyond the rectangle's ends, vertically or horizontally; a centre on an end is inside.
     [[nodiscard]] bool liesOutsideRect(const Rect& rect, bool isVertical) const;
 
-    /// Draws the text at the rectangle's origin into the current context. The rectangle's size neither clips nor scales it.
+    /// Draws the text at the rectangle's origin into the current context; nothing happens without one. The rectangle's size neither clips nor scales it.
     void draw() const;
 
 private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/graphics/Color.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <optional>
@@ -11,7 +12,7 @@ namespace TOLVGraphing {
 class DrawingContext;
 
 /// How a line is stroked: dash pattern, width and colour. Lengths are in view units (points) and are not scaled by the width.
-class TOLVLineStyle {
+class TOLV_EXPORT TOLVLineStyle {
 public:
     /// Solid, 1 point wide, without a colour.
     TOLVLineStyle() = default;
@@ -22,6 +23,7 @@ public:
     [[nodiscard]] static std::shared_ptr<TOLVLineStyle> dashDotLineStyle();
     /// Painted 1, gap 1.
     [[nodiscard]] static std::shared_ptr<TOLVLineStyle> dottedLineStyle();
+    /// Without a pattern; the width is in points, and no colour strokes in black.
     [[nodiscard]] static std::shared_ptr<TOLVLineStyle> solidLineWithColor(const std::optional<Color>& color, double thickness);
 
     /// An independent style with the same properties.
@@ -31,13 +33,13 @@ public:
 
     // Properties, all copied.
 
-    /// Painted length, gap, painted length, gap, ...; nothing or empty means a solid line.
+    /// Painted length, gap, painted length, gap, ... in points; nothing or empty means a solid line.
     [[nodiscard]] const std::optional<std::vector<float>>& patternValues() const { return m_patternValues; }
     void setPatternValues(std::optional<std::vector<float>> values) { m_patternValues = std::move(values); }
     /// Line width in points.
     [[nodiscard]] double thickness() const { return m_thickness; }
     void setThickness(double thickness) { m_thickness = thickness; }
-    /// Nothing strokes in the context's default colour.
+    /// Nothing strokes in black.
     [[nodiscard]] const std::optional<Color>& color() const { return m_color; }
     void setColor(const std::optional<Color>& color) { m_color = color; }
 
@@ -46,6 +48,7 @@ public:
     /// Sets dash and width of the context. A style without a pattern changes neither: whoever strokes a solid line after a dashed one saves and restores the
     /// graphics state around each stroke.
     void setPatternInContext(DrawingContext& context) const;
+    /// Sets the stroke colour of the context, or its line width.
     void setColorInContext(DrawingContext& context) const;
     void setThicknessInContext(DrawingContext& context) const;
     /// Pattern, colour, thickness, in this order.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/foundation/KeyedArchiver.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -8,10 +9,11 @@
 namespace TOLVGraphing {
 
 /// A mark that a user places at one data value of one axis.
-class TOLVMarker : public Codable {
+class TOLV_EXPORT TOLVMarker : public Codable {
 public:
     /// A marker is always made with a value.
     TOLVMarker() = delete;
+    /// On the horizontal axis; any number will do, but one that the axis has no place for, as NaN, gets no badge.
     explicit TOLVMarker(double value) : m_value(value) {}
     [[nodiscard]] static std::shared_ptr<TOLVMarker> markerWithValue(double value);
 
@@ -22,6 +24,7 @@ public:
     [[nodiscard]] std::int64_t axisIndex() const { return m_axisIndex; }
     void setAxisIndex(std::int64_t axisIndex) { m_axisIndex = axisIndex; }
 
+    /// An equal, independent marker.
     [[nodiscard]] virtual std::shared_ptr<TOLVMarker> copy() const;
 
     /// Keys "value" and "axisIndex".

@@ -2,6 +2,7 @@
 
 #include "../platform/foundation/IndexSet.h"
 #include "TOLVGraphData.h"
+#include <TOLVMath/Export.h>
 
 #include <optional>
 
@@ -12,6 +13,6 @@ namespace TOLVGraphing {
 ///
 /// Where no sample reaches `min` the range starts at the first one, and the first sample is never compared with `max`: a series that lies wholly to the left keeps its full range, and one
 /// that lies wholly to the right has its first sample. A series without samples has the range (0, 0).
-[[nodiscard]] std::optional<IndexRange> visibleSampleRange(const TOLVGraphData& series, double min, double max);
+[[nodiscard]] TOLV_EXPORT std::optional<IndexRange> visibleSampleRange(const TOLVGraphData& series, double min, double max);
 
 } // namespace TOLVGraphing

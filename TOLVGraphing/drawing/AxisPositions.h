@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 
@@ -12,8 +13,9 @@ class TOLVMapping;
 /// The positions of many values along one axis: what TOLVAxis::pointForValue answers, float for float. The mapping of a linear or logarithmic axis is set up once instead of for each value; any other axis is asked each time.
 ///
 /// The axis is not owned, and stays as it is meanwhile. Without an axis every position is 0.
-class AxisPositions {
+class TOLV_EXPORT AxisPositions {
 public:
+    /// The rectangle is the data area, in points.
     AxisPositions(const TOLVAxis* axis, const Rect& dataRect);
 
     /// In points.

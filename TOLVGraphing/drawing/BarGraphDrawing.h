@@ -3,6 +3,7 @@
 #include "../data/TOLVLineStyle.h"
 #include "../platform/geometry/Rect.h"
 #include "TOLVGraphDrawing.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -23,7 +24,7 @@ struct Bar {
 };
 
 /// The bars of one category, side by side. A value that refers to its graph.
-struct BarGroup {
+struct TOLV_EXPORT BarGroup {
     /// In the order of the series.
     std::vector<Bar> bars;
     /// Shared. Null draws nothing.
@@ -41,10 +42,10 @@ struct BarGroup {
 /// Draws grouped bars: the samples at one position of every series form a group, and the groups share the data area evenly. The abscissae play no part but for their choice by the visible x range: a
 /// range between two samples of a series shows no bars. A group with fewer bars than the largest fills its places from the left.
 ///
-/// Bars stand on the lower edge of the data area, so a y range that starts at 0 shows their proportions.
+/// Bars stand on the lower edge of the data area, so a y range that starts at 0 shows their proportions. Samples without a finite position keep their places and have no bar.
 ///
 /// Many bars are drawn at the cost of pixels where they cover whole pixels (see PixelFills), with the same picture; others, and those in vector files, one by one.
-class BarGraphDrawing final : public TOLVGraphDrawing {
+class TOLV_EXPORT BarGraphDrawing final : public TOLVGraphDrawing {
 public:
     void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) override;
 };

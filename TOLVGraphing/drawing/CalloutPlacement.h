@@ -2,6 +2,7 @@
 
 #include "../platform/geometry/Point.h"
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -23,6 +24,7 @@ enum class CalloutFate : std::uint8_t {
 
 /// A callout that a strategy placed beside a sample, and what became of it. Coordinates are points, y growing upwards. A value.
 struct CalloutPlacement {
+    /// The value as it is written.
     std::string text;
     /// Where the text stands.
     Rect textRect;
@@ -32,6 +34,7 @@ struct CalloutPlacement {
     std::size_t series = 0;
     /// What the callout belongs to: the position of a marker in the graph's list, or that of a category among the visible ones, from 0.
     std::size_t position = 0;
+    /// What became of it.
     CalloutFate fate = CalloutFate::Kept;
     /// The callout that it collides with, a position in the list that this placement stands in; nothing unless the fate says so.
     std::optional<std::size_t> collidesWith;
@@ -40,7 +43,7 @@ struct CalloutPlacement {
 };
 
 /// What a strategy implements in addition when it draws callouts: it can tell where they come to stand, without drawing. Layout reports ask whether a strategy has this interface.
-class TOLVGraphCalloutLayout {
+class TOLV_EXPORT TOLVGraphCalloutLayout {
 public:
     virtual ~TOLVGraphCalloutLayout();
 

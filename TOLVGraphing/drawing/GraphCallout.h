@@ -3,6 +3,7 @@
 #include "../data/TOLVLabel.h"
 #include "../data/TOLVLineStyle.h"
 #include "../platform/graphics/Path.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <span>
@@ -10,7 +11,7 @@
 namespace TOLVGraphing {
 
 /// A value shown beside a curve: a white pill with a coloured outline and a pointer below it, and a text in the series' colour. A value that refers to its label and line style.
-struct GraphCallout {
+struct TOLV_EXPORT GraphCallout {
     /// Shared. The text and where it stands; making the callout recolours the text and moves it to a whole point vertically.
     std::shared_ptr<TOLVLabel> label;
     /// Shared. The series' style, whose colour is used.

@@ -4,6 +4,7 @@
 #include "../platform/text/TextAttributes.h"
 #include "CalloutLabel.h"
 #include "TOLVGraphDrawing.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <vector>
@@ -15,13 +16,14 @@ namespace TOLVGraphing {
 ///
 /// With any other horizontal axis nothing is drawn, and neither while the visible x range lies between two samples of a series. Samples without a finite position have neither dot nor callout, and the line
 /// passes them over.
-class LineGraphDrawing final : public TOLVGraphDrawing, public TOLVGraphCalloutLayout {
+class TOLV_EXPORT LineGraphDrawing final : public TOLVGraphDrawing, public TOLVGraphCalloutLayout {
 public:
     /// Callouts in decimal style.
     LineGraphDrawing();
     /// Callouts in a host's own style; the formatter is copied. Null, and values that it has no text for, give no callouts.
     explicit LineGraphDrawing(const std::shared_ptr<const NumberFormatter>& calloutLabelFormatter);
 
+    /// Copied. Turns ordinates into the callouts' texts; null for none.
     [[nodiscard]] const std::shared_ptr<NumberFormatter>& calloutLabelFormatter() const { return m_calloutLabelFormatter; }
     /// Black, HelveticaNeue at 11 points.
     [[nodiscard]] const SharedTextAttributes& calloutLabelAttributes() const { return m_calloutLabelAttributes; }
@@ -35,6 +37,6 @@ private:
 };
 
 /// The largest number of ordinates that a series has in the graph's visible x range; 0 when there are none.
-[[nodiscard]] std::size_t maximumGraphDataLength(const TOLVGraph& graph);
+[[nodiscard]] TOLV_EXPORT std::size_t maximumGraphDataLength(const TOLVGraph& graph);
 
 } // namespace TOLVGraphing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TOLVGraphDrawing.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
@@ -8,7 +9,7 @@ namespace TOLVGraphing {
 /// cell of the same width, as categories have. Ordinates without a finite position get no dot.
 ///
 /// The dots of many samples are drawn at the cost of pixels where they cover whole pixels (see PixelFills), with the same picture. The line goes through all of them, whatever their number.
-class TOLVDottedCurveGraphDrawing final : public TOLVGraphDrawing {
+class TOLV_EXPORT TOLVDottedCurveGraphDrawing final : public TOLVGraphDrawing {
 public:
     void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) override;
 };

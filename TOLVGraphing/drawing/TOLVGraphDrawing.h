@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <vector>
@@ -12,16 +13,16 @@ class TOLVMarker;
 
 /// Draws the series of a graph into the current drawing context. A strategy keeps nothing about a graph: it takes what it needs from the graph it is given, and one object may
 /// serve several graphs. It leaves the context's state as it was.
-class TOLVGraphDrawing {
+class TOLV_EXPORT TOLVGraphDrawing {
 public:
     virtual ~TOLVGraphDrawing();
 
-    /// Draws the graph's series; the rectangle is the graph rectangle, of which `dataRectInRect` gives the data area. An absent graph (null) draws nothing.
+    /// Draws the graph's series; the rectangle is the graph rectangle, of which `dataRectInRect` gives the data area. An absent graph (null), one without series, and a thread without a current context draw nothing.
     virtual void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) = 0;
 };
 
 /// What a strategy implements in addition when it draws something at the graph's markers. The graph asks whether its strategy has this interface.
-class TOLVGraphMarkerDrawing {
+class TOLV_EXPORT TOLVGraphMarkerDrawing {
 public:
     virtual ~TOLVGraphMarkerDrawing();
 

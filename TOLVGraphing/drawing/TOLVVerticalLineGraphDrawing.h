@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TOLVGraphDrawing.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
@@ -9,7 +10,7 @@ namespace TOLVGraphing {
 /// samples up to the shorter one count.
 ///
 /// The lines of many samples are drawn at the cost of pixels where they cover whole pixels (see PixelFills), with the same picture; others, and those in vector files, one by one.
-class TOLVVerticalLineGraphDrawing final : public TOLVGraphDrawing {
+class TOLV_EXPORT TOLVVerticalLineGraphDrawing final : public TOLVGraphDrawing {
 public:
     void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) override;
 };

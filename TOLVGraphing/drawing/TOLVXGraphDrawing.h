@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TOLVGraphDrawing.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
@@ -9,7 +10,7 @@ namespace TOLVGraphing {
 ///
 /// Of a series of 2,048 samples and more, marks are left out that change nothing: those farther than 100 points from the data area, and, where a context takes long for each mark, those at a place where so many were drawn that pixels stand still (see MarkRepeats).
 /// All others are drawn, because each darkens its edges a little more: their time grows with their number.
-class TOLVXGraphDrawing final : public TOLVGraphDrawing {
+class TOLV_EXPORT TOLVXGraphDrawing final : public TOLVGraphDrawing {
 public:
     void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) override;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/foundation/IndexSet.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <memory>
@@ -22,8 +23,8 @@ struct VisibleSeries {
 
 /// The series as a strategy for categories draws them, in order: each cut to its part of `TOLVGraph::xExtentsConstrainedGraphDataRanges`. Series without vectors are left out. None at all when
 /// there are no ranges: the visible range then lies between two samples of a series.
-[[nodiscard]] std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph);
+[[nodiscard]] TOLV_EXPORT std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph);
 /// The same with those ranges at hand: one for each of the graph's series.
-[[nodiscard]] std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph, std::span<const IndexRange> ranges);
+[[nodiscard]] TOLV_EXPORT std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph, std::span<const IndexRange> ranges);
 
 } // namespace TOLVGraphing

@@ -4,6 +4,7 @@
 #include "../drawing/CalloutPlacement.h"
 #include "../platform/geometry/EdgeInsets.h"
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <memory>
@@ -17,12 +18,11 @@ namespace TOLVGraphing {
 class TOLVAxis;
 class TOLVGraph;
 
-// Where a graph puts everything, as data: for tests, for hosts that place something of their own beside it, and for people who ask why a label is missing. All of it are values; coordinates are points,
-// y growing upwards.
-
 /// A text and the rectangle that it is drawn in, before any turning.
 struct TextLayout {
+    /// In UTF-8.
     std::string text;
+    /// In points.
     Rect rect;
 
     friend bool operator==(const TextLayout&, const TextLayout&) = default;
@@ -30,7 +30,9 @@ struct TextLayout {
 
 /// A tick value in data units and where its grid line stands along the axis, in points; NaN or infinite where the value has no place.
 struct TickLayout {
+    /// In data units.
     double value = 0.0;
+    /// In points.
     double position = 0.0;
 
     friend bool operator==(const TickLayout&, const TickLayout&) = default;
@@ -40,10 +42,13 @@ struct TickLayout {
 struct LabelLayout {
     /// In data units.
     double value = 0.0;
+    /// As it is written.
     std::string text;
     /// The rectangle that collisions are decided by; for a badge the one around the text is in `badge`.
     Rect rect;
+    /// The label belongs to a major value; markers and categories have no other kind.
     bool isMajor = true;
+    /// What became of it.
     LabelFate fate = LabelFate::Kept;
     /// The position, in the list that this label stands in, of the one kept before that it collides with; nothing unless the fate says so.
     std::optional<std::size_t> collidesWith;
@@ -75,19 +80,22 @@ struct AxisLayout {
     /// In the order in which the axis chooses.
     std::vector<LabelLayout> labels;
     std::vector<LabelLayout> markerLabels;
+    /// Where the title stands; nothing without one.
     std::optional<TextLayout> title;
 
     friend bool operator==(const AxisLayout&, const AxisLayout&) = default;
 };
 
-/// A whole graph.
+/// Where a graph puts everything, as data: for tests, for hosts that place something of their own beside it, and for people who ask why a label is missing. It and its parts are values; coordinates are points, y growing upwards.
 struct GraphLayout {
     /// The graph rectangle and its parts.
     Rect rect;
     Rect dataRect;
     Rect titleBand;
+    /// The graph's own, as they are.
     EdgeInsets margin;
     EdgeInsets padding;
+    /// Where the title stands; nothing without one.
     std::optional<TextLayout> title;
     /// Nothing unless the graph has both axes: it then draws none.
     std::optional<AxisLayout> horizontalAxis;
@@ -99,7 +107,7 @@ struct GraphLayout {
 };
 
 /// "kept", "collides", "outside" and so on: the words for reports.
-[[nodiscard]] std::string_view nameOfFate(LabelFate fate);
-[[nodiscard]] std::string_view nameOfFate(CalloutFate fate);
+[[nodiscard]] TOLV_EXPORT std::string_view nameOfFate(LabelFate fate);
+[[nodiscard]] TOLV_EXPORT std::string_view nameOfFate(CalloutFate fate);
 
 } // namespace TOLVGraphing

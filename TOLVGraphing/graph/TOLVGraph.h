@@ -15,6 +15,7 @@
 #include "../platform/geometry/Rect.h"
 #include "../platform/text/TextAttributes.h"
 #include "GraphLayout.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <optional>
@@ -34,17 +35,20 @@ namespace TOLVGraphing {
 ///
 /// A graph without series, or whose ranges are still the empty-data sentinels, cannot be drawn usefully (`canDraw`), but drawing it is harmless. Ranges that are empty or NaN give
 /// axes without ticks. On a logarithmic axis samples that are not positive are left out of curves.
-class TOLVGraph final : public Codable, public Observable, public std::enable_shared_from_this<TOLVGraph> {
+class TOLV_EXPORT TOLVGraph final : public Codable, public Observable, public std::enable_shared_from_this<TOLVGraph> {
     struct ConstructionKey {
         explicit ConstructionKey() = default;
     };
 
 public:
+    /// A list of series in the order in which they are drawn.
     using Series = std::vector<std::shared_ptr<TOLVGraphData>>;
+    /// Markers in the order they were placed.
     using Markers = TOLVAxis::Markers;
 
     /// A new graph with linear axes, a curve strategy and the default looks.
     [[nodiscard]] static std::shared_ptr<TOLVGraph> graph();
+    /// For `graph()` only.
     explicit TOLVGraph(ConstructionKey);
     ~TOLVGraph() override;
     TOLVGraph(const TOLVGraph&) = delete;
@@ -102,7 +106,7 @@ public:
     /// Shared. Draws the series; a CurveGraphDrawing by default. Null draws none.
     [[nodiscard]] const std::shared_ptr<TOLVGraphDrawing>& drawingStrategy() const { return m_drawingStrategy; }
     void setDrawingStrategy(std::shared_ptr<TOLVGraphDrawing> strategy) { setProperty(m_drawingStrategy, std::move(strategy), "drawingStrategy"); }
-    /// Copied, unless it is the object already held. The visible ranges; the object held points back at this graph, one that is replaced no longer does.
+    /// Copied, unless it is the object already held. The visible ranges, from 0 to 0 by default; the object held points back at this graph, one that is replaced no longer does. With null the axes have no ranges, and nothing can be drawn.
     [[nodiscard]] const std::shared_ptr<TOLVGraphExtents>& extents() const { return m_extents; }
     void setExtents(const std::shared_ptr<TOLVGraphExtents>& extents);
     /// Shared. Receives the inverse of every marker edit; null by default and then nothing is registered.
@@ -119,7 +123,7 @@ public:
     /// Inner space added to the margin on each side. 0 by default.
     [[nodiscard]] const EdgeInsets& padding() const { return m_padding; }
     void setPadding(const EdgeInsets& padding) { setProperty(m_padding, padding, "padding"); }
-    /// The tick label padding of the axes; 0 without the axis.
+    /// The tick label padding of the axes in points; without the axis it is 0 and setting does nothing.
     [[nodiscard]] double verticalTickLabelPadding() const;
     void setVerticalTickLabelPadding(double padding);
     [[nodiscard]] double horizontalTickLabelPadding() const;
@@ -127,8 +131,9 @@ public:
 
     // Series.
 
-    /// Appends a series (shared). Announces nothing.
+    /// Appends a series (shared); null is passed over. Announces nothing.
     void addGraphData(std::shared_ptr<TOLVGraphData> data);
+    /// Removes all series. Announces nothing.
     void clearGraphData();
     /// A snapshot of the list; the series are shared.
     [[nodiscard]] Series graphData() const { return m_graphDataArray; }
@@ -156,7 +161,7 @@ public:
     [[nodiscard]] std::optional<std::vector<IndexRange>> xExtentsConstrainedGraphDataRanges() const;
     /// The same ranges; stops the program when there are none. Ask the operation above first.
     [[nodiscard]] std::vector<IndexRange> graphDataRangesConstrainedByXExtents() const;
-    /// The series cut to those ranges; stops the program likewise.
+    /// The series cut to those ranges; stops the program likewise, and for a series that is not made of TOLVRealVectors.
     [[nodiscard]] Series graphDataConstrainedByXExtents() const;
 
     // Announcements.
@@ -180,7 +185,7 @@ public:
     /// Prepares the graph and tells where everything comes to stand in the rectangle: ticks, labels with what becomes of them, badges, titles, callouts. Nothing is drawn, and no context is needed.
     [[nodiscard]] GraphLayout layoutInRect(const Rect& rect);
 
-    // Drawing into the current context, with any rectangle: smaller than the insets, empty and negative ones pass through.
+    // Drawing into the current context. Nothing is drawn without one. Any rectangle will do: those smaller than the insets, empty and negative ones pass through.
 
     /// True when there are series and no end of the extents is an empty-data sentinel.
     [[nodiscard]] bool canDraw() const;
@@ -190,24 +195,29 @@ public:
     void prepareForDrawingInRect(const Rect& rect);
     /// Minor lines, major lines, tick labels, marker badges, titles. Does nothing without both axes.
     void drawAxesInRect(const Rect& rect);
+    /// The series, by the drawing strategy; nothing without one.
     void drawDataInRect(const Rect& rect);
+    /// The title above the data area; nothing without one.
     void drawTitleInRect(const Rect& rect);
     /// The strategy's own drawing of markers, for strategies that have one.
     void drawMarkersInRect(const Rect& rect);
 
     // Conversion between points and values. Without the axis the answer is 0.
 
+    /// The value (data units) at a coordinate (points) along an axis: see TOLVAxis::valueForPoint.
     [[nodiscard]] float valueForX(float x, const Rect& inRect) const;
     [[nodiscard]] float valueForY(float y, const Rect& inRect) const;
+    /// The coordinate (points) of a value (data units) along an axis: see TOLVAxis::pointForValue. Not finite where the axis has no place for the value.
     [[nodiscard]] float XForValue(float value, const Rect& inRect) const;
     [[nodiscard]] float YForValue(float value, const Rect& inRect) const;
-    /// The difference in value of a distance in points; linear also on logarithmic axes. Not finite over a data area of no size.
+    /// The difference in value of a distance in points; linear also on logarithmic axes. 0 without the range, not finite over a data area of no size.
     [[nodiscard]] float deltaForX(float dx, const Rect& inRect) const;
     [[nodiscard]] float deltaForY(float dy, const Rect& inRect) const;
 
     // Zoom and pan. Steps keep the value at the coordinate and do nothing while canZoomX or canZoomY forbids them, over an empty data area, or where the new range would
     // not be finite, not be positive on a logarithmic axis, or have no slots on a category axis.
 
+    /// A step in or out about the middle of the data area, or about a coordinate in points, in one direction: see TOLVAxis::zoomInInRect.
     void zoomInXInRect(const Rect& rect);
     void zoomOutXInRect(const Rect& rect);
     void zoomInYInRect(const Rect& rect);
@@ -216,9 +226,10 @@ public:
     void zoomOutXCenteredAtPoint(float x, const Rect& inRect);
     void zoomInYCenteredAtPoint(float y, const Rect& inRect);
     void zoomOutYCenteredAtPoint(float y, const Rect& inRect);
-    /// Shows all data; the rectangle is not looked at.
+    /// Sets the visible range to the extremes of all data, which are the sentinels without data and may not be positive on a logarithmic axis; the rectangle is not looked at, and neither is canZoomX or canZoomY.
     void zoomToFitXInRect(const Rect& rect);
     void zoomToFitYInRect(const Rect& rect);
+    /// Sets the visible range (data units) of an axis as it is given, whatever canZoomX and canZoomY are; does nothing without the axis.
     void zoomXToFixedMin(float min, float max);
     void zoomYToFixedMin(double min, double max);
     /// Moves the visible ranges by a distance in points: a positive x shows larger values. To follow a drag, pass its negative.
@@ -229,12 +240,17 @@ public:
     // Markers. Each edit registers its inverse with the undo manager and announces "markers" with the positions. Positions outside the list, or counts that differ, throw
     // Exception "IndexOutOfRange" and a null marker throws Exception "NullMarker"; nothing is changed then. Editing the snapshot of a copied graph throws Exception "ImmutableMarkers".
 
+    /// The number of markers of both axes.
     [[nodiscard]] std::size_t countOfMarkers() const { return m_markers.size(); }
+    /// The markers (shared) at the positions, in ascending order.
     [[nodiscard]] Markers markersAtIndexes(const IndexSet& indexes) const;
     /// The positions are those after the insertion.
     void insertMarkers(const Markers& markers, const IndexSet& atIndexes);
+    /// Takes the markers at the positions out of the list.
     void removeMarkersAtIndexes(const IndexSet& indexes);
+    /// Puts other markers (shared) at the positions.
     void replaceMarkersAtIndexes(const IndexSet& indexes, const Markers& withMarkers);
+    /// Appends a new marker of the horizontal axis with the value (data units), or with that at the coordinate (points), and answers it.
     std::shared_ptr<TOLVMarker> placeHorizontalAxisMarkerWithValue(double value);
     std::shared_ptr<TOLVMarker> placeHorizontalAxisMarkerAtPoint(double x, const Rect& inRect);
     /// Always null: there is no search by value.

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "TOLVMapping.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
 /// Maps values linearly: (value - minValue) * scale + minPoint, each operation rounded to single precision.
-class TOLVLinearMapping final : public TOLVMapping {
+class TOLV_EXPORT TOLVLinearMapping final : public TOLVMapping {
 public:
     [[nodiscard]] float pointForValue(float value) const override { return (value - mMinValue) * mScaler + mMinPoint; }
     [[nodiscard]] float valueForPoint(float point) const override { return (point - mMinPoint) / mScaler + mMinValue; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TOLVMapping.h"
+#include <TOLVMath/Export.h>
 
 #include <cmath>
 #include <limits>
@@ -8,8 +9,8 @@
 namespace TOLVGraphing {
 
 /// Maps the base-10 logarithm of the values linearly. The smallest normal float is added before each logarithm: 0 maps as if it were that number, far below any
-/// sensible range, and values below its negative map to NaN. Callers keep the range positive.
-class TOLVLogarithmicMapping final : public TOLVMapping {
+/// sensible range, and values below its negative map to NaN. `minValue` and `maxValue` are the values themselves, not logarithms. Callers keep the range positive.
+class TOLV_EXPORT TOLVLogarithmicMapping final : public TOLVMapping {
 public:
     void setMinValue(float value) override;
     void setMaxValue(float value) override;

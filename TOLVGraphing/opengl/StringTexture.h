@@ -4,6 +4,7 @@
 #include "../platform/graphics/Color.h"
 #include "../platform/opengl/OpenGLContext.h"
 #include "../platform/text/AttributedString.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -19,9 +20,9 @@ namespace TOLVGraphing {
 ///
 /// The host enables GL_TEXTURE_RECTANGLE and sets blending and colour; with the desktop's rasterizer glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA) and glColor4f(1, 1, 1, 1) show the text as it looks on paper. Making
 /// a texture leaves GL_UNPACK_ROW_LENGTH and GL_UNPACK_ALIGNMENT set for it. Only the thread that owns the context uses the object, which has to go, or its texture has to be deleted, before its context does.
-class StringTexture {
+class TOLV_EXPORT StringTexture {
 public:
-    /// The text's own colours are in its attributes. By default the text colour is opaque white, the other two are white and clear.
+    /// A text (copied) with attributes of its own, which say how it looks, and the three colours. By default the text colour is opaque white, the other two are white and clear.
     explicit StringTexture(AttributedString string);
     StringTexture(AttributedString string, const Color& textColor, const Color& boxColor, const Color& borderColor);
     StringTexture(std::string string, TextAttributes attributes);
@@ -37,10 +38,12 @@ public:
     [[nodiscard]] std::uint32_t texName() const { return m_texName; }
     /// The size of the last bitmap in pixels, as it reported it: what the coordinates of a rectangle texture span.
     [[nodiscard]] Size texSize() const { return m_texSize; }
+    /// Copied. The text.
     [[nodiscard]] const AttributedString& string() const { return m_string; }
     /// A frame that is not static is measured again when it is next asked for.
     void setString(AttributedString string);
     void setString(std::string string, TextAttributes withAttributes);
+    /// Copied. Kept for the host; the text is drawn in the colour of its attributes.
     [[nodiscard]] const Color& textColor() const { return m_textColor; }
     void setTextColor(const Color& color);
     [[nodiscard]] const Color& boxColor() const { return m_boxColor; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../platform/foundation/Observable.h"
+#include <TOLVMath/Export.h>
 
 #include <functional>
 #include <memory>
@@ -16,7 +17,7 @@ class TOLVGraph;
 ///
 /// Not told are the margin and the tick label paddings, which are written while drawing, nor what announces nothing: series added or cleared, and changes inside an axis, a line style, a marker or a series. Whoever makes those asks for redisplay.
 /// One change may be told more than once.
-class GraphDisplayObserver {
+class TOLV_EXPORT GraphDisplayObserver {
 public:
     /// The graph is referred to weakly; null is observed by nobody. The handler is copied; an empty one is not called. It may end this object.
     GraphDisplayObserver(const std::shared_ptr<TOLVGraph>& graph, const std::function<void()>& handler);

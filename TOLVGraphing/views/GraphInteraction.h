@@ -3,6 +3,7 @@
 #include "../data/TOLVAxisExtents.h"
 #include "../data/TOLVMarker.h"
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -19,26 +20,51 @@ class TOLVGraph;
 class TOLVGraphView;
 
 /// The button that a gesture is made with.
-enum class PointerButton : std::uint8_t { Primary, Secondary };
+enum class PointerButton : std::uint8_t {
+    Primary,   ///< mostly the left one
+    Secondary, ///< mostly the right one
+};
 
 /// The keys held during a gesture.
 struct KeyModifiers {
+    /// The key is held.
     bool shift = false;
     bool control = false;
 };
 
 /// The keys that a graph answers.
-enum class GraphKey : std::uint8_t { Left, Right, Up, Down, ZoomIn, ZoomOut, Fit, PlaceMarker, NextMarker, PreviousMarker, Delete, Cancel, Undo, Redo };
+enum class GraphKey : std::uint8_t {
+    Left,           ///< pans, or moves the selected marker, to smaller x
+    Right,          ///< pans, or moves the selected marker, to larger x
+    Up,             ///< pans to larger y
+    Down,           ///< pans to smaller y
+    ZoomIn,         ///< zooms in about the middle
+    ZoomOut,        ///< zooms out about the middle
+    Fit,            ///< shows all data; with Shift in y only, with Control in x only
+    PlaceMarker,    ///< at the pointer, or in the middle
+    NextMarker,     ///< selects the marker placed after the selected one, or the first
+    PreviousMarker, ///< selects the marker placed before the selected one, or the last
+    Delete,         ///< removes the selected marker
+    Cancel,         ///< ends a drag without its effect, or a selection
+    Undo,           ///< takes the last edit of a marker back
+    Redo,           ///< does the last undone edit again
+};
 
 /// What the pointer should look like where it is.
-enum class PointerLook : std::uint8_t { Plain, Crosshair, Moving, MovesMarker, SelectsBox };
+enum class PointerLook : std::uint8_t {
+    Plain,       ///< as elsewhere
+    Crosshair,   ///< over the data area
+    Moving,      ///< the graph is dragged
+    MovesMarker, ///< over a marker, or dragging one
+    SelectsBox,  ///< a box is drawn
+};
 
 /// The sample of a series nearest to the pointer's abscissa.
 struct SampleReadout {
     /// The position of the series in the graph's list, and its name, empty without one.
     std::size_t series = 0;
     std::string name;
-    /// In data units.
+    /// The sample, in data units.
     float x = 0.0F;
     float y = 0.0F;
     /// Where the sample is drawn, in points of the view; not finite where it has no place.
@@ -60,20 +86,24 @@ struct SampleReadout {
 /// Marker edits go through the graph, so that its undo manager has one step for each; a dragged marker is one step. A view without a graph answers nothing.
 ///
 /// Positions are those in the margins that the view has; where the view fits them to the labels, they only grow while something is dragged.
-class GraphInteraction {
+class TOLV_EXPORT GraphInteraction {
 public:
-    /// The view is shared.
+    /// The view is shared and not null.
     explicit GraphInteraction(std::shared_ptr<TOLVGraphView> view);
 
+    /// Shared. The view whose gestures these are.
     [[nodiscard]] const std::shared_ptr<TOLVGraphView>& view() const { return m_view; }
 
     // Events.
 
+    /// The pointer has come to this position, with or without a button held.
     void pointerMoved(Point position);
     /// The pointer has left the view; a drag goes on.
     void pointerLeft();
+    /// The button was pressed, or let go, at this position.
     void pointerPressed(Point position, PointerButton button);
     void pointerReleased(Point position, PointerButton button);
+    /// The primary button was clicked twice at this position.
     void pointerDoubleClicked(Point position);
     /// Positive steps zoom in. Parts of a step, as touch pads have them, are collected.
     void wheelTurned(double steps, Point position, KeyModifiers modifiers);
@@ -89,6 +119,7 @@ public:
     [[nodiscard]] bool isDragging() const { return m_drag != Drag::None; }
     /// The box that is being drawn; nothing otherwise.
     [[nodiscard]] std::optional<Rect> selectionBox() const;
+    /// What the pointer should look like now.
     [[nodiscard]] PointerLook pointerLook() const;
     /// The marker that keys go to; null for none.
     [[nodiscard]] const std::shared_ptr<TOLVMarker>& selectedMarker() const { return m_selectedMarker; }

@@ -3,6 +3,7 @@
 #include "../platform/geometry/EdgeInsets.h"
 #include "../platform/geometry/Rect.h"
 #include "LegendRows.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <optional>
@@ -13,20 +14,21 @@ namespace TOLVGraphing {
 class TOLVGraph;
 
 /// A graph with a legend below it, laid out for a sheet of any size: what a file, a page or a window shows. Coordinates are points, y growing upwards.
-class GraphSheet {
+class TOLV_EXPORT GraphSheet {
 public:
-    /// The graph is shared; its margin, padding and tick label paddings are set by the layout.
+    /// The graph is shared and not null; its margin, padding and tick label paddings are set by the layout.
     explicit GraphSheet(std::shared_ptr<TOLVGraph> graph);
 
+    /// Shared. The graph shown.
     [[nodiscard]] const std::shared_ptr<TOLVGraph>& graph() const { return m_graph; }
     /// Copied. No entries, no legend.
     void setLegendEntries(std::vector<LegendEntry> entries) { m_legendEntries = std::move(entries); }
-    /// A margin that holds as it is, with no padding added; nothing, the default, fits the margins to the labels.
+    /// Copied. A margin that holds as it is, with no padding added; nothing, the default, fits the margins to the labels.
     void setMargin(const std::optional<EdgeInsets>& margin) { m_margin = margin; }
 
     /// Places legend and graph in the rectangle. Ticks and labels are those of the graph's extents at this moment.
     void layoutInRect(const Rect& rect);
-    /// Where the last layout put the graph and the legend.
+    /// Where the last layout put the graph and the legend; the zero rectangle before the first one.
     [[nodiscard]] const Rect& graphRect() const { return m_graphRect; }
     [[nodiscard]] const Rect& legendRect() const { return m_legendRect; }
 

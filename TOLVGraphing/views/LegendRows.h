@@ -2,6 +2,7 @@
 
 #include "../data/TOLVLineStyle.h"
 #include "../platform/geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <memory>
@@ -12,22 +13,25 @@ namespace TOLVGraphing {
 
 /// One line of a legend: a name and the style that its series is drawn in (shared; null draws no sample).
 struct LegendEntry {
+    /// In UTF-8.
     std::string title;
+    /// Shared.
     std::shared_ptr<const TOLVLineStyle> lineStyle;
 };
 
 /// Legend entries set in rows from left to right, each a short piece of its line followed by its name, in Helvetica at 10 points. A row breaks where the next entry does not fit; a name wider than
 /// a row has a row of its own, shortened by an ellipsis.
-class LegendRows {
+class TOLV_EXPORT LegendRows {
 public:
     /// The height of one row in points.
     static constexpr double kRowHeight = 14.0;
 
-    /// Sets the entries (copied) in rows of at most the width, in points. Of more rows than `maximumRows` the last one ends with how many entries are left out.
+    /// Sets the entries (copied) in rows of at most the width, in points. There is one row at least. Of more rows than `maximumRows` the last one ends with how many entries are left out.
     LegendRows(const std::vector<LegendEntry>& entries, double width, std::size_t maximumRows);
 
     /// The height of all rows in points; 0 without entries.
     [[nodiscard]] double height() const;
+    /// The number of rows.
     [[nodiscard]] std::size_t rowCount() const { return m_rows.size(); }
     /// Draws into the current context, the first row at the top of the rectangle (y growing upwards), from its left edge.
     void drawInRect(const Rect& rect) const;

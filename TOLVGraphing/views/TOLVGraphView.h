@@ -5,6 +5,7 @@
 #include "../platform/ui/Pasteboard.h"
 #include "../platform/ui/View.h"
 #include "TOLVLegendView.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -21,14 +22,16 @@ class TOLVGraphView;
 
 /// One series as a data source describes it; absent entries pass none.
 struct TOLVDataSet {
+    /// Shared, in data units.
     TOLVGraphData::Samples x;
     TOLVGraphData::Samples y;
+    /// What the series' line is drawn in: see TOLVGraphData::graphDataWithX.
     std::optional<Color> color;
     std::shared_ptr<TOLVLineStyle> lineStyle;
 };
 
 /// What a graph view may ask for its series. Both operations are optional; a view asks for them only where both are there.
-class TOLVGraphViewDataSource {
+class TOLV_EXPORT TOLVGraphViewDataSource {
 public:
     virtual ~TOLVGraphViewDataSource();
 
@@ -36,6 +39,7 @@ public:
     [[nodiscard]] virtual bool hasDataSets() const { return false; }
     /// None when not greater than 0.
     [[nodiscard]] virtual std::int32_t numberOfDataSetsInPlotView(TOLVGraphView& view);
+    /// The series at a position, from 0.
     [[nodiscard]] virtual TOLVDataSet plotViewDataSetForIndex(TOLVGraphView& view, std::int32_t index);
 };
 
@@ -48,7 +52,7 @@ inline constexpr std::string_view kFixedCopyHeightKey = "TOLVPlot_FixedCopyHeigh
 /// copies itself to the pasteboard. It answers no mouse or keyboard: a host calls the graph's operations with the view's bounds. Not flipped: y grows upwards as in the graph.
 ///
 /// A graph that cannot be drawn (no series, unknown ranges) leaves the background.
-class TOLVGraphView final : public View, public TOLVLegendViewDataSource {
+class TOLV_EXPORT TOLVGraphView final : public View, public TOLVLegendViewDataSource {
     friend class MarginsOnlyGrow;
 
     struct ConstructionKey {
@@ -56,8 +60,9 @@ class TOLVGraphView final : public View, public TOLVLegendViewDataSource {
     };
 
 public:
-    /// A view of a new graph. Points of the holding view.
+    /// A view of a new graph. The frame is in the coordinates of the view that will hold it, in points.
     [[nodiscard]] static std::shared_ptr<TOLVGraphView> initWithFrame(const Rect& frame);
+    /// For `initWithFrame` only.
     TOLVGraphView(ConstructionKey, const Rect& frame);
     ~TOLVGraphView() override;
 
@@ -116,6 +121,7 @@ public:
     /// of a snapshot: they show the graph as it is now. The SVG and the PNG of a view that holds other views are made at once. With the setting "TOLVPlot_UsesFixedCopySize" pictures have the size of the two other settings, as
     /// a user's document wants it, and (0, 0) where those are missing; the view has its own size again afterwards. The sender is not looked at.
     void copy(const View* sender);
+    /// Puts the part of the view that lies in the rectangle (own coordinates) as a document on the pasteboard: PDF, EPS under the type of PostScript, or TIFF. The type has to be declared, otherwise nothing happens.
     void writePDFInsideRect(const Rect& rect, Pasteboard& toPasteboard);
     void writeEPSInsideRect(const Rect& rect, Pasteboard& toPasteboard);
     void writeTIFFInsideRect(const Rect& rect, Pasteboard& toPasteboard);
@@ -146,7 +152,7 @@ private:
 };
 
 /// Keeps the margins that a view fits to its labels from becoming smaller for the life of the scope, so that the data area does not go to and fro while something is dragged. Scopes nest. Afterwards a view that fits margins is asked to draw again.
-class MarginsOnlyGrow {
+class TOLV_EXPORT MarginsOnlyGrow {
 public:
     /// The view is shared and not null.
     explicit MarginsOnlyGrow(std::shared_ptr<TOLVGraphView> view);
@@ -160,6 +166,6 @@ private:
 
 /// The samples of a graph's series as text: for each series two columns separated by tabs, x and y, under its name ("y" without one), in the order of the graph; columns of shorter series end in empty fields. Separators and
 /// line ends in names become blanks. Numbers are the shortest texts that read back as the same float. A null is left out. Empty without series.
-[[nodiscard]] std::string tabSeparatedData(const std::vector<std::shared_ptr<TOLVGraphData>>& graphData);
+[[nodiscard]] TOLV_EXPORT std::string tabSeparatedData(const std::vector<std::shared_ptr<TOLVGraphData>>& graphData);
 
 } // namespace TOLVGraphing

@@ -2,6 +2,7 @@
 
 #include "../platform/graphics/Color.h"
 #include "../platform/ui/View.h"
+#include <TOLVMath/Export.h>
 
 #include <functional>
 #include <memory>
@@ -15,31 +16,37 @@ class TOLVLegendView;
 
 /// One line of a legend: a title and the colour of the swatch beside it (none draws no swatch).
 struct TOLVLegendEntry {
+    /// In UTF-8.
     std::string title;
+    /// Nothing draws no swatch.
     std::optional<Color> color;
 
     friend bool operator==(const TOLVLegendEntry&, const TOLVLegendEntry&) = default;
 };
 
 /// What a legend view may ask for its entries. The operation is optional.
-class TOLVLegendViewDataSource {
+class TOLV_EXPORT TOLVLegendViewDataSource {
 public:
+    /// The lines of a legend, from the top.
     using Entries = std::vector<TOLVLegendEntry>;
 
     virtual ~TOLVLegendViewDataSource();
 
     /// True when `entriesForLegendView` is implemented; false unless a subclass says so.
     [[nodiscard]] virtual bool hasEntriesForLegendView() const { return false; }
+    /// The entries for the view; none unless a subclass says so.
     [[nodiscard]] virtual Entries entriesForLegendView(TOLVLegendView& view);
 };
 
 /// A list of titles in Helvetica at 10 points, right-aligned, each with a swatch of its colour at the right edge. Flipped: y grows downwards from the upper edge.
-class TOLVLegendView final : public View {
+class TOLV_EXPORT TOLVLegendView final : public View {
 public:
+    /// The lines of a legend, from the top.
     using Entries = TOLVLegendViewDataSource::Entries;
 
     /// The entries are copied.
     [[nodiscard]] static std::shared_ptr<TOLVLegendView> initWithEntries(Entries entries, const Rect& frame);
+    /// A legend without entries.
     explicit TOLVLegendView(const Rect& frame) : View(frame) {}
 
     /// Copied. Asks for redisplay when the entries are others.

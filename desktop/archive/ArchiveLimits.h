@@ -4,9 +4,9 @@
 
 namespace TOLVGraphing {
 
-/// How much an archive may ask for before it is refused with an ArchiveError, so that no file, however it was made, exhausts memory or the stack.
+/// How much an archive may ask for before it is refused with an ArchiveError, so that no file, however it was made, exhausts memory or the stack. What is exactly at a limit is read. A value.
 struct ArchiveLimits {
-    /// The size of the file, and of all texts together once each is counted wherever it is used, the names of classes with every object.
+    /// In bytes: the size of the file, and of all texts together once each is counted wherever it is used, the names of classes with every object.
     std::size_t bytes = std::size_t{64} << 20U;
     /// The values of the file and those of the archive, each counted as often as it is written out where sharing is undone.
     std::size_t objects = 1'000'000;

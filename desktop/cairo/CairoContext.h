@@ -2,6 +2,7 @@
 
 #include "PixelRange.h"
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <functional>
@@ -11,7 +12,9 @@
 #include <string>
 #include <vector>
 
+/// The same as in cairo.h, which this header does without.
 typedef struct _cairo cairo_t;
+/// The same as in pango.h.
 typedef struct _PangoLayoutLine PangoLayoutLine;
 
 namespace TOLVGraphing::text {
@@ -22,37 +25,55 @@ namespace TOLVGraphing::paint {
 struct StrokeRun;
 }
 
+/// Drawing into Cairo targets.
 namespace TOLVGraphing::cairo {
 
+/// The library's own.
 enum class StampKind : std::uint8_t;
 
-/// Lets points with y growing upwards reach a Cairo target whose y grows downwards: the origin goes to the lower-left corner, `deviceHeight` device units below the top,
-/// and a point becomes `unitsPerPoint` device units.
-void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerPoint);
+/// Lets points with y growing upwards reach a Cairo target (not null, not owned) whose y grows downwards: the origin goes to the lower-left corner, `deviceHeight` device units below the origin in force,
+/// and a point becomes `unitsPerPoint` device units (finite, above zero). The target's transform is changed on top of the one that it has.
+TOLV_EXPORT void setUpwardCoordinates(cairo_t* target, double deviceHeight, double unitsPerPoint);
 
-/// Draws into a Cairo target: images, PDF, PostScript, windows.
+/// Draws into a Cairo target: images, PDF, PostScript, windows. A host that paints with Cairo shows a graph view, in a window that is `height` device units high, with `scale` device units a point (1 where
+/// they are logical pixels), by
 ///
-/// The transform in force at construction is the base: it maps points with y growing upwards to the device (setUpwardCoordinates makes such a one). The target is left as it was
-/// found, whatever was saved and not restored, when the context goes.
+///     cairo_save(target);
+///     cairo::setUpwardCoordinates(target, height, scale);
+///     {
+///         cairo::CairoContext context(target);
+///         view->displayInContext(context);
+///     }
+///     cairo_restore(target);
+///
+/// and what draws into the current context, such as a GraphSheet, under a CurrentContextScope of the context. A PixelAlignedContext between the two puts straight lines on whole pixels, a DarkContext turns the colours for a dark
+/// window. Texts are always set by the desktop's text system; for them to be measured alike, the program calls installDesktopTextSystem at its start.
+///
+/// The transform in force at construction is the base: it maps points with y growing upwards to the device (setUpwardCoordinates makes such a one). Clip and antialiasing of the target hold as well; operator, line width,
+/// dash, cap, join and miter limit start as those of every context, and a path that the target has begun is lost. When the context goes, the target is otherwise left as it was found, whatever was saved and not restored.
+/// Between construction and end the target is used through the context only.
+///
+/// Nothing here throws but for want of memory: what goes wrong in Cairo, before or meanwhile, stays in `error()`, and what is drawn after it may be missing. Contexts of different targets may be used from several threads at a time.
 ///
 /// Nothing that is drawn puts the target into Cairo's error state or wraps around in its fixed-point numbers:
-/// - elements with non-finite points are left out (see paint::finiteElements), a transform that cannot be inverted (or only
+/// - elements with non-finite points are left out (what follows goes on from the last finite point), a transform that cannot be inverted (or only
 ///   with areas beyond 1e24) draws nothing until it is restored,
 ///   and no lines are drawn under one that stretches one direction a thousand million times as far as another;
 /// - colours are limited to 0...1 when something is painted, and what is wholly transparent is not painted;
-/// - dashes go through paint::usableDash; a line width that is not above zero draws nothing, one that is not finite likewise;
+/// - a dash with a negative or non-finite length, or without any above zero, is the solid line, a phase that is not finite is 0; a line width that is not above zero draws nothing, one that is not finite likewise;
 /// - a path that reaches farther than a million device units is cut to a window around the clip, the rest is exact;
 /// - a dashed line out of sight is cut off as well, because Cairo would walk along all its dashes; one of more than a million dashes and gaps is painted without them on pixels, in a colour that is weaker by the part that the gaps take;
 /// - a line with round or square ends that is a thousand times wider than its gaps is painted without them, because nothing of them would be seen and each end costs Cairo thousands of vertices.
 ///
 /// On pixels upright boxes (backgrounds, frames, grid lines; those in translucent colours where they cover whole pixels) and small text are drawn without Cairo, with the same result to the byte, where the clip is known to end at whole pixels:
-/// the clip that the context finds and every one that is set through it. A line with many corners that goes in one direction of x, as the curve of a graph does, is painted from its exact coverage (see PolylineStrokes.h) many times faster than by Cairo.
+/// the clip that the context finds and every one that is set through it. A line with many corners that goes in one direction of x, as the curve of a graph does, is painted from its exact coverage many times faster than by Cairo.
+/// Pixels in this sense are those of an image surface without device scale and offset; every other surface gets the same picture from Cairo alone.
 ///
-/// Text is always upright in the coordinates in force. On pixels its glyphs stand within an eighth of a pixel of their exact places (see GlyphMasks), large text exactly;
-/// elsewhere it stays text with embedded fonts.
-class CairoContext final : public DrawingContext {
+/// Text is always upright in the coordinates in force. On pixels its glyphs stand within an eighth of a pixel of their exact places, large text exactly;
+/// elsewhere it stays text with embedded fonts. Text whose em is shorter than about 0.03 or longer than about 7,000 device units is left out.
+class TOLV_EXPORT CairoContext final : public DrawingContext {
 public:
-    /// Takes a reference to the target. On PostScript every translucent colour makes Cairo turn the page into a bitmap: draw through a paint::OpaqueContext there.
+    /// Takes a reference to the target, which is not null. On PostScript every translucent colour makes Cairo turn the page into a bitmap: draw through a paint::OpaqueContext there.
     explicit CairoContext(cairo_t* target);
     ~CairoContext() override;
 
@@ -70,17 +91,17 @@ public:
     void drawFilledPath(const Path& path, FillRule rule) override;
     void drawStrokedPath(const Path& path) override;
     void drawText(const AttributedString& text, Point origin) override;
-    /// True for images while the clip consists of whole pixels: small paths are then painted from remembered coverage (see PathStamps), all others by themselves.
+    /// True for images while the clip consists of whole pixels: small paths are then painted from remembered coverage, all others by themselves.
     [[nodiscard]] bool drawsRepeatsQuickly() const override;
     void drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places) override;
     void drawStrokedRepeats(const Path& path, std::span<const Point> places) override;
-    /// Known for images, of rectangles whose edges the transform puts on edges of pixels, while the clip consists of whole pixels.
+    /// The pixels that a fill of the rectangle covers wholly, rows counted downwards from the top: known for images, of rectangles whose edges the transform puts on edges of pixels, while the clip consists of whole pixels.
     [[nodiscard]] std::optional<Rect> wholePixelsOfFill(const Rect& rect) const override;
     [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override;
 
     /// What went wrong in Cairo, in its words; empty while all is well.
     [[nodiscard]] std::string error() const;
-    /// The Cairo target, owned by the context.
+    /// The Cairo target; the context has a reference to it for as long as it lives.
     [[nodiscard]] cairo_t* target() const { return m_target; }
 
 private:

@@ -2,16 +2,18 @@
 
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
 #include "TOLVGraphing/platform/text/AttributedString.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
 
+/// Rules of painting that backends share.
 namespace TOLVGraphing::paint {
 
-/// The opaque colour that a colour has, limited to 0...1, when it is painted over an opaque one.
-[[nodiscard]] Color blendedColor(const Color& over, const Color& under);
+/// The opaque colour that a colour has, limited to 0...1, when it is painted over an opaque one, whose components lie in 0...1 and whose alpha is not looked at.
+[[nodiscard]] TOLV_EXPORT Color blendedColor(const Color& over, const Color& under);
 
 /// Passes a drawing on to a context that knows no translucency, in opaque colours only. PostScript is such a one: Cairo turns a page with any translucency into a bitmap.
 ///
@@ -19,9 +21,11 @@ namespace TOLVGraphing::paint {
 /// The result is that of true blending, in vectors. A translucent line or text has the colour that it has on the empty page, whatever lies below. When areas pile up so that
 /// more than `kMostRepeatedPoints` path points, those of clips included, would have to be drawn again in all, further areas cover what is below them likewise.
 ///
-/// The target is not owned, has to be in its initial state, and is used through this object only.
-class OpaqueContext final : public DrawingContext {
+/// The target is not owned, has to outlive this object and be in its initial state, and is used through this object only. Coordinates are those of the target. Everything that is drawn is remembered, with copies of its paths, as long as
+/// this object lives. GraphicsOutput.h makes one for PostScript and EPS; a host needs it only where it draws on such a target of its own.
+class TOLV_EXPORT OpaqueContext final : public DrawingContext {
 public:
+    /// How many path points are drawn again in all, in repeats for areas that shine through.
     static constexpr std::size_t kMostRepeatedPoints = 200000;
 
     /// The page's colour is opaque and has been painted already.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <optional>
 #include <string_view>
 
@@ -12,6 +14,6 @@ namespace TOLVGraphing::input {
 /// `24:00` is the end of the day; a 60th second is accepted. The calendar is the Gregorian one throughout, also before 1582.
 ///
 /// Nothing where the text does not have one of these forms; NaN where it has the form and is no date (`2012-13-45`).
-[[nodiscard]] std::optional<double> daysOfDate(std::string_view text);
+[[nodiscard]] TOLV_EXPORT std::optional<double> daysOfDate(std::string_view text);
 
 } // namespace TOLVGraphing::input

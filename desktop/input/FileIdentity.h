@@ -1,13 +1,16 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstdint>
 #include <optional>
 #include <string>
 
 namespace TOLVGraphing::input {
 
-/// What tells one file, in one state, from others. Equal identities promise nothing where somebody sets times back on purpose.
+/// What tells one file, in one state, from others. A value. Equal identities promise nothing where somebody sets times back on purpose.
 struct FileIdentity {
+    /// The file system that the file is on, and the number that it has there.
     std::uint64_t device = 0;
     std::uint64_t node = 0;
     /// In bytes.
@@ -19,10 +22,10 @@ struct FileIdentity {
     friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
-/// Of an open regular file; nothing for anything else, and where the system does not tell.
-[[nodiscard]] std::optional<FileIdentity> identityOfDescriptor(int descriptor);
+/// The identity of an open regular file, by its descriptor, which stays the caller's; nothing for anything else, and where the system does not tell.
+[[nodiscard]] TOLV_EXPORT std::optional<FileIdentity> identityOfDescriptor(int descriptor);
 
-/// Throws MeasurementError, which names the file as `name`, where the open regular file has fewer bytes by now. Does nothing where the system does not tell its length.
-void requireLength(int descriptor, std::uint64_t length, const std::string& name);
+/// Throws MeasurementError, which names the file as `name`, where the open regular file has fewer bytes than `length` by now. Does nothing where the system does not tell its length.
+TOLV_EXPORT void requireLength(int descriptor, std::uint64_t length, const std::string& name);
 
 } // namespace TOLVGraphing::input

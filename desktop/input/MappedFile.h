@@ -2,6 +2,8 @@
 
 #include <desktop/input/FileIdentity.h>
 
+#include <TOLVMath/Export.h>
+
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -17,7 +19,7 @@ class MappingGuard;
 /// No lock is held and nothing is copied, so the bytes are those of the file now: where somebody writes into the file they change, at any time and in parts. A file that is replaced by another one of its name (as careful
 /// programs save) stays as it was. A file that is cut leaves zeros behind its new end instead of ending the process, see MappingGuard, and hasLostPages() tells so once they were touched; pages that a disk or a network
 /// fails to give are zeros likewise. Bytes up to a page behind the end may be read: a search that finds no longer what had been there ends in zeros.
-class MappedFile {
+class TOLV_EXPORT MappedFile {
 public:
     /// Throws MeasurementError where the path is missing, unreadable, a folder, a pipe or a device, or where the system refuses. An empty file has no bytes.
     [[nodiscard]] static std::shared_ptr<const MappedFile> fileAtPath(const std::string& path);

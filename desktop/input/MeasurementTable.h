@@ -1,6 +1,7 @@
 #pragma once
 
 #include <desktop/input/ColumnValues.h>
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <memory>
@@ -18,17 +19,18 @@ enum class ColumnKind {
     Text,   ///< words; numbers among them are still in the values
 };
 
-/// "number", "date" or "text".
-[[nodiscard]] std::string_view columnKindName(ColumnKind kind);
+/// The word for a listing: "number", "date" or "text".
+[[nodiscard]] TOLV_EXPORT std::string_view columnKindName(ColumnKind kind);
 
-/// One column of a measurement: a name and one float per row.
-struct MeasurementColumn {
+/// One column of a measurement: a name and one float per row. A value. Texts are UTF-8.
+struct TOLV_EXPORT MeasurementColumn {
     /// Position in the file, counted from 1.
     std::size_t number = 0;
     /// From the header row; empty where there is none. Two columns may have the same name.
     std::string name;
     /// From the units row, for example "Volt"; without the brackets that may surround it; empty where there is none.
     std::string unit;
+    /// Numbers, dates or words.
     ColumnKind kind = ColumnKind::Number;
 
     /// One value per row, NaN for a gap (an empty or missing field, a word). A number is the float nearest to the decimal text: beyond
@@ -55,11 +57,11 @@ struct MeasurementColumn {
     friend bool operator==(const MeasurementColumn&, const MeasurementColumn&);
 };
 
-/// How a file was read: what a listing of its columns can tell the user.
-struct TableFormat {
-    /// For example "delimited text", "npy 1.0 <f8" or "WAV (Microsoft), Signed 16 bit PCM".
+/// How a file was read: what a listing of its columns can tell the user. A value.
+struct TOLV_EXPORT TableFormat {
+    /// For example "delimited text", `npy 1.0 <f8` or "WAV (Microsoft), Signed 16 bit PCM".
     std::string kind;
-    /// ',' ';' '\t' or another character; ' ' stands for runs of blanks and tabs. NUL where the file is not text.
+    /// A comma, a semicolon, a tab or another character; ' ' stands for runs of blanks and tabs. NUL where the file is not text.
     char delimiter = '\0';
     /// '.' or ','.
     char decimalMark = '.';
@@ -74,19 +76,21 @@ struct TableFormat {
     friend bool operator==(const TableFormat&, const TableFormat&) = default;
 };
 
-/// "comma", "semicolon", "tab", "blanks", otherwise the character itself in quotation marks.
-[[nodiscard]] std::string delimiterName(char delimiter);
+/// The separator's name for a listing: "comma", "semicolon", "tab", "blanks", otherwise the character itself in quotation marks.
+[[nodiscard]] TOLV_EXPORT std::string delimiterName(char delimiter);
 
-/// A measurement file in memory. All columns have the same number of rows, and at least one column has at least one value.
+/// A measurement file in memory. As a reader makes it, all columns have the same number of rows, and at least one column has at least one value. A value; a table that is made by default is empty.
 ///
 /// The values may be moved out of the columns without a copy (`table.columns[1].values.takeVector()`, or `std::vector<float> values = std::move(table.columns[1].values)` where they are not in a mapped file); rowCount() is
 /// then meaningless.
-struct MeasurementTable {
+struct TOLV_EXPORT MeasurementTable {
+    /// In the order of the file.
     std::vector<MeasurementColumn> columns;
     /// The path as it was given, `-` for standard input.
     std::string sourceName;
     /// Samples per second, where the file states them: a sound file, or a line about the sampling rate before a text table.
     std::optional<double> sampleRate;
+    /// How the file was read.
     TableFormat format;
     /// The columns are channels that were sampled together, none of them the time: the row number stands for x unless a column is chosen.
     bool areColumnsChannels = false;
@@ -98,11 +102,11 @@ struct MeasurementTable {
     std::size_t longRowCount = 0;
     std::size_t firstLongLine = 0;
 
-    /// The file that values are in; null where all are in memory of their own.
+    /// The mapped file that values are in (shared), to be kept or compared with null: null where all are in memory of their own.
     [[nodiscard]] std::shared_ptr<const MappedFile> mappedFile() const;
     /// 0 for a table without columns.
     [[nodiscard]] std::size_t rowCount() const;
-    /// The index (from 0) of the first column whose name, or else whose display name, is this text.
+    /// The index (from 0) of the first column whose name, or else whose display name, is this text; nothing where there is none.
     [[nodiscard]] std::optional<std::size_t> indexOfColumn(std::string_view name) const;
     /// The same, or else the index of the column whose number, counted from 1, is this text.
     [[nodiscard]] std::optional<std::size_t> indexOfColumnOrNumber(std::string_view nameOrNumber) const;

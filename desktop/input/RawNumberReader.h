@@ -4,12 +4,14 @@
 #include <desktop/input/MeasurementTable.h>
 #include <desktop/input/ReadSettings.h>
 
+#include <TOLVMath/Export.h>
+
 #include <string_view>
 
 namespace TOLVGraphing::input {
 
 /// Whether a file of this name (`scope.f32`, `SCOPE.F64`) has raw numbers, judged by the letters behind the last point. Nothing else can tell: any bytes are numbers.
-[[nodiscard]] bool hasRawNumberSuffix(std::string_view fileName);
+[[nodiscard]] TOLV_EXPORT bool hasRawNumberSuffix(std::string_view fileName);
 
 /// Reads a file of nothing but numbers: floats of four bytes in a file called .f32, of eight in any other, the lowest byte first.
 ///

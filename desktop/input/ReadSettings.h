@@ -1,6 +1,7 @@
 #pragma once
 
 #include <desktop/input/ExtremesFolder.h>
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -28,25 +29,26 @@ inline constexpr std::uint64_t kMaximumPipedBytes = std::uint64_t{1} << 30;
 inline constexpr std::uint64_t kMaximumSoundValues = std::uint64_t{1} << 28;
 inline constexpr std::uint64_t kMaximumSoundValuesPerByte = 64;
 
-/// How far reading has come.
+/// How far reading has come. A value.
 struct ReadProgress {
+    /// Bytes of the file that have been used.
     std::uint64_t bytesRead = 0;
-    /// Nothing where the length is not known beforehand: a pipe, a terminal.
+    /// The file's length in bytes; nothing where it is not known beforehand: a pipe, a terminal.
     std::optional<std::uint64_t> totalBytes;
 
     friend bool operator==(const ReadProgress&, const ReadProgress&) = default;
 };
 
-/// How to read a measurement file. A default-made value detects everything.
+/// How to read a measurement file. A default-made value detects everything. A value. Settings that cannot be are told as a MeasurementError when a file is read that they hold for.
 struct ReadSettings {
-    /// The field separator of a text file: ' ' stands for runs of blanks and tabs. Detected among `,` `;` tab and blanks where absent.
+    /// The field separator of a text file: a punctuation mark that is no part of numbers, a tab, or ' ' for runs of blanks and tabs. Detected among `,` `;` tab and blanks where absent.
     std::optional<char> delimiter;
     /// '.' or ','. Detected where absent; never a comma where the comma separates the fields.
     std::optional<char> decimalMark;
     /// 0: the first line is a row of the table; 1: it has the names; 2: a line of units follows. Where absent, the table and its header
     /// are looked for, whatever stands before them.
     std::optional<std::size_t> headerRows;
-    /// This many lines at the start are not looked at.
+    /// This many lines at the start of a text file are not looked at. No more lines in the file is an error.
     std::size_t skippedLines = 0;
 
     /// Names, display names ("column 3") or numbers counted from 1 of the columns whose field texts are kept, see MeasurementColumn::texts; a
@@ -68,7 +70,7 @@ struct ReadSettings {
     std::uint64_t mostPipedBytes = kMaximumPipedBytes;
     std::uint64_t mostSoundValues = kMaximumSoundValues;
 
-    /// Called about every 4 MiB from the reading thread, and once at the end; false cancels by ReadingCancelled.
+    /// Called about every 4 MiB from the reading thread, and once at the end; false cancels by ReadingCancelled, and what it throws ends the reading likewise. Empty for none.
     std::function<bool(const ReadProgress&)> progress;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <desktop/input/MeasurementTable.h>
+#include <TOLVMath/Export.h>
 
 #include <TOLVGraphing/data/TOLVGraphData.h>
 
@@ -15,7 +16,7 @@ namespace TOLVGraphing::input {
 /// The most rows of a table that is drawn by categories. More is an error: not even the largest sheet, 14,400 points wide, has room for them.
 inline constexpr std::size_t kMaximumCategoryCount = 20'000;
 
-/// Which columns of a table become series. A column is named by its name, by its display name ("column 3") or by its number counted from 1; a name goes before a number.
+/// Which columns of a table become series. A column is named by its name, by its display name ("column 3") or by its number counted from 1; a name goes before a number. A value.
 struct ColumnRequest {
     /// The abscissae; "index" stands for the row number counted from 0. Nothing: the first column when the table has others, this one is not words and the columns are not channels, else the row number. With categories also words:
     /// the row number then stands in for them.
@@ -28,8 +29,9 @@ struct ColumnRequest {
     std::optional<std::string> categoryColumn = std::nullopt;
 };
 
-/// A series made from two columns. The line style is the library's default; the series' name is the column's, or "column 3" where it has none.
+/// A series made from two columns. The line style is the library's default, black and 1 point wide; the series' name is the column's, or "column 3" where it has none.
 struct SelectedSeries {
+    /// New, shared with nobody; never null.
     std::shared_ptr<TOLVGraphData> data;
     /// The ordinates' name and unit as the file states them; empty where it does not.
     std::string name;
@@ -38,6 +40,7 @@ struct SelectedSeries {
 
 /// The series of one table.
 struct SeriesSelection {
+    /// In the order of the request, or of the table. Never empty.
     std::vector<SelectedSeries> series;
     /// The abscissae's name and unit as the file states them; the name is "sample" where the row number stands in. With categories those of the column of their texts.
     std::string xName;
@@ -57,9 +60,9 @@ struct SeriesSelection {
 /// the x column's values where these are finite and each is greater than the one before, and the row numbers otherwise.
 ///
 /// Throws MeasurementError when a column does not exist, when no column to draw has a number, or when there are more categories than kMaximumCategoryCount.
-[[nodiscard]] SeriesSelection selectSeries(MeasurementTable&& table, const ColumnRequest& request);
+[[nodiscard]] TOLV_EXPORT SeriesSelection selectSeries(MeasurementTable&& table, const ColumnRequest& request);
 
 /// The index (from 0) of the column that a name or number means. Throws MeasurementError naming the table's columns when there is none.
-[[nodiscard]] std::size_t requireColumn(const MeasurementTable& table, const std::string& nameOrNumber);
+[[nodiscard]] TOLV_EXPORT std::size_t requireColumn(const MeasurementTable& table, const std::string& nameOrNumber);
 
 } // namespace TOLVGraphing::input

@@ -2,6 +2,7 @@
 
 #include "FileError.h"
 #include "TemporaryFiles.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <filesystem>
@@ -17,18 +18,20 @@ namespace TOLVGraphing {
 ///
 /// A replaced file keeps its permissions; a new one gets those of the process's mask. A symbolic link stays, the file that it names is replaced. What is not a
 /// regular file (a terminal, a pipe, a device, or an open descriptor such as /dev/stdout) cannot be replaced: the bytes are written to it as they come, also where it takes them slowly and is not to be waited for (O_NONBLOCK).
-class AtomicFile {
+///
+/// Used from one thread. Temporary files are named `.tolv-` and `.tmp` with letters between them, which differ each time.
+class TOLV_EXPORT AtomicFile {
 public:
     /// Prepares to write the file. Throws FileError when the path names a folder, a file without permission to write, or a folder that takes no new files.
     explicit AtomicFile(std::filesystem::path path);
-    /// Without a commit, removes the temporary file.
+    /// Without a commit, removes the temporary file: the old file is as it was.
     ~AtomicFile();
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
 
-    /// Appends the bytes. Small pieces are collected. Throws FileError when they cannot be stored, or after a commit.
+    /// Appends the bytes (copied). Pieces are collected up to 64 KiB. Throws FileError when they cannot be stored, or after a commit.
     void write(std::span<const std::byte> bytes);
-    /// Brings everything to the disk and puts the file in place. Throws FileError, and then the old file is still there.
+    /// Brings everything to the disk and puts the file in place, which ends the writing. Throws FileError, and then the old file is still there.
     void commit();
 
     /// The path as the caller gave it.
@@ -53,7 +56,7 @@ private:
     int m_descriptor = -1;
 };
 
-/// Replaces the file's contents by the bytes, as an AtomicFile does it.
-void writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes);
+/// Replaces the file's contents by the bytes, or makes the file, as an AtomicFile does it. Throws FileError; the old file is then as it was.
+TOLV_EXPORT void writeFileAtomically(const std::filesystem::path& path, std::span<const std::byte> bytes);
 
 } // namespace TOLVGraphing

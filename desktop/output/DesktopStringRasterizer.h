@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TOLVGraphing/platform/opengl/StringRasterizer.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 
@@ -10,12 +11,13 @@ namespace TOLVGraphing {
 ///
 /// Bitmaps have an alpha channel. A frame is rounded up to whole pixels, and its lower-left corner is that of the bitmap. A frame that is not finite, has no pixels or has more than 16,384 a side or 67,108,864 in all gives an
 /// empty bitmap; the latter writes a line to the log.
-class DesktopStringRasterizer final : public StringRasterizer {
+class TOLV_EXPORT DesktopStringRasterizer final : public StringRasterizer {
 public:
     /// What the components are. Straight ones suit the blend function that most scenes have, glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA): clear pixels have the text's colour, so that nothing dark shines through at the
     /// edges where pixels are interpolated. Premultiplied ones suit scenes with glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA).
     enum class Components : std::uint8_t { Straight, Premultiplied };
 
+    /// Straight components by default.
     explicit DesktopStringRasterizer(Components components = Components::Straight) : m_components(components) {}
 
     [[nodiscard]] StringBitmap bitmapOfString(const AttributedString& string, const StringFrame& frame) const override;
@@ -25,6 +27,6 @@ private:
 };
 
 /// Makes the bitmaps of every string texture of the process from now on. Programs call it once at their start, besides `installDesktopTextSystem`.
-void installDesktopStringRasterizer(DesktopStringRasterizer::Components components = DesktopStringRasterizer::Components::Straight);
+TOLV_EXPORT void installDesktopStringRasterizer(DesktopStringRasterizer::Components components = DesktopStringRasterizer::Components::Straight);
 
 } // namespace TOLVGraphing

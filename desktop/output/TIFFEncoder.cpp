@@ -108,6 +108,8 @@ void setTags(TIFF* tiff, const PixelRows& image)
 
 std::vector<std::byte> encodedTIFF(const PixelRows& image)
 {
+    if (image.width == 0 || image.height == 0)
+        throw OutputError("cannot make the TIFF image: it has no pixels");
     MemoryFile file;
     // Little-endian on every machine; no memory mapping.
     TIFFPointer tiff(

@@ -1,17 +1,19 @@
 #pragma once
 
 #include "TOLVGraphing/platform/graphics/DrawingContext.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+/// Drawing as SVG.
 namespace TOLVGraphing::svg {
 
 /// Writes a drawing as an SVG 1.1 document whose text stays text: it can be searched, copied and edited.
 ///
-/// The page is `size` points, y growing upwards; one unit of the document is a point. Paths are written in page coordinates with six digits after the point, colours with 8 bits a
+/// The page is `size` points, y growing upwards; one unit of the document is a point, its width and height are given in `pt`. Paths are written in page coordinates with six digits after the point, colours with 8 bits a
 /// component. The same calls give the same bytes.
 ///
 /// Text is set in a list of families that starts with the named one, at the place and length that the desktop's text system computes: where a reader has another font,
@@ -19,9 +21,12 @@ namespace TOLVGraphing::svg {
 ///
 /// Clips become groups; the elements of one clip stay in one group across save and restore, and equal clips share a definition.
 /// Nothing is written for elements that would paint nothing, for non-finite points (see paint::finiteElements) or under a transform without inverse. Paths that reach
-/// farther than a million points are cut to the surroundings of the page.
-class SVGContext final : public DrawingContext {
+/// farther than a million points are cut to the surroundings of the page. Bytes that are no UTF-8, and characters that XML does not know, are replaced.
+///
+/// `renderToBytes` makes one for OutputKind::SVG; a host needs it only for a document of its own. Texts are set by the desktop's text system (see installDesktopTextSystem). One object is used from one thread at a time.
+class TOLV_EXPORT SVGContext final : public DrawingContext {
 public:
+    /// An empty, clear page of this size in points, which has to be finite and above zero.
     explicit SVGContext(Size size);
 
     /// What the document is called; readers show it. Empty writes none.
@@ -44,7 +49,7 @@ public:
     void drawStrokedPath(const Path& path) override;
     void drawText(const AttributedString& text, Point origin) override;
 
-    /// The complete document as drawn so far, ended by a newline.
+    /// The complete document as drawn so far, in UTF-8, ended by a newline. The drawing may go on afterwards.
     [[nodiscard]] std::string document() const;
 
 private:

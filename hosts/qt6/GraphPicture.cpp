@@ -44,12 +44,14 @@ bool GraphPicture::update(TOLVGraphView& view, const Target& target)
     if (m_image.size() != target.size)
         m_image = QImage(target.size, QImage::Format_ARGB32_Premultiplied);
     m_target = target;
-    m_isValid = true;
+    m_isValid = m_image.isNull();
     if (m_image.isNull())
         return false;
     m_image.fill(groundOf(view, target.isDark));
     const PixelMemory memory{m_image.bits(), m_image.width(), m_image.height(), static_cast<std::ptrdiff_t>(m_image.bytesPerLine())};
     drawOnPixels(memory, target.ratio, [&](DrawingContext& context) { draw(view, target, context); });
+    // What could not be drawn to its end is no picture: it is tried again.
+    m_isValid = true;
     return true;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <QString>
 
 #include <functional>
@@ -8,10 +10,11 @@ class QWidget;
 
 namespace TOLVGraphing {
 
-/// Carries something out and shows a dialog when it throws: what failed, and below it the reason in the exception's words. True when nothing was thrown.
-bool attempt(QWidget* parent, const QString& failure, const std::function<void()>& work);
+/// Carries something out and shows a dialog when it throws a std::exception: what failed (a sentence), and below it the reason in the exception's words, or that memory is short. True when nothing was thrown. In the thread of the application;
+/// `parent` may be null.
+TOLV_EXPORT bool attempt(QWidget* parent, const QString& failure, const std::function<void()>& work);
 
-/// The dialog alone. Returns when the user has closed it.
-void showProblem(QWidget* parent, const QString& failure, const QString& reason);
+/// The dialog alone: what failed and the reason, both as they will be read. Returns when the user has closed it; the event loop runs meanwhile.
+TOLV_EXPORT void showProblem(QWidget* parent, const QString& failure, const QString& reason);
 
 } // namespace TOLVGraphing

@@ -2,15 +2,20 @@
 
 #include "WidgetSetup.h"
 
+#include <TOLVGraphing/drawing/TOLVGraphDrawing.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
+#include <TOLVGraphing/platform/graphics/Path.h>
 
 #include <QAction>
+#include <QImage>
+#include <QPixmap>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
@@ -54,6 +59,31 @@ TEST(GraphWidgetHost, staysInOrderWhenAPreparationThrows)
     shown.widget().view()->setNeedsDisplay();
     ShownWidget::settle();
     EXPECT_EQ(shown.widget().drawCount(), drawn + 1);
+}
+
+/// Draws half of something and gives up, as often as it is asked.
+struct FailingDrawing final : TOLVGraphDrawing {
+    void drawGraph(const std::shared_ptr<TOLVGraph>&, const Rect& inRect) override
+    {
+        ++count;
+        Path::pathWithRect(inRect).fill();
+        throw std::runtime_error("no series");
+    }
+
+    int count = 0;
+};
+
+TEST(GraphWidgetHost, ShowsNoHalfOfAPicture)
+{
+    ShownWidget shown;
+    ShownWidget::settle();
+    const auto drawing = std::make_shared<FailingDrawing>();
+    shown.graph().setDrawingStrategy(drawing);
+    const QImage first = shown.widget().grab().toImage();
+    EXPECT_EQ(drawing->count, 1);
+    // What went wrong is said again, and it is tried again, however often the window is uncovered.
+    EXPECT_EQ(shown.widget().grab().toImage(), first);
+    EXPECT_EQ(drawing->count, 2);
 }
 
 TEST(GraphWidgetHost, fitsAsTheHostWantsIt)

@@ -41,13 +41,15 @@ public:
     }
 
     /// True when one has appeared; false after the patience.
-    [[nodiscard]] bool wait(std::chrono::seconds patience = std::chrono::seconds(20)) const
+    [[nodiscard]] bool wait(std::chrono::seconds patience = std::chrono::seconds(20))
     {
         const auto end = std::chrono::steady_clock::now() + patience;
         while (std::chrono::steady_clock::now() < end && xcb_connection_has_error(m_connection.get()) == 0) {
             while (const std::unique_ptr<xcb_generic_event_t, decltype(&std::free)> event{xcb_poll_for_event(m_connection.get()), &std::free}) {
-                if ((event->response_type & 0x7F) == XCB_MAP_NOTIFY)
+                if ((event->response_type & 0x7F) == XCB_MAP_NOTIFY) {
+                    m_window = reinterpret_cast<const xcb_map_notify_event_t*>(event.get())->window;
                     return true;
+                }
             }
             pollfd waiting{xcb_get_file_descriptor(m_connection.get()), POLLIN, 0};
             ::poll(&waiting, 1, 100);
@@ -55,8 +57,18 @@ public:
         return false;
     }
 
+    /// What the window that appeared says of its program: two names, each with a zero behind it.
+    [[nodiscard]] std::string programNames() const
+    {
+        const auto cookie = xcb_get_property(m_connection.get(), 0, m_window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 256);
+        const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply{xcb_get_property_reply(m_connection.get(), cookie, nullptr), &std::free};
+        return reply ? std::string(static_cast<const char*>(xcb_get_property_value(reply.get())), static_cast<std::size_t>(xcb_get_property_value_length(reply.get())))
+                     : std::string();
+    }
+
 private:
     std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> m_connection;
+    xcb_window_t m_window = XCB_WINDOW_NONE;
 };
 
 class ViewerOnDisplay : public testing::Test {
@@ -82,10 +94,11 @@ protected:
         words.insert(words.end(), environment.begin(), environment.end());
         words.emplace_back(TOLV_PROGRAM_TOLVGRAPH_VIEWER);
         words.push_back(m_folder.path("table.csv"));
-        const WindowWatch watch(m_display->name());
+        WindowWatch watch(m_display->name());
         ProcessSurroundings surroundings;
         surroundings.whileRunning = [&](pid_t process) {
             EXPECT_TRUE(watch.wait());
+            m_programNames = watch.programNames();
             whenShown(process);
         };
         return testing_support::runProcess(words, surroundings);
@@ -93,6 +106,7 @@ protected:
 
     TemporaryFolder m_folder;
     std::optional<PrivateDisplay> m_display;
+    std::string m_programNames;
 };
 
 void end(pid_t process)
@@ -105,6 +119,15 @@ TEST_F(ViewerOnDisplay, endsWithoutACrashWhenTheDisplayDoes)
     const ProcessResult result = run({}, [this](pid_t) { m_display->end(); });
     EXPECT_EQ(result.signal, 0) << result.text();
     EXPECT_EQ(result.status, 1) << result.text();
+}
+
+TEST_F(ViewerOnDisplay, namesItselfAsItsDesktopFileExpects)
+{
+    const ProcessResult result = run({}, end);
+    EXPECT_EQ(result.signal, SIGTERM) << result.text();
+    EXPECT_THAT(m_programNames, testing::StartsWith(std::string("tolvgraph-viewer\0", 17)));
+    EXPECT_THAT(
+        testing_support::contentOfFile(TOLV_SOURCE_DIR "/apps/viewer/qt/desktop/io.github.tolvgraphing.Viewer.desktop"), testing::HasSubstr("\nStartupWMClass=tolvgraph-viewer\n"));
 }
 
 TEST_F(ViewerOnDisplay, startsWhereNothingCanBeKept)

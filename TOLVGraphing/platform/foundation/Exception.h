@@ -1,16 +1,21 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <stdexcept>
 #include <string>
 
 namespace TOLVGraphing {
 
 /// A programming error that the caller made: a short fixed name to tell errors apart by, and a reason for people. `what()` reads "NAME: REASON".
-class Exception : public std::runtime_error {
+class TOLV_EXPORT Exception : public std::runtime_error {
 public:
+    /// Copied.
     Exception(std::string name, std::string reason);
 
+    /// What errors are told apart by, for example "IndexOutOfRange".
     [[nodiscard]] const std::string& name() const { return m_name; }
+    /// What went wrong, for people.
     [[nodiscard]] const std::string& reason() const { return m_reason; }
 
 private:
@@ -19,15 +24,16 @@ private:
 };
 
 /// An operation that a class declares and only its subclasses supply was called on the class itself. The name is "UnrecognizedOperation".
-class UnrecognizedOperation : public Exception {
+class TOLV_EXPORT UnrecognizedOperation : public Exception {
 public:
     /// The reason reads "CLASS does not implement OPERATION".
     UnrecognizedOperation(const std::string& className, const std::string& operation);
 };
 
 /// A condition on a parameter was not met. The message is the format with its argument filled in.
-class AssertionFailure : public std::logic_error {
+class TOLV_EXPORT AssertionFailure : public std::logic_error {
 public:
+    /// The format has "%@" where the argument goes.
     AssertionFailure(std::string format, std::string argument, std::string file, int line);
 
     /// The message with "%@" in the argument's place.
@@ -36,6 +42,7 @@ public:
     [[nodiscard]] const std::string& argument() const { return m_argument; }
     /// The source unit, without a suffix.
     [[nodiscard]] const std::string& file() const { return m_file; }
+    /// The line in the source unit.
     [[nodiscard]] int line() const { return m_line; }
 
 private:
@@ -46,6 +53,6 @@ private:
 };
 
 /// Stops the program at once: writes the message, if there is one, to the log and aborts. For states that no caller can go on from.
-[[noreturn]] void stopProgram(const std::string& message = {});
+[[noreturn]] TOLV_EXPORT void stopProgram(const std::string& message = {});
 
 } // namespace TOLVGraphing

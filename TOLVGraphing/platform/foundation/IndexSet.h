@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -13,23 +15,30 @@ inline constexpr std::int64_t kNotFoundIndex = std::numeric_limits<std::int64_t>
 
 /// A run of indices.
 struct IndexRange {
+    /// The first index.
     std::uint64_t location = 0;
+    /// How many there are.
     std::uint64_t length = 0;
 
     friend bool operator==(const IndexRange&, const IndexRange&) = default;
 };
 
 /// A set of list positions in ascending order. A value.
-class IndexSet {
+class TOLV_EXPORT IndexSet {
 public:
+    /// No positions.
     IndexSet() = default;
+    /// In any order; several of one position count once.
     IndexSet(std::initializer_list<std::size_t> indexes);
     explicit IndexSet(std::vector<std::size_t> indexes);
     /// The consecutive indices from `location` on.
     [[nodiscard]] static IndexSet indexSetWithRange(std::size_t location, std::size_t length);
 
+    /// True when there are no positions.
     [[nodiscard]] bool isEmpty() const { return m_indexes.empty(); }
+    /// The number of positions.
     [[nodiscard]] std::size_t count() const { return m_indexes.size(); }
+    /// From the smallest position to the largest, valid until the set is assigned another one.
     [[nodiscard]] auto begin() const { return m_indexes.begin(); }
     [[nodiscard]] auto end() const { return m_indexes.end(); }
 

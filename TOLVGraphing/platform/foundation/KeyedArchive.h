@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
@@ -13,21 +15,25 @@ namespace TOLVGraphing {
 
 struct ArchiveObject;
 
-/// A list inside an archive.
 struct ArchiveArray;
 
 /// One value of an archive: nothing, a boolean, a whole number, a double (kept to the last bit), a text in UTF-8, an object or a list.
 /// Objects and lists are shared: one that is reached on several ways is one object again after reading.
 using ArchiveValue = std::variant<std::monostate, bool, std::int64_t, double, std::string, std::shared_ptr<ArchiveObject>, std::shared_ptr<ArchiveArray>>;
 
+/// A list inside an archive.
 struct ArchiveArray {
+    /// In order.
     std::vector<ArchiveValue> elements;
 };
 
 /// An archived object: its class, the classes that one derives from (nearest first, without the root class), and its values by key in the order written.
-struct ArchiveObject {
+struct TOLV_EXPORT ArchiveObject {
+    /// The class's name.
     std::string className;
+    /// Nearest first, without the root class.
     std::vector<std::string> baseClassNames;
+    /// In the order written; no key is there twice.
     std::vector<std::pair<std::string, ArchiveValue>> values;
 
     /// The value under the key, or null when there is none.
@@ -37,10 +43,11 @@ struct ArchiveObject {
 /// An archive that cannot be read as what it should hold. The text says where, what was found and what was expected.
 class ArchiveError : public std::runtime_error {
 public:
+    /// With its text, which `what()` gives back.
     using std::runtime_error::runtime_error;
 };
 
 /// "a text", "a whole number", "an object of class TOLVMarker", ...: how error texts name a value.
-[[nodiscard]] std::string describeArchiveValue(const ArchiveValue& value);
+[[nodiscard]] TOLV_EXPORT std::string describeArchiveValue(const ArchiveValue& value);
 
 } // namespace TOLVGraphing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KeyedArchive.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <functional>
@@ -18,7 +19,7 @@ class KeyedArchiver;
 class KeyedUnarchiver;
 
 /// An object that can be written to a keyed archive. Reading goes through a factory registered under the class name (ArchiveClassRegistration).
-class Codable {
+class TOLV_EXPORT Codable {
 public:
     virtual ~Codable();
 
@@ -26,16 +27,18 @@ public:
     [[nodiscard]] virtual std::string archiveClassName() const = 0;
     /// The names of the base classes, nearest first, without the root class.
     [[nodiscard]] virtual std::vector<std::string> archiveBaseClassNames() const { return {}; }
+    /// Writes what the object has under keys of its own.
     virtual void encodeWithCoder(KeyedArchiver& coder) const = 0;
 };
 
 /// Collects the values of objects as they encode themselves. Numbers and texts are boxed: each stands as a value of its own under its key.
 /// An object that is encoded several times is stored once.
-class KeyedArchiver {
+class TOLV_EXPORT KeyedArchiver {
 public:
     /// Encodes the object and everything that it reaches. Throws ArchiveError when an object contains itself.
     [[nodiscard]] static std::shared_ptr<ArchiveObject> archivedObject(const Codable& root);
 
+    /// Stores a value (copied) under the key, in place of what was there. A double keeps its bits, NaN and infinities included; texts are UTF-8.
     void encodeDouble(double number, std::string_view key);
     void encodeInteger(std::int64_t number, std::string_view key);
     void encodeBool(bool flag, std::string_view key);
@@ -43,6 +46,7 @@ public:
     /// Null stores "nothing" under the key, which reads back as an absent value. Objects are told apart by their address, so each has to live until the root
     /// has been archived: a copy made for the occasion would be taken for the next one at its place.
     void encodeObject(const Codable* object, std::string_view key);
+    /// Stores the list; nulls in it are left out.
     void encodeObjects(const std::vector<std::shared_ptr<const Codable>>& objects, std::string_view key);
 
 private:
@@ -59,16 +63,18 @@ private:
 
 /// Gives the values of one archived object back. A key that is absent, or that holds nothing, answers nothing; a value of the wrong kind throws ArchiveError.
 /// Whole numbers and doubles stand in for each other where the value is exact.
-class KeyedUnarchiver {
+class TOLV_EXPORT KeyedUnarchiver {
 public:
     /// How an object is made from its archived values; null when the values make none.
     using Factory = std::function<std::shared_ptr<Codable>(KeyedUnarchiver&)>;
 
-    /// Makes the object and all that it reaches. Null when its values make none. Throws ArchiveError on unknown classes, values of the wrong kind, objects
+    /// Makes the object and all that it reaches. Null for null, and when its values make none. For a class that is not registered the nearest of its base classes that is stands in. Throws ArchiveError on classes without one, values of the wrong kind, objects
     /// that contain themselves and nesting deeper than 256 objects.
     [[nodiscard]] static std::shared_ptr<Codable> unarchivedObject(const std::shared_ptr<ArchiveObject>& root);
 
+    /// True when there is a value under the key and it is not nothing.
     [[nodiscard]] bool containsValueForKey(std::string_view key) const;
+    /// The value under the key; nothing when there is none. Throws ArchiveError when it is of another kind.
     [[nodiscard]] std::optional<double> decodeDouble(std::string_view key) const;
     [[nodiscard]] std::optional<std::int64_t> decodeInteger(std::string_view key) const;
     [[nodiscard]] std::optional<bool> decodeBool(std::string_view key) const;
@@ -81,7 +87,7 @@ public:
         return cast<Type>(decodeAnyObject(key), key, expected);
     }
 
-    /// The objects of the list under the key; nothing when there is no list. Elements whose values make no object are left out.
+    /// The objects of the list under the key as `Type`; nothing when there is no list. Throws ArchiveError when it is no list, or an element is of another class. Elements whose values make no object are left out.
     template <typename Type>
     [[nodiscard]] std::optional<std::vector<std::shared_ptr<Type>>> decodeObjects(std::string_view key, std::string_view expected)
     {
@@ -94,7 +100,7 @@ public:
         return objects;
     }
 
-    /// Registers how objects of a class are made, for the whole process; the last registration of a name holds.
+    /// Registers how objects of a class are made, for the whole process; the last registration of a name holds. Safe to call from any thread.
     static void registerClass(const std::string& className, Factory factory);
 
 private:
@@ -122,8 +128,9 @@ private:
 };
 
 /// Registers a class for reading when it is constructed; each archivable class has one in its source file.
-class ArchiveClassRegistration {
+class TOLV_EXPORT ArchiveClassRegistration {
 public:
+    /// See KeyedUnarchiver::registerClass.
     ArchiveClassRegistration(const std::string& className, KeyedUnarchiver::Factory factory);
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -10,14 +12,15 @@ namespace TOLVGraphing {
 using LogSink = std::function<void(std::string_view line)>;
 
 /// Writes one line to the log: to standard error unless a host has put another sink in its place. Safe to call from any thread.
-void writeLog(std::string_view line);
+TOLV_EXPORT void writeLog(std::string_view line);
 
 /// Replaces the sink of the process and returns the former one; an empty sink brings standard error back. Sinks are called one at a time and must not log.
-LogSink setLogSink(LogSink sink);
+TOLV_EXPORT LogSink setLogSink(LogSink sink);
 
 /// Replaces the sink for the life of the scope.
 class LogSinkScope {
 public:
+    /// The sink is copied; the end of the scope brings the former one back.
     explicit LogSinkScope(LogSink sink) : m_former(setLogSink(std::move(sink))) {}
     ~LogSinkScope() { setLogSink(std::move(m_former)); }
     LogSinkScope(const LogSinkScope&) = delete;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "IndexSet.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <exception>
@@ -14,11 +15,18 @@
 namespace TOLVGraphing {
 
 /// What happened to a property. Setting replaces the whole value; the other kinds belong to lists and come with the positions concerned.
-enum class ChangeKind : std::uint8_t { Setting, Insertion, Removal, Replacement };
+enum class ChangeKind : std::uint8_t {
+    Setting,     ///< the property has another value
+    Insertion,   ///< the list has more elements
+    Removal,     ///< the list has fewer elements
+    Replacement, ///< elements of the list are others
+};
 
 /// One announcement.
 struct PropertyChange {
+    /// The property's name.
     std::string key;
+    /// What happened to it.
     ChangeKind kind = ChangeKind::Setting;
     /// Positions inserted (after the change), removed (before it) or replaced; empty for a setting.
     IndexSet indexes;
@@ -30,16 +38,21 @@ struct PropertyChange {
 using ObserverToken = std::uint64_t;
 
 /// Whether an observer is told once right away, before `addObserver` returns.
-enum class InitialDelivery : std::uint8_t { No, Yes };
+enum class InitialDelivery : std::uint8_t {
+    No,  ///< only of changes
+    Yes, ///< right away, marked `isInitial`, and then of changes
+};
 
 /// An object that announces changes of its properties by name.
 ///
 /// Every setter announces, also when the value set equals the old one. A change that is begun and not finished announces nothing. The order among observers is
 /// not defined; an observer may subscribe or unsubscribe others, and may end this object, while it is told. Used from one thread at a time.
-class Observable {
+class TOLV_EXPORT Observable {
 public:
+    /// What is called after a change.
     using Observer = std::function<void(const PropertyChange&)>;
 
+    /// Without observers.
     Observable();
     virtual ~Observable();
     /// Observers are not copied: they watch one object.
@@ -54,7 +67,7 @@ public:
     /// The properties whose changes also change `key`; none unless a subclass says so.
     [[nodiscard]] virtual std::vector<std::string> keysAffectingValueOfKey(std::string_view key) const;
 
-    /// Begin and end a change of a property; setters call them, and so do owners that change a derived property.
+    /// Begins, or ends, a change of a property; setters call them, and so do owners that change a derived property.
     /// Pairs may nest, and each announces. An end without a beginning announces nothing, a beginning without an end leaves later pairs as they are.
     void willChangeValueForKey(std::string_view key);
     void didChangeValueForKey(std::string_view key);
@@ -79,8 +92,9 @@ private:
 };
 
 /// Begins a change of a property and ends it with the scope. What observers throw leaves the scope, unless another exception is doing so already: that one goes on.
-class PropertyChangeScope {
+class TOLV_EXPORT PropertyChangeScope {
 public:
+    /// The object is not owned and has to outlive the scope; the key is copied.
     PropertyChangeScope(Observable& object, std::string key) : m_object(object), m_key(std::move(key)), m_exceptions(std::uncaught_exceptions())
     {
         m_object.willChangeValueForKey(m_key);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <functional>
 #include <memory>
 #include <vector>
@@ -9,11 +11,12 @@ namespace TOLVGraphing {
 /// Records how to take edits back. Each registration outside an explicit group is one step of its own; a group is one step, however much it holds.
 /// While a step is undone, the registrations that arrive become the redo step, and the other way round. A fresh registration clears what could be redone.
 /// What an operation captures is kept alive; its target is not, and the operations of a target that is gone are passed over. Used from one thread.
-class UndoManager {
+class TOLV_EXPORT UndoManager {
 public:
     /// Called with the target when the step is undone.
     using Operation = std::function<void()>;
 
+    /// Nothing to undo.
     UndoManager();
     ~UndoManager();
     UndoManager(const UndoManager&) = delete;
@@ -27,14 +30,17 @@ public:
     /// Throws Exception "UndoGrouping" when no group is open.
     void endUndoGrouping();
 
+    /// True when there is a step to take back, or to do again.
     [[nodiscard]] bool canUndo() const;
     [[nodiscard]] bool canRedo() const;
-    /// Takes the last step back, all of its operations in reverse order. Does nothing when there is none. Throws Exception "UndoGrouping" while a group is open.
+    /// Takes the last step back, all of its operations in reverse order. Does nothing when there is none. What an operation throws passes through; what was undone until then can be redone. Throws Exception "UndoGrouping" while a group is open.
     void undo();
-    /// Does the last undone step again.
+    /// Does the last undone step again, otherwise as `undo`.
     void redo();
+    /// True while a step is taken back, or done again.
     [[nodiscard]] bool isUndoing() const { return m_phase == Phase::Undoing; }
     [[nodiscard]] bool isRedoing() const { return m_phase == Phase::Redoing; }
+    /// Forgets all steps, also those collected in open groups.
     void removeAllActions();
     /// The most steps kept; 0, the default, keeps all. The oldest go first.
     void setLevelsOfUndo(std::size_t levels);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -9,13 +11,15 @@
 namespace TOLVGraphing {
 
 /// The settings that a user has made, by name. A name that is not there reads as false, 0 or nothing; the library itself registers none. Used from one thread.
-class UserDefaults {
+class TOLV_EXPORT UserDefaults {
 public:
     virtual ~UserDefaults();
 
+    /// The setting as a boolean, a whole number or a text in UTF-8; false, 0 or empty for a name that is not there, or for a text that reads as no such value.
     [[nodiscard]] virtual bool boolForKey(std::string_view key) const = 0;
     [[nodiscard]] virtual std::int64_t integerForKey(std::string_view key) const = 0;
     [[nodiscard]] virtual std::string stringForKey(std::string_view key) const = 0;
+    /// Keeps the setting (copied) under the name, in place of what it was.
     virtual void setBool(bool value, std::string_view key) = 0;
     virtual void setInteger(std::int64_t value, std::string_view key) = 0;
     virtual void setString(const std::string& value, std::string_view key) = 0;
@@ -28,7 +32,7 @@ public:
 
 /// Settings that last as long as this object. Each is kept as the text that a settings file would have: "true", "false", digits. Texts that are no number read as 0, and what is neither "true", "yes" nor a number
 /// other than 0 as false.
-class MemoryUserDefaults : public UserDefaults {
+class TOLV_EXPORT MemoryUserDefaults : public UserDefaults {
 public:
     [[nodiscard]] bool boolForKey(std::string_view key) const override;
     [[nodiscard]] std::int64_t integerForKey(std::string_view key) const override;
@@ -37,9 +41,11 @@ public:
     void setInteger(std::int64_t value, std::string_view key) override;
     void setString(const std::string& value, std::string_view key) override;
 
+    /// All settings as texts, by name.
     [[nodiscard]] const std::map<std::string, std::string, std::less<>>& values() const { return m_values; }
 
 protected:
+    /// All settings as texts, by name.
     std::map<std::string, std::string, std::less<>> m_values;
 };
 

@@ -2,6 +2,7 @@
 
 #include "Point.h"
 #include "Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <string>
 
@@ -10,7 +11,8 @@ namespace TOLVGraphing {
 /// A two-dimensional affine transform: a point (x, y) maps to (a x + c y + tx, b x + d y + ty). Double precision; identity by default.
 /// The operations modify the transform in place and act before what it already does, as a drawing context's own transform:
 /// after t.translateXBy(10, 0), points are first moved by 10 and then mapped as before.
-struct AffineTransform {
+struct TOLV_EXPORT AffineTransform {
+    /// A number of the equations that the class has; those of the identity by default.
     double a = 1.0;
     double b = 0.0;
     double c = 0.0;
@@ -33,14 +35,15 @@ struct AffineTransform {
     [[nodiscard]] Point apply(Point point) const;
     /// The bounding box of the images of the four corners.
     [[nodiscard]] Rect apply(const Rect& rect) const;
-    /// The transform that undoes this one; a transform that cannot be undone gives the identity.
+    /// The transform that undoes this one; a transform that cannot be undone, or whose determinant is not finite, gives the identity.
     [[nodiscard]] AffineTransform inverted() const;
+    /// True when all six numbers are those of the identity.
     [[nodiscard]] bool isIdentity() const;
 
     friend bool operator==(const AffineTransform&, const AffineTransform&) = default;
 };
 
-/// "[a b c d tx ty]".
-[[nodiscard]] std::string toString(const AffineTransform& transform);
+/// "[a b c d tx ty]", digits as for a point.
+[[nodiscard]] TOLV_EXPORT std::string toString(const AffineTransform& transform);
 
 } // namespace TOLVGraphing

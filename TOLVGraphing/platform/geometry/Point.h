@@ -1,11 +1,14 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <string>
 
 namespace TOLVGraphing {
 
 /// A position in the current drawing coordinates: double precision points (1/72 inch), y growing upwards unless a view says otherwise.
-struct Point {
+struct TOLV_EXPORT Point {
+    /// In points from the origin.
     double x = 0.0;
     double y = 0.0;
 
@@ -16,7 +19,8 @@ struct Point {
 };
 
 /// A width and a height in points. Negative values are kept as they are.
-struct Size {
+struct TOLV_EXPORT Size {
+    /// In points.
     double width = 0.0;
     double height = 0.0;
 
@@ -27,11 +31,11 @@ struct Size {
 };
 
 /// True when the number is finite: its exponent bits are not all ones.
-[[nodiscard]] bool valid(double number);
+[[nodiscard]] TOLV_EXPORT bool valid(double number);
 
 /// "(x, y)" with the shortest digits that give each number back.
-[[nodiscard]] std::string toString(const Point& point);
+[[nodiscard]] TOLV_EXPORT std::string toString(const Point& point);
 /// "(width, height)", digits as for a point.
-[[nodiscard]] std::string toString(const Size& size);
+[[nodiscard]] TOLV_EXPORT std::string toString(const Size& size);
 
 } // namespace TOLVGraphing

@@ -1,19 +1,25 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <string>
 
 namespace TOLVGraphing {
 
 /// A colour as plain device red, green, blue and alpha components (double precision, not premultiplied). Components outside 0...1 are kept as
 /// they are and clamped only when something is painted, so that colour arithmetic loses nothing.
-class Color {
+class TOLV_EXPORT Color {
 public:
+    /// Opaque black.
     Color() = default;
+    /// Any numbers will do.
     Color(double red, double green, double blue, double alpha = 1.0) : m_red(red), m_green(green), m_blue(blue), m_alpha(alpha) {}
 
+    /// The same as the constructor.
     [[nodiscard]] static Color colorWithRed(double red, double green, double blue, double alpha) { return {red, green, blue, alpha}; }
     /// A grey whose three components are `white`.
     [[nodiscard]] static Color colorWithWhite(double white, double alpha = 1.0) { return {white, white, white, alpha}; }
+    /// Opaque.
     [[nodiscard]] static Color blackColor() { return {0.0, 0.0, 0.0, 1.0}; }
     [[nodiscard]] static Color whiteColor() { return {1.0, 1.0, 1.0, 1.0}; }
     /// The middle grey, 0.5.
@@ -23,6 +29,7 @@ public:
     /// One third white.
     [[nodiscard]] static Color darkGrayColor() { return colorWithWhite(1.0 / 3.0); }
 
+    /// As it was given, not clamped.
     [[nodiscard]] double redComponent() const { return m_red; }
     [[nodiscard]] double greenComponent() const { return m_green; }
     [[nodiscard]] double blueComponent() const { return m_blue; }
@@ -49,7 +56,7 @@ private:
     double m_alpha = 1.0;
 };
 
-/// "(red, green, blue, alpha)".
-[[nodiscard]] std::string toString(const Color& color);
+/// "(red, green, blue, alpha)", digits as for a point.
+[[nodiscard]] TOLV_EXPORT std::string toString(const Color& color);
 
 } // namespace TOLVGraphing

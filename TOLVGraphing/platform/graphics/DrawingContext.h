@@ -4,6 +4,7 @@
 #include "../geometry/Rect.h"
 #include "Color.h"
 #include "Path.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <functional>
@@ -14,8 +15,19 @@ namespace TOLVGraphing {
 
 class AttributedString;
 
-enum class LineCap : std::uint8_t { Butt, Round, Square };
-enum class LineJoin : std::uint8_t { Miter, Round, Bevel };
+/// How the open ends of a line and of its dashes look.
+enum class LineCap : std::uint8_t {
+    Butt,   ///< cut off at the end
+    Round,  ///< a half circle around the end
+    Square, ///< half the line's width longer
+};
+
+/// How the segments of a line meet.
+enum class LineJoin : std::uint8_t {
+    Miter, ///< in a point, or as a bevel where that would be longer than the miter limit allows
+    Round, ///< in an arc
+    Bevel, ///< in a corner cut off
+};
 
 /// Something to draw into. Coordinates are points (1/72 inch) with y growing upwards; the unit reaches the device through the transform that the
 /// context was made with. Shapes are painted over what is there (source over) with coverage at the edges.
@@ -27,8 +39,9 @@ enum class LineJoin : std::uint8_t { Miter, Round, Bevel };
 /// clip. Everything else draws at once. Non-finite points in a path are the caller's to avoid: backends skip elements that have them.
 ///
 /// A backend implements the pure operations; one context is used by one thread at a time.
-class DrawingContext {
+class TOLV_EXPORT DrawingContext {
 public:
+    /// In the initial state, with an empty path.
     DrawingContext() = default;
     virtual ~DrawingContext();
     DrawingContext(const DrawingContext&) = delete;
@@ -36,6 +49,7 @@ public:
 
     // State.
 
+    /// Keeps the graphics state until the matching restore. Saves nest.
     virtual void saveState() = 0;
     /// Returns to the last saved state; with none saved nothing happens.
     virtual void restoreState() = 0;
@@ -43,18 +57,24 @@ public:
     virtual void concatenateTransform(const AffineTransform& transform) = 0;
     /// Intersects the clip with the path's inside.
     virtual void clipToPath(const Path& path, FillRule rule) = 0;
+    /// What areas and lines are painted in from now on; nothing paints black.
     virtual void setFillColor(const std::optional<Color>& color) = 0;
     virtual void setStrokeColor(const std::optional<Color>& color) = 0;
+    /// In the coordinates that are in force when a line is stroked.
     virtual void setLineWidth(double width) = 0;
+    /// Lengths as for the width; an empty pattern gives solid lines.
     virtual void setLineDash(const LineDash& dash) = 0;
+    /// How lines end and how their segments meet.
     virtual void setLineCap(LineCap cap) = 0;
     virtual void setLineJoin(LineJoin join) = 0;
+    /// The largest ratio of a miter's length to the line's width; beyond it segments meet in a bevel.
     virtual void setMiterLimit(double limit) = 0;
 
     // Painting.
 
+    /// Fills the path's inside with the fill colour. Subpaths that are open are filled as if they were closed.
     virtual void drawFilledPath(const Path& path, FillRule rule) = 0;
-    /// Strokes with the context's own width and dash; those of the path are not consulted (Path::stroke applies them).
+    /// Strokes the path in the stroke colour with the context's own width and dash; those of the path are not consulted (Path::stroke applies them).
     virtual void drawStrokedPath(const Path& path) = 0;
     /// Draws the text with its own attributes; `origin` is the lower-left corner of its line box. The clip and the transform hold, the fill colour does not.
     virtual void drawText(const AttributedString& text, Point origin) = 0;

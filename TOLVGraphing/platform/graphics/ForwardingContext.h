@@ -1,13 +1,15 @@
 #pragma once
 
 #include "DrawingContext.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
 /// Hands everything on to another context: a base for contexts that change some of what is drawn on its way. The target is not owned, has to outlive this object and is used through it only meanwhile.
 /// A context that changes filled or stroked paths has to do the same to repeats.
-class ForwardingContext : public DrawingContext {
+class TOLV_EXPORT ForwardingContext : public DrawingContext {
 public:
+    /// Draws into the target.
     explicit ForwardingContext(DrawingContext& target) : m_target(target) {}
 
     void saveState() override { m_target.saveState(); }
@@ -31,6 +33,7 @@ public:
     [[nodiscard]] Rect fillOfWholePixels(const Rect& pixels) const override { return m_target.fillOfWholePixels(pixels); }
 
 protected:
+    /// Where everything goes.
     [[nodiscard]] DrawingContext& target() const { return m_target; }
 
 private:

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "DrawingContext.h"
+#include <TOLVMath/Export.h>
 
 namespace TOLVGraphing {
 
 /// Takes every call and does nothing: layout and speed are measured with it.
-class NullContext final : public DrawingContext {
+class TOLV_EXPORT NullContext final : public DrawingContext {
 public:
     void saveState() override {}
     void restoreState() override {}

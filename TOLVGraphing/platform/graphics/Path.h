@@ -2,6 +2,7 @@
 
 #include "../geometry/AffineTransform.h"
 #include "../geometry/Rect.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -16,11 +17,16 @@ namespace TOLVGraphing {
 class TOLVLineStyle;
 
 /// Which points count as inside a path that crosses itself.
-enum class FillRule : std::uint8_t { NonZero, EvenOdd };
+enum class FillRule : std::uint8_t {
+    NonZero, ///< those that the path winds around, turns in opposite directions cancelling out
+    EvenOdd, ///< those from which a ray crosses the path an odd number of times
+};
 
 /// A dash pattern: painted length, gap, painted length, gap, ... in points, starting `phase` points into the pattern. Empty means solid.
 struct LineDash {
+    /// In points.
     std::vector<double> lengths;
+    /// Where in the pattern a line starts, in points.
     double phase = 0.0;
 
     friend bool operator==(const LineDash&, const LineDash&) = default;
@@ -29,10 +35,17 @@ struct LineDash {
 /// A path of straight and cubic segments in the coordinates of whatever it is drawn into. A value: copies are independent.
 ///
 /// A path may carry a line width and a dash of its own, which then hold for its own `stroke()` in place of the context's.
-class Path {
+class TOLV_EXPORT Path {
 public:
-    enum class Verb : std::uint8_t { Move, Line, Curve, Close };
+    /// The kinds of elements.
+    enum class Verb : std::uint8_t {
+        Move,  ///< starts a subpath at a point
+        Line,  ///< goes straight to a point
+        Curve, ///< goes to a point along a cubic Bezier segment
+        Close, ///< goes straight back to where the subpath started
+    };
 
+    /// Without elements, width and dash.
     Path() = default;
 
     /// A rectangle, counter-clockwise from its origin where y grows upwards, closed.
@@ -44,13 +57,16 @@ public:
 
     // Building. Each operation takes an optional transform that is applied to its points first (null means none).
 
+    /// Starts a subpath at the point.
     void moveToX(double x, double y, const AffineTransform* withTransform = nullptr);
     /// A line from the current point; on an empty path it acts as a move.
     void addLineToX(double x, double y, const AffineTransform* withTransform = nullptr);
+    /// The same operations with a point.
     void moveToPoint(Point point, const AffineTransform* withTransform = nullptr);
     void addLineToPoint(Point point, const AffineTransform* withTransform = nullptr);
     /// A cubic Bezier segment with two control points; on an empty path it starts at its first control point.
     void addCurveToPoint(Point end, Point control1, Point control2, const AffineTransform* withTransform = nullptr);
+    /// Closes the subpath with a line to where it started.
     void closeSubpath();
     /// Appends a rectangle as `pathWithRect` makes it.
     void addRect(const Rect& rect, const AffineTransform* withTransform = nullptr);
@@ -65,6 +81,7 @@ public:
 
     // Reading.
 
+    /// True when there are no elements.
     [[nodiscard]] bool isEmpty() const { return m_verbs.empty(); }
     /// The elements' kinds in order.
     [[nodiscard]] std::span<const Verb> verbs() const { return m_verbs; }
@@ -104,6 +121,6 @@ private:
 };
 
 /// "M x y L x y C x1 y1 x2 y2 x y Z", digits as shortestText gives them.
-[[nodiscard]] std::string toString(const Path& path);
+[[nodiscard]] TOLV_EXPORT std::string toString(const Path& path);
 
 } // namespace TOLVGraphing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ForwardingContext.h"
+#include <TOLVMath/Export.h>
 
 #include <optional>
 #include <span>
@@ -20,11 +21,12 @@ namespace TOLVGraphing {
 /// under a transform that turns or shears, paths with a coordinate that is not finite or beyond two thousand million pixels, and lines whose width is not finite and above zero.
 ///
 /// The target is not owned and has to be in its initial state: the origin of its coordinates is the lower-left corner of a pixel. Only what is drawn through this object is known to it.
-class PixelAlignedContext final : public ForwardingContext {
+class TOLV_EXPORT PixelAlignedContext final : public ForwardingContext {
 public:
     /// Any ratio: 1, 1.25, 1.5, 2, ... With one that is not finite and above zero everything passes unchanged.
     PixelAlignedContext(DrawingContext& target, double pixelsPerPoint);
 
+    /// As it was given.
     [[nodiscard]] double pixelsPerPoint() const { return m_pixelsPerPoint; }
 
     void saveState() override;

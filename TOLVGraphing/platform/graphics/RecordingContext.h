@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DrawingContext.h"
+#include <TOLVMath/Export.h>
 
 #include <string>
 #include <vector>
@@ -12,7 +13,7 @@ namespace TOLVGraphing {
 /// Lines: "save", "restore", "transform [a b c d tx ty]", "clip PATH", "eoclip PATH", "fillColor (r, g, b, a)", "strokeColor none", "lineWidth 1",
 /// "lineDash 0 [5, 2]", "lineCap round", "lineJoin bevel", "miterLimit 10", "fill PATH", "eofill PATH", "stroke PATH",
 /// "text "Tj" HelveticaNeue 12 (0, 0, 0, 1) at (x, y)". Numbers have the shortest digits that give them back.
-class RecordingContext final : public DrawingContext {
+class TOLV_EXPORT RecordingContext final : public DrawingContext {
 public:
     void saveState() override;
     void restoreState() override;
@@ -37,6 +38,7 @@ public:
     [[nodiscard]] int depth() const { return m_depth; }
     /// True once a restore came without a save.
     [[nodiscard]] bool hasUnmatchedRestore() const { return m_unmatchedRestore; }
+    /// Forgets the lines; the depth stays.
     void clearCalls() { m_calls.clear(); }
 
 private:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -7,10 +9,11 @@
 namespace TOLVGraphing {
 
 /// The entry points of OpenGL that the library calls, by their names without "gl". They are those of the compatibility profile. An object is valid during OpenGLContext::perform only.
-class OpenGLFunctions {
+class TOLV_EXPORT OpenGLFunctions {
 public:
     virtual ~OpenGLFunctions();
 
+    /// The entry point of the same name, with its parameters as the OpenGL standard has them; the values that the library passes are in OpenGLConstants.h.
     virtual void pixelStorei(std::uint32_t name, std::int32_t value) = 0;
     virtual void genTextures(std::int32_t count, std::uint32_t* names) = 0;
     virtual void deleteTextures(std::int32_t count, const std::uint32_t* names) = 0;
@@ -27,7 +30,7 @@ public:
 };
 
 /// An OpenGL context as it was captured: calls made through it reach it, whichever context is current.
-class OpenGLContext {
+class TOLV_EXPORT OpenGLContext {
 public:
     virtual ~OpenGLContext();
 
@@ -37,7 +40,7 @@ public:
 };
 
 /// Knows which OpenGL context is current: what a desktop supplies, or a host with a loader of its own.
-class OpenGLSystem {
+class TOLV_EXPORT OpenGLSystem {
 public:
     virtual ~OpenGLSystem();
 
@@ -46,11 +49,11 @@ public:
 };
 
 /// The system in force for the whole process, or null, the default: no context is ever current then.
-[[nodiscard]] std::shared_ptr<const OpenGLSystem> openGLSystem();
+[[nodiscard]] TOLV_EXPORT std::shared_ptr<const OpenGLSystem> openGLSystem();
 /// Installs a system (shared) for the process; null takes it away. Safe to call from any thread.
-void setOpenGLSystem(std::shared_ptr<const OpenGLSystem> system);
+TOLV_EXPORT void setOpenGLSystem(std::shared_ptr<const OpenGLSystem> system);
 
 /// Captures the context that is current on this thread by the installed system; null without a context or a system.
-[[nodiscard]] std::shared_ptr<OpenGLContext> currentOpenGLContext();
+[[nodiscard]] TOLV_EXPORT std::shared_ptr<OpenGLContext> currentOpenGLContext();
 
 } // namespace TOLVGraphing

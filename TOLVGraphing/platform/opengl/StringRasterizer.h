@@ -2,6 +2,7 @@
 
 #include "../geometry/Point.h"
 #include "../text/AttributedString.h"
+#include <TOLVMath/Export.h>
 
 #include <cstdint>
 #include <memory>
@@ -21,6 +22,7 @@ struct StringFrame {
 
 /// The pixels of a text, clear where nothing is drawn. Empty by default.
 struct StringBitmap {
+    /// Columns and rows.
     std::int32_t pixelWidth = 0;
     std::int32_t pixelHeight = 0;
     /// What the picture takes of them from the upper-left corner, in pixels: all of them, unless the rasterizer reports a fraction.
@@ -32,11 +34,12 @@ struct StringBitmap {
     /// Rows from the top of the text without gaps between them.
     std::vector<std::uint8_t> pixels;
 
+    /// True without pixels.
     [[nodiscard]] bool isEmpty() const { return pixels.empty(); }
 };
 
 /// Turns texts into pixels: what a desktop supplies for texts in an OpenGL scene.
-class StringRasterizer {
+class TOLV_EXPORT StringRasterizer {
 public:
     virtual ~StringRasterizer();
 
@@ -46,8 +49,8 @@ public:
 };
 
 /// The rasterizer in force for the whole process, or null, the default: bitmaps are then empty.
-[[nodiscard]] std::shared_ptr<const StringRasterizer> stringRasterizer();
+[[nodiscard]] TOLV_EXPORT std::shared_ptr<const StringRasterizer> stringRasterizer();
 /// Installs a rasterizer (shared) for the process; null takes it away. Safe to call from any thread.
-void setStringRasterizer(std::shared_ptr<const StringRasterizer> rasterizer);
+TOLV_EXPORT void setStringRasterizer(std::shared_ptr<const StringRasterizer> rasterizer);
 
 } // namespace TOLVGraphing

@@ -3,20 +3,25 @@
 #include "../geometry/Point.h"
 #include "../geometry/Rect.h"
 #include "TextAttributes.h"
+#include <TOLVMath/Export.h>
 
 #include <string>
 
 namespace TOLVGraphing {
 
 /// A text in UTF-8 with one set of attributes for its whole length. A value. Newlines start new lines.
-class AttributedString {
+class TOLV_EXPORT AttributedString {
 public:
+    /// No text, plain.
     AttributedString() = default;
+    /// Copied.
     explicit AttributedString(std::string string, TextAttributes attributes = {});
     /// Shared, which makes copies cheap. With absent attributes (null) the text is plain.
     AttributedString(std::string string, SharedTextAttributes attributes);
 
+    /// The text.
     [[nodiscard]] const std::string& string() const { return m_string; }
+    /// Those of a plain text, without entries, where there are none.
     [[nodiscard]] const TextAttributes& attributes() const;
     /// Sets the text's colour over its whole length.
     void setForegroundColor(const std::optional<Color>& color);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,7 +12,7 @@ namespace TOLVGraphing {
 /// (or as many as it is made with) and none that are not needed, halves rounded to even on the shortest digits of the double: 1234567.875 gives "1,234,567.875", 0.0625 gives "0.062".
 /// NaN gives "NaN" whatever its sign, infinities "+∞" and "-∞"; a negative number that rounds to nothing gives "-0". The text is UTF-8 and does not depend
 /// on the process's locale. Other styles are subclasses; a formatter is not changed once it is in use.
-class NumberFormatter {
+class TOLV_EXPORT NumberFormatter {
 public:
     /// The decimal style with at most this many fraction digits, 0 to 18; numbers outside are limited to that.
     explicit NumberFormatter(int maximumFractionDigits = 3);
@@ -18,6 +20,7 @@ public:
     NumberFormatter(const NumberFormatter&) = default;
     NumberFormatter& operator=(const NumberFormatter&) = delete;
 
+    /// The most digits behind the point that the decimal style writes.
     [[nodiscard]] int maximumFractionDigits() const { return m_maximumFractionDigits; }
 
     /// The number's text, or nothing when this formatter has none for it. Single-precision values are widened by the caller.
@@ -31,6 +34,6 @@ private:
 
 /// The text that a formatter gives a value shown to people on an axis or in a callout: as `stringFromNumber`, but what would read as
 /// minus zero ("-0") reads as zero.
-[[nodiscard]] std::optional<std::string> labelTextFromNumber(const NumberFormatter& formatter, double number);
+[[nodiscard]] TOLV_EXPORT std::optional<std::string> labelTextFromNumber(const NumberFormatter& formatter, double number);
 
 } // namespace TOLVGraphing

@@ -2,6 +2,7 @@
 
 #include "../graphics/Color.h"
 #include "Font.h"
+#include <TOLVMath/Export.h>
 
 #include <memory>
 #include <optional>
@@ -10,14 +11,17 @@ namespace TOLVGraphing {
 
 /// How a text looks: each entry may be absent. A text without a font is set in Helvetica at 12 points, one without a colour in black.
 struct TextAttributes {
+    /// Nothing by default.
     std::optional<Font> font;
     std::optional<Color> foregroundColor;
 
+    /// The font that the text is set in.
     [[nodiscard]] const Font& fontOrDefault() const
     {
         static const Font plain;
         return font ? *font : plain;
     }
+    /// The colour that the text is drawn in.
     [[nodiscard]] Color foregroundColorOrDefault() const { return foregroundColor.value_or(Color::blackColor()); }
 
     friend bool operator==(const TextAttributes&, const TextAttributes&) = default;

@@ -2,6 +2,7 @@
 
 #include "../geometry/Point.h"
 #include "../graphics/OutputKind.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <functional>
@@ -13,7 +14,7 @@ namespace TOLVGraphing {
 class DrawingContext;
 
 /// Makes documents of drawings: what a desktop supplies for copying and printing.
-class DocumentRenderer {
+class TOLV_EXPORT DocumentRenderer {
 public:
     virtual ~DocumentRenderer();
 
@@ -23,8 +24,8 @@ public:
 };
 
 /// The renderer in force for the whole process, or null, the default: documents are then empty.
-[[nodiscard]] std::shared_ptr<const DocumentRenderer> documentRenderer();
+[[nodiscard]] TOLV_EXPORT std::shared_ptr<const DocumentRenderer> documentRenderer();
 /// Installs a renderer (shared) for the process; null takes it away. Safe to call from any thread.
-void setDocumentRenderer(std::shared_ptr<const DocumentRenderer> renderer);
+TOLV_EXPORT void setDocumentRenderer(std::shared_ptr<const DocumentRenderer> renderer);
 
 } // namespace TOLVGraphing

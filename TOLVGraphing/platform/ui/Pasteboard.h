@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TOLVMath/Export.h>
+
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -21,8 +23,9 @@ inline constexpr std::string_view kPasteboardTypePNG = "image/png";
 inline constexpr std::string_view kPasteboardTypeText = "text/plain;charset=utf-8";
 
 /// Where copied contents wait to be pasted: one set of contents in several types. Whoever copies declares the types, the richest first, and then sets the data of each. Used from one thread.
-class Pasteboard {
+class TOLV_EXPORT Pasteboard {
 public:
+    /// The bytes of the contents in one type.
     using Data = std::vector<std::byte>;
 
     virtual ~Pasteboard();
@@ -45,7 +48,7 @@ public:
 };
 
 /// A pasteboard that keeps its contents in memory: for tests and for programs without a desktop, and for hosts to hand on.
-class MemoryPasteboard : public Pasteboard {
+class TOLV_EXPORT MemoryPasteboard : public Pasteboard {
 public:
     void declareTypes(const std::vector<std::string>& types) override;
     void addTypes(const std::vector<std::string>& types) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../geometry/Point.h"
+#include <TOLVMath/Export.h>
 
 #include <string>
 
@@ -17,6 +18,7 @@ struct PrintInfo {
     double bottomMargin = 90.0;
     /// What the print queue shows.
     std::string jobTitle = "Graph";
+    /// How many copies are printed.
     int copies = 1;
 
     /// The sheet is wider than high.

@@ -5,6 +5,7 @@
 #include "../geometry/AffineTransform.h"
 #include "../geometry/Rect.h"
 #include "../graphics/OutputKind.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -29,8 +30,9 @@ struct UserInterfaceItem {
 ///
 /// A view's frame is in the coordinates of the view that holds it, its bounds in its own: the frame's size at an origin that is (0, 0) unless it is set. Coordinates are points; y grows upwards, in a flipped view downwards from
 /// the upper edge. Views live in shared_ptrs; a view owns its subviews and is referred to weakly by them. Used from one thread.
-class View : public Observable, public std::enable_shared_from_this<View> {
+class TOLV_EXPORT View : public Observable, public std::enable_shared_from_this<View> {
 public:
+    /// A view without subviews that needs display; the frame is in the coordinates of the view that will hold it.
     explicit View(const Rect& frame);
     ~View() override;
     View(const View&) = delete;
@@ -38,10 +40,11 @@ public:
 
     // Geometry.
 
+    /// Where the view lies in the view that holds it. Setting another frame asks for redisplay.
     [[nodiscard]] const Rect& frame() const { return m_frame; }
-    /// Asks for redisplay when the frame is another one.
     void setFrame(const Rect& frame);
     void setFrameSize(const Size& size) { setFrame({m_frame.origin, size}); }
+    /// The view's rectangle in its own coordinates.
     [[nodiscard]] Rect bounds() const { return {m_boundsOrigin, m_frame.size}; }
     /// The view's own coordinates at the corner of its frame with the smallest ones: another origin shows another part of the contents. Asks for redisplay when it is another one.
     void setBoundsOrigin(Point origin);
@@ -55,8 +58,9 @@ public:
     void addSubview(const std::shared_ptr<View>& view);
     /// Takes the view away from the one that holds it; does nothing when none does.
     void removeFromSuperview();
-    /// From back to front.
+    /// Shared. From back to front.
     [[nodiscard]] const std::vector<std::shared_ptr<View>>& subviews() const { return m_subviews; }
+    /// Weak. The view that holds this one; null for none.
     [[nodiscard]] std::shared_ptr<View> superview() const { return m_superview.lock(); }
 
     // Redisplay.
@@ -92,7 +96,7 @@ public:
 
     // Documents, through the document renderer of the process; empty without one, and for a rectangle without area. Requests for redisplay stay as they are.
 
-    /// The part of the view that lies in the rectangle (own coordinates), drawn as a document of its size.
+    /// The part of the view that lies in the rectangle (own coordinates), drawn as a document of its size: the bytes of a PDF or EPS file.
     [[nodiscard]] std::vector<std::byte> dataWithPDFInsideRect(const Rect& rect);
     [[nodiscard]] std::vector<std::byte> dataWithEPSInsideRect(const Rect& rect);
     /// A document of any kind; images have two pixels a point.

@@ -1,6 +1,7 @@
 #include "Appearance.h"
 #include "MainWindow.h"
 #include "ProgramIcon.h"
+#include "UserFolders.h"
 
 #include <apps/plotting/ProgramStart.h>
 #include <hosts/qt6/DisplayGuard.h>
@@ -48,6 +49,7 @@ bool mayHaveDisplay(const QStringList& arguments)
 int main(int argumentCount, char** arguments)
 {
     prepareProgram();
+    dropRelativeUserFolders();
     QCoreApplication::setOrganizationName(QStringLiteral("TOLVGraphing"));
     QCoreApplication::setApplicationName(QStringLiteral("viewer"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TOLVGRAPHING_VERSION));
@@ -67,7 +69,8 @@ int main(int argumentCount, char** arguments)
     }
     const QApplication application(argumentCount, arguments);
     guard.reset();
-    QGuiApplication::setDesktopFileName(QStringLiteral("tolvgraph-viewer"));
+    makeSettingsFolder();
+    QGuiApplication::setDesktopFileName(QLatin1String(kProgramIdentifier));
     QApplication::setWindowIcon(programIcon());
     describe(parser);
     parser.process(application);

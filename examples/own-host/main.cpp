@@ -1,0 +1,205 @@
+// A graph in a window of SDL 2: what a host does for the views of the library, whole. Wheel, buttons and keys have the gestures of GraphInteraction; u undoes, r redoes, c copies the samples as text, Escape ends.
+
+#include <TOLVGraphing/data/SeriesColors.h>
+#include <TOLVGraphing/graph/TOLVGraph.h>
+#include <TOLVGraphing/platform/foundation/Log.h>
+#include <TOLVGraphing/platform/graphics/PixelAlignedContext.h>
+#include <TOLVGraphing/views/GraphDisplayObserver.h>
+#include <TOLVGraphing/views/GraphInteraction.h>
+#include <TOLVGraphing/views/TOLVGraphView.h>
+#include <TOLVMath/TOLVRealVector.h>
+#include <desktop/defaults/XDGUserDefaults.h>
+#include <desktop/output/DesktopDocumentRenderer.h>
+#include <desktop/output/PixelDrawing.h>
+#include <desktop/text/PangoTextSystem.h>
+
+#include <SDL.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+using namespace TOLVGraphing;
+
+namespace {
+
+constexpr int kWidth = 640;
+constexpr int kHeight = 400;
+
+/// The clipboard of SDL, which takes texts: of what a view copies, its samples.
+class TextPasteboard final : public MemoryPasteboard {
+public:
+    void finish() override
+    {
+        const auto text = dataForType(kPasteboardTypeText);
+        if (text)
+            SDL_SetClipboardText(std::string(reinterpret_cast<const char*>(text->data()), text->size()).c_str());
+    }
+};
+
+/// What the library asks of the process.
+void installServices()
+{
+    installDesktopTextSystem();
+    installDesktopDocumentRenderer();
+    installDesktopUserDefaults();
+    Pasteboard::setGeneralPasteboard(std::make_shared<TextPasteboard>());
+    setLogSink([](std::string_view line) { SDL_Log("%.*s", static_cast<int>(line.size()), line.data()); });
+}
+
+std::shared_ptr<TOLVGraph> dyingTone()
+{
+    std::vector<float> x(1'000'000), y(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        x[i] = static_cast<float>(i) * 1e-5F;
+        y[i] = std::sin(20.0F * x[i]) * std::exp(-0.3F * x[i]);
+    }
+    auto graph = TOLVGraph::graph();
+    graph->addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), seriesColor(0)));
+    graph->setExtents(graph->extentsFittingGraphData());
+    graph->horizontalAxis()->setLabel("Time (s)");
+    graph->attachUndoManager(std::make_shared<UndoManager>());
+    return graph;
+}
+
+/// A window that shows one graph. Its surface has a pixel for each point, the first row at the top.
+class GraphWindow {
+public:
+    explicit GraphWindow(const std::shared_ptr<TOLVGraph>& graph)
+        : m_window(SDL_CreateWindow("Own host", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, kWidth, kHeight, SDL_WINDOW_RESIZABLE), &SDL_DestroyWindow)
+        , m_view(TOLVGraphView::initWithFrame({0.0, 0.0, kWidth, kHeight}))
+        , m_interaction(m_view)
+        , m_observer(graph, [this] { m_view->setNeedsDisplay(); })
+    {
+        if (!m_window)
+            throw std::runtime_error(SDL_GetError());
+        m_view->setFitsMarginsToLabels(true);
+        m_view->setGraph(graph);
+    }
+
+    /// Until the user has had enough.
+    void run()
+    {
+        for (SDL_Event event; SDL_WaitEvent(&event) != 0 && event.type != SDL_QUIT;) {
+            if (event.type == SDL_KEYDOWN && event.key.keysym.sym == SDLK_ESCAPE)
+                return;
+            answer(event);
+            show();
+        }
+    }
+
+private:
+    void answer(const SDL_Event& event)
+    {
+        switch (event.type) {
+        case SDL_MOUSEMOTION: m_interaction.pointerMoved(pointInView(event.motion.x, event.motion.y)); break;
+        case SDL_MOUSEBUTTONDOWN: press(event.button); break;
+        case SDL_MOUSEBUTTONUP: m_interaction.pointerReleased(pointInView(event.button.x, event.button.y), buttonOf(event.button)); break;
+        case SDL_MOUSEWHEEL: turnWheel(event.wheel); break;
+        case SDL_KEYDOWN: pressKey(event.key.keysym); break;
+        case SDL_WINDOWEVENT: answerWindow(event.window); break;
+        default: break;
+        }
+    }
+
+    void press(const SDL_MouseButtonEvent& event)
+    {
+        const Point point = pointInView(event.x, event.y);
+        if (event.button == SDL_BUTTON_LEFT && event.clicks == 2)
+            m_interaction.pointerDoubleClicked(point);
+        else
+            m_interaction.pointerPressed(point, buttonOf(event));
+    }
+
+    void turnWheel(const SDL_MouseWheelEvent& event)
+    {
+        m_interaction.wheelTurned(static_cast<double>(event.preciseY), pointInView(event.mouseX, event.mouseY), modifiersOf(SDL_GetModState()));
+    }
+
+    void pressKey(const SDL_Keysym& key)
+    {
+        static const std::map<SDL_Keycode, GraphKey> kKeys{{SDLK_LEFT, GraphKey::Left}, {SDLK_RIGHT, GraphKey::Right}, {SDLK_UP, GraphKey::Up}, {SDLK_DOWN, GraphKey::Down},
+            {SDLK_PLUS, GraphKey::ZoomIn}, {SDLK_MINUS, GraphKey::ZoomOut}, {SDLK_HOME, GraphKey::Fit}, {SDLK_m, GraphKey::PlaceMarker}, {SDLK_n, GraphKey::NextMarker},
+            {SDLK_DELETE, GraphKey::Delete}, {SDLK_u, GraphKey::Undo}, {SDLK_r, GraphKey::Redo}};
+        if (const auto found = kKeys.find(key.sym); found != kKeys.end())
+            m_interaction.keyPressed(found->second, modifiersOf(key.mod));
+        else if (key.sym == SDLK_c && m_view->validateUserInterfaceItem({"copy"}))
+            m_view->copy(nullptr);
+    }
+
+    void answerWindow(const SDL_WindowEvent& event)
+    {
+        if (event.event == SDL_WINDOWEVENT_SIZE_CHANGED)
+            m_view->setFrameSize({static_cast<double>(event.data1), static_cast<double>(event.data2)});
+        else if (event.event == SDL_WINDOWEVENT_LEAVE)
+            m_interaction.pointerLeft();
+    }
+
+    /// The graph where it asks for it, and above it what the gestures say.
+    void show()
+    {
+        SDL_Surface* screen = SDL_GetWindowSurface(m_window.get());
+        if (!screen)
+            return;
+        if (!m_picture || m_picture->w != screen->w || m_picture->h != screen->h || m_view->needsDisplay())
+            drawPicture(screen->w, screen->h);
+        SDL_BlitSurface(m_picture.get(), nullptr, screen, nullptr);
+        if (const auto box = m_interaction.selectionBox())
+            drawBox(*box, screen);
+        SDL_UpdateWindowSurface(m_window.get());
+        SDL_SetWindowTitle(m_window.get(), m_interaction.readoutText().c_str());
+    }
+
+    void drawPicture(int width, int height)
+    {
+        m_picture.reset(SDL_CreateRGBSurfaceWithFormat(0, width, height, 32, SDL_PIXELFORMAT_ARGB8888));
+        if (!m_picture)
+            throw std::runtime_error(SDL_GetError());
+        const PixelMemory memory{static_cast<unsigned char*>(m_picture->pixels), width, height, m_picture->pitch};
+        drawOnPixels(memory, 1.0, [&](DrawingContext& context) {
+            PixelAlignedContext aligned(context, 1.0);
+            m_view->displayInContext(aligned);
+        });
+    }
+
+    static void drawBox(const Rect& box, SDL_Surface* screen)
+    {
+        const SDL_Rect area{static_cast<int>(box.x()), static_cast<int>(screen->h - box.maxY()), static_cast<int>(box.width()), static_cast<int>(box.height())};
+        const Uint32 grey = SDL_MapRGB(screen->format, 128, 128, 128);
+        for (const SDL_Rect& side : {SDL_Rect{area.x, area.y, area.w, 1}, {area.x, area.y + area.h, area.w, 1}, {area.x, area.y, 1, area.h}, {area.x + area.w, area.y, 1, area.h}})
+            SDL_FillRect(screen, &side, grey);
+    }
+
+    /// The middle of a pixel; in a view y grows upwards.
+    [[nodiscard]] Point pointInView(int x, int y) const { return {x + 0.5, m_view->frame().height() - (y + 0.5)}; }
+    [[nodiscard]] static PointerButton buttonOf(const SDL_MouseButtonEvent& event) { return event.button == SDL_BUTTON_LEFT ? PointerButton::Primary : PointerButton::Secondary; }
+    [[nodiscard]] static KeyModifiers modifiersOf(int modifiers) { return {(modifiers & KMOD_SHIFT) != 0, (modifiers & KMOD_CTRL) != 0}; }
+
+    std::unique_ptr<SDL_Window, void (*)(SDL_Window*)> m_window;
+    std::unique_ptr<SDL_Surface, void (*)(SDL_Surface*)> m_picture{nullptr, &SDL_FreeSurface};
+    std::shared_ptr<TOLVGraphView> m_view;
+    GraphInteraction m_interaction;
+    GraphDisplayObserver m_observer;
+};
+
+} // namespace
+
+int main(int, char**)
+{
+    try {
+        if (SDL_Init(SDL_INIT_VIDEO) != 0)
+            throw std::runtime_error(SDL_GetError());
+        std::atexit(SDL_Quit);
+        installServices();
+        GraphWindow(dyingTone()).run();
+        return 0;
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "own-host: %s\n", problem.what());
+        return 1;
+    }
+}
