@@ -1,4 +1,5 @@
 // The loops of SampleKernels for one kind of `Lanes`. Included once for each kind, inside of its own namespace, so it has neither guard nor includes.
+// NOLINTBEGIN(misc-definitions-in-headers)
 
 /// The extremes of many samples, lane by lane. There are two of each, so that the comparisons need not wait for one another.
 template <bool IsFiltered>
@@ -118,3 +119,4 @@ constexpr SampleKernels kKernels = {
     [](const float* samples, std::size_t length, std::size_t count, float* extremes, float floor) { return extremesOfBlocks<true>(samples, length, count, extremes, floor); },
     ascend,
 };
+// NOLINTEND(misc-definitions-in-headers)

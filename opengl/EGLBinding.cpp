@@ -11,7 +11,7 @@ EGLBinding EGLBinding::current()
     // libepoxy would load the library, or end the program where there is none.
     if (!isLoaded("libEGL.so.1"))
         return {};
-    const EGLContext context = eglGetCurrentContext();
+    auto* const context = eglGetCurrentContext();
     if (context == EGL_NO_CONTEXT)
         return {};
     return {eglGetCurrentDisplay(), context, eglGetCurrentSurface(EGL_DRAW), eglGetCurrentSurface(EGL_READ)};

@@ -19,7 +19,7 @@ GLXBinding GLXBinding::current()
 {
     if (!isLoaded("libGLX.so.0") && !isLoaded("libGL.so.1"))
         return {};
-    const GLXContext context = glXGetCurrentContext();
+    auto* const context = glXGetCurrentContext();
     if (!context)
         return {};
     return {glXGetCurrentDisplay(), context, glXGetCurrentDrawable(), glXGetCurrentReadDrawable()};

@@ -261,8 +261,8 @@ private:
     /// The column's own blocks.
     std::size_t m_blockShift = 0;
     std::size_t m_blockCount = 0;
-    std::array<float, kBlocks> m_minima;
-    std::array<float, kBlocks> m_maxima;
+    std::array<float, kBlocks> m_minima{};
+    std::array<float, kBlocks> m_maxima{};
     /// The entries within the column, level by level up to the top one.
     bool m_isShort = false;
     std::size_t m_top = 0;

@@ -17,12 +17,12 @@ TOLVGraphCurve::Vector copied(const TOLVGraphCurve::Vector& vector)
 
 } // namespace
 
-std::shared_ptr<TOLVGraphCurve> TOLVGraphCurve::curveWithX(Vector x, Vector y, std::shared_ptr<TOLVLineStyle> lineStyle)
+std::shared_ptr<TOLVGraphCurve> TOLVGraphCurve::curveWithX(const Vector& x, const Vector& y, std::shared_ptr<TOLVLineStyle> lineStyle)
 {
-    return std::make_shared<TOLVGraphCurve>(std::move(x), std::move(y), std::move(lineStyle));
+    return std::make_shared<TOLVGraphCurve>(x, y, std::move(lineStyle));
 }
 
-TOLVGraphCurve::TOLVGraphCurve(Vector x, Vector y, std::shared_ptr<TOLVLineStyle> lineStyle)
+TOLVGraphCurve::TOLVGraphCurve(const Vector& x, const Vector& y, std::shared_ptr<TOLVLineStyle> lineStyle)
     : m_lineStyle(std::move(lineStyle))
     , m_curve(std::make_shared<TOLVCurve>())
     , m_x(copied(x))

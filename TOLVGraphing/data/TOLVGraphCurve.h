@@ -24,8 +24,8 @@ public:
     using Vector = std::shared_ptr<const TOLVRealVector>;
 
     /// Throws Exception "LengthMismatch" when the vectors differ in length. Null vectors count as empty.
-    [[nodiscard]] static std::shared_ptr<TOLVGraphCurve> curveWithX(Vector x, Vector y, std::shared_ptr<TOLVLineStyle> lineStyle);
-    TOLVGraphCurve(Vector x, Vector y, std::shared_ptr<TOLVLineStyle> lineStyle);
+    [[nodiscard]] static std::shared_ptr<TOLVGraphCurve> curveWithX(const Vector& x, const Vector& y, std::shared_ptr<TOLVLineStyle> lineStyle);
+    TOLVGraphCurve(const Vector& x, const Vector& y, std::shared_ptr<TOLVLineStyle> lineStyle);
 
     // Properties.
 

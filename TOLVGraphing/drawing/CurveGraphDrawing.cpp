@@ -55,6 +55,8 @@ std::vector<CalloutPlacement> CurveGraphDrawing::calloutPlacements(const TOLVGra
     return placements;
 }
 
+// What a strategy is asked for is asked of it, also where it needs nothing of itself.
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 void CurveGraphDrawing::drawDotsForPoints(std::span<const Point> points, const TOLVLineStyle* withLineStyle) const
 {
     drawDataDots(dataDotRects(points), withLineStyle);

@@ -14,7 +14,7 @@ void drawSeries(const TOLVGraph& graph, const TOLVGraphData& series, const Rect&
 {
     const auto x = std::dynamic_pointer_cast<const TOLVRealVector>(series.X());
     const auto y = std::dynamic_pointer_cast<const TOLVRealVector>(series.Y());
-    const auto extents = graph.extents();
+    const auto& extents = graph.extents();
     if (!x || !y || !extents || !extents->x() || !extents->y())
         return;
     try {

@@ -65,7 +65,7 @@ public:
     void endSeries() override { drawKept(); }
 
 private:
-    void drawByItself(Point position)
+    static void drawByItself(Point position)
     {
         Path path;
         path.setLineWidth(kLineWidth);

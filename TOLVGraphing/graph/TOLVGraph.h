@@ -273,7 +273,7 @@ private:
     [[nodiscard]] Markers markersWithAxisIndex(std::int64_t axisIndex) const;
     void requireEditableMarkers() const;
     static void requireMarkers(const Markers& markers, std::size_t count);
-    void requireMarkerIndexes(const IndexSet& indexes, std::size_t end) const;
+    static void requireMarkerIndexes(const IndexSet& indexes, std::size_t end);
     template <typename Operation>
     void registerUndo(Operation operation);
 

@@ -171,7 +171,7 @@ void TOLVGraph::requireEditableMarkers() const
         throw Exception("ImmutableMarkers", "The markers of a copied graph are a snapshot and cannot be edited");
 }
 
-void TOLVGraph::requireMarkerIndexes(const IndexSet& indexes, std::size_t end) const
+void TOLVGraph::requireMarkerIndexes(const IndexSet& indexes, std::size_t end)
 {
     for (const std::size_t index : indexes) {
         if (index >= end) {
@@ -245,6 +245,8 @@ std::shared_ptr<TOLVMarker> TOLVGraph::placeHorizontalAxisMarkerAtPoint(double x
     return placeHorizontalAxisMarkerWithValue(static_cast<double>(valueForX(static_cast<float>(x), inRect)));
 }
 
+// One of the operations of a graph, though no graph has an answer.
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 std::shared_ptr<TOLVMarker> TOLVGraph::horizontalAxisMarkerWithValue(double, double) const
 {
     return nullptr;

@@ -333,8 +333,10 @@ void GraphInteraction::wheelTurned(double steps, Point position, KeyModifiers mo
     if (steps * m_wheelSteps < 0.0)
         m_wheelSteps = 0.0;
     m_wheelSteps = std::clamp(m_wheelSteps + steps, -kMostSteps, kMostSteps);
-    for (; std::abs(m_wheelSteps) >= 1.0; m_wheelSteps -= std::copysign(1.0, m_wheelSteps))
+    while (std::abs(m_wheelSteps) >= 1.0) {
         zoom(m_wheelSteps > 0.0, modifiers.control || !modifiers.shift, modifiers.control || modifiers.shift, position);
+        m_wheelSteps -= std::copysign(1.0, m_wheelSteps);
+    }
 }
 
 // Keys.

@@ -147,7 +147,7 @@ private:
 
     static std::string legendTitle(const FileSeries& file, const input::SelectedSeries& series, const std::string& prefix)
     {
-        const std::string name = series.data->name().value_or("");
+        std::string name = series.data->name().value_or("");
         if (prefix.empty())
             return name;
         return file.selection.series.size() == 1 ? prefix : prefix + ": " + name;

@@ -30,7 +30,7 @@ std::shared_ptr<TOLVLineStyle> lineStyleForSeries(std::size_t position, const Op
         pattern = options.patterns[position % options.patterns.size()];
     else if (options.colors.empty())
         pattern = kPatternCycle[position / kSeriesColorCount % kPatternCycle.size()];
-    const auto style = styleWithPattern(pattern);
+    auto style = styleWithPattern(pattern);
     style->setColor(options.colors.empty() ? seriesColor(position) : options.colors[position % options.colors.size()]);
     if (!options.thicknesses.empty())
         style->setThickness(options.thicknesses[position % options.thicknesses.size()]);

@@ -113,7 +113,7 @@ std::vector<FileSeries> Run::readSeries() const
             continue;
         files.push_back(seriesOfTable(std::move(table), m_options));
         for (const std::string& note : files.back().selection.notes)
-            warn(file + ": " + note);
+            warn(std::string(file).append(": ").append(note));
     }
     return files;
 }

@@ -22,7 +22,7 @@ ProgressLine::~ProgressLine()
 {
     // Back to the start of the line and clear it.
     if (m_isShown)
-        std::fputs("\r\033[K", stderr);
+        static_cast<void>(std::fputs("\r\033[K", stderr));
 }
 
 void ProgressLine::update(const input::ReadProgress& progress)
@@ -35,11 +35,11 @@ void ProgressLine::update(const input::ReadProgress& progress)
     const double megabytes = static_cast<double>(progress.bytesRead) / 1e6;
     if (progress.totalBytes && *progress.totalBytes > 0) {
         const double percent = 100.0 * static_cast<double>(progress.bytesRead) / static_cast<double>(*progress.totalBytes);
-        std::fprintf(stderr, "\rtolvgraph: reading %s: %.0f %% (%.0f MB)\033[K", m_file.c_str(), percent, megabytes);
+        static_cast<void>(std::fprintf(stderr, "\rtolvgraph: reading %s: %.0f %% (%.0f MB)\033[K", m_file.c_str(), percent, megabytes));
     } else {
-        std::fprintf(stderr, "\rtolvgraph: reading %s: %.0f MB\033[K", m_file.c_str(), megabytes);
+        static_cast<void>(std::fprintf(stderr, "\rtolvgraph: reading %s: %.0f MB\033[K", m_file.c_str(), megabytes));
     }
-    std::fflush(stderr);
+    static_cast<void>(std::fflush(stderr));
 }
 
 } // namespace TOLVGraphing::app

@@ -153,7 +153,7 @@ std::vector<ArchivedValues> ArchivedValues::objects(std::string_view key, std::s
         const auto* object = std::get_if<ObjectPointer>(&element);
         if (!object)
             failType(&element, key, "a list of objects");
-        result.push_back({*object, wayTo(key) + "[" + std::to_string(result.size()) + "]", className});
+        result.emplace_back(*object, wayTo(key) + "[" + std::to_string(result.size()) + "]", className);
     }
     return result;
 }

@@ -279,7 +279,7 @@ void requireAxis(const ArchivedValues& document, const std::shared_ptr<TOLVAxis>
 
 std::shared_ptr<TOLVGraph> graphFrom(const ArchivedValues& document)
 {
-    const auto graph = std::dynamic_pointer_cast<TOLVGraph>(KeyedUnarchiver::unarchivedObject(document.anyObject("graph")));
+    auto graph = std::dynamic_pointer_cast<TOLVGraph>(KeyedUnarchiver::unarchivedObject(document.anyObject("graph")));
     if (!graph)
         document.fail("graph", "an object of class " + document.anyObject("graph")->className, "one of class TOLVGraph");
     requireAxis(document, graph->horizontalAxis(), {"TOLVLinearAxis", "TOLVLogarithmicAxis", "TOLVBarAxis", "TOLVLineAxis"}, "x");

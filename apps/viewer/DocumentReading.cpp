@@ -62,7 +62,7 @@ private:
             one.data->Y()->getMaximum(nullptr, nullptr);
         }
         for (const std::string& note : series.selection.notes)
-            data.notes.push_back(path + ": " + note);
+            data.notes.push_back(std::string(path).append(": ").append(note));
         data.sources.push_back({path, stamp, std::move(columns)});
         data.files.push_back(std::move(series));
     }

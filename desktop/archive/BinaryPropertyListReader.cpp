@@ -212,7 +212,7 @@ Layout BinaryReader::layoutOf(std::uint64_t object) const
     case 0x5: return countedLayout(object, offset, Layout::Kind::Ascii, 1);
     case 0x6: return countedLayout(object, offset, Layout::Kind::Utf16, 2);
     case 0xA: return countedLayout(object, offset, Layout::Kind::Array, m_referenceSize);
-    case 0xD: return countedLayout(object, offset, Layout::Kind::Dictionary, 2U * m_referenceSize);
+    case 0xD: return countedLayout(object, offset, Layout::Kind::Dictionary, std::uint64_t{2} * m_referenceSize);
     default: return fixedLayout(object, offset);
     }
 }

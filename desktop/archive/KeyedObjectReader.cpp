@@ -32,8 +32,8 @@ KeyedObjectReader::KeyedObjectReader(const Value& archive, const ArchiveLimits& 
     if (!entries)
         fail("found " + describe(&archive) + ", expected a dictionary with $archiver, $version, $top and $objects");
     requireDistinctKeys(*entries);
-    if (entryOfType<std::string>(*entries, "$archiver", "the text \"NSKeyedArchiver\"") != kArchiverName)
-        fail("found " + found(valueIn(*entries, "$archiver")) + " under \"$archiver\", expected the text \"NSKeyedArchiver\"");
+    if (entryOfType<std::string>(*entries, "$archiver", R"(the text "NSKeyedArchiver")") != kArchiverName)
+        fail("found " + found(valueIn(*entries, "$archiver")) + R"( under "$archiver", expected the text "NSKeyedArchiver")");
     if (const auto version = entryOfType<std::int64_t>(*entries, "$version", "the whole number 100000"); version != kVersion)
         fail("found version " + std::to_string(version) + ", expected 100000");
     for (const Value& value : entryOfType<Array>(*entries, "$objects", "the list of objects"))
@@ -41,11 +41,11 @@ KeyedObjectReader::KeyedObjectReader(const Value& archive, const ArchiveLimits& 
     const auto* null = m_slots.empty() ? nullptr : m_slots[0].value->as<std::string>();
     if (!null || *null != kNullText)
         fail("found " + found(m_slots.empty() ? nullptr : m_slots[0].value) + " as the first of $objects, expected the text \"$null\"");
-    const auto& top = entryOfType<Dictionary>(*entries, "$top", "a dictionary with the entry \"root\"");
+    const auto& top = entryOfType<Dictionary>(*entries, "$top", R"(a dictionary with the entry "root")");
     requireDistinctKeys(top);
     m_root = top.size() == 1 ? &top[0].value : valueIn(top, "root");
     if (!m_root)
-        fail("found " + std::to_string(top.size()) + " entries under \"$top\" and none of them \"root\", expected \"root\" or a single entry");
+        fail("found " + std::to_string(top.size()) + R"( entries under "$top" and none of them "root", expected "root" or a single entry)");
 }
 
 std::shared_ptr<ArchiveObject> KeyedObjectReader::readRoot()
@@ -94,7 +94,7 @@ void KeyedObjectReader::requireDistinct(std::vector<std::string_view> keys) cons
         fail("found the key \"" + std::string(beginningOf(*twice)) + "\" twice in one dictionary, expected it once");
 }
 
-std::optional<std::uint64_t> KeyedObjectReader::referenceIn(const Value& value) const
+std::optional<std::uint64_t> KeyedObjectReader::referenceIn(const Value& value)
 {
     if (const auto* reference = value.as<Reference>())
         return reference->number;
@@ -127,12 +127,12 @@ KeyedObjectReader::Reading KeyedObjectReader::readValue(const Value& value, std:
         {
             reader.checkDepth(depth);
             reader.chargeBytes(data.bytes.size() / 3 * 4 + 4);
-            return reader.boxed("NSData", "NS.bytes", base64FromBytes(data.bytes));
+            return boxed("NSData", "NS.bytes", base64FromBytes(data.bytes));
         }
         Reading operator()(const Date& date) const
         {
             reader.checkDepth(depth);
-            return reader.boxed("NSDate", "NS.time", date.seconds);
+            return boxed("NSDate", "NS.time", date.seconds);
         }
         Reading operator()(const Array& list) const { return reader.readList(list, depth); }
         Reading operator()(const Dictionary& dictionary) const { return reader.readObject(dictionary, depth); }
@@ -142,7 +142,7 @@ KeyedObjectReader::Reading KeyedObjectReader::readValue(const Value& value, std:
     return std::visit(Visitor{*this, depth}, value.content);
 }
 
-KeyedObjectReader::Reading KeyedObjectReader::boxed(const std::string& className, const std::string& key, ArchiveValue value) const
+KeyedObjectReader::Reading KeyedObjectReader::boxed(const std::string& className, const std::string& key, ArchiveValue value)
 {
     auto object = std::make_shared<ArchiveObject>();
     object->className = className;

@@ -57,7 +57,7 @@ private:
     void requireDistinctKeys(const Dictionary& entries) const;
     void requireDistinctKeys(const ArchiveObject& object) const;
     void requireDistinct(std::vector<std::string_view> keys) const;
-    [[nodiscard]] std::optional<std::uint64_t> referenceIn(const Value& value) const;
+    [[nodiscard]] static std::optional<std::uint64_t> referenceIn(const Value& value);
     [[nodiscard]] const std::string& shortName(const std::string& name) const;
     [[nodiscard]] Reading readValue(const Value& value, std::size_t depth);
     [[nodiscard]] Reading readReference(std::uint64_t number, std::size_t depth);
@@ -68,7 +68,7 @@ private:
     [[nodiscard]] Reading readDictionary(const Dictionary& entries, std::size_t depth);
     [[nodiscard]] Reading readElements(const Dictionary& entries, std::string_view key, std::size_t depth);
     [[nodiscard]] const ClassChain& readClass(const Value& reference);
-    [[nodiscard]] Reading boxed(const std::string& className, const std::string& key, ArchiveValue value) const;
+    [[nodiscard]] static Reading boxed(const std::string& className, const std::string& key, ArchiveValue value);
     void checkDepth(std::size_t depth) const;
     void chargeValues(std::size_t count);
     void chargeBytes(std::size_t count);

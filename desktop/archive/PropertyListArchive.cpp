@@ -20,7 +20,7 @@ namespace TOLVGraphing {
 namespace {
 
 struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
 };
 
 struct BinaryDeleter {
@@ -62,7 +62,7 @@ std::vector<std::byte> fileContents(const std::filesystem::path& path, std::size
     if (!file)
         fail(errno);
     std::vector<std::byte> contents;
-    std::array<std::byte, std::size_t{1} << 16U> piece;
+    std::array<std::byte, std::size_t{1} << 16U> piece{};
     while (const std::size_t count = std::fread(piece.data(), 1, piece.size(), file.get())) {
         contents.insert(contents.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(count));
         if (contents.size() > limit)
@@ -88,7 +88,7 @@ std::shared_ptr<ArchiveObject> archiveObjectFromPropertyList(std::span<const std
     if (data.empty())
         throw ArchiveError("found no bytes, expected a binary or XML property list");
     if (!looksBinary(data) && !looksLikeXml(data))
-        throw ArchiveError("found something else than a property list, expected one that begins with \"bplist00\" or \"<\"");
+        throw ArchiveError(R"(found something else than a property list, expected one that begins with "bplist00" or "<")");
     const plist::Value tree = looksBinary(data) ? plist::readBinaryPropertyList(data, limits) : plist::readXmlPropertyList(data, limits);
     return plist::KeyedObjectReader(tree, limits).readRoot();
 }

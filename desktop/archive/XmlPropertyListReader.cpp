@@ -171,7 +171,7 @@ void XmlReader::appendEntity(std::string& text)
     const std::size_t end = m_text.find(';', m_at);
     const std::string_view name = end == std::string_view::npos ? std::string_view() : m_text.substr(m_at + 1, end - m_at - 1);
     static constexpr std::pair<std::string_view, char> kNamed[] = {{"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};
-    const auto named = std::find_if(std::begin(kNamed), std::end(kNamed), [&](const auto& one) { return one.first == name; });
+    const auto* const named = std::find_if(std::begin(kNamed), std::end(kNamed), [&](const auto& one) { return one.first == name; });
     if (named != std::end(kNamed)) {
         text += named->second;
     } else {

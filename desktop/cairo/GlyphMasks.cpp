@@ -67,7 +67,7 @@ std::size_t GlyphMasks::KeyHash::operator()(const Key& key) const
     std::size_t hash = std::hash<PangoFont*>()(key.font);
     const auto mix = [&hash](std::uint64_t value) { hash = (hash ^ value) * 0x9E3779B97F4A7C15U; };
     mix(key.glyph);
-    mix(static_cast<std::uint64_t>(key.phaseX * kPhases + key.phaseY));
+    mix(static_cast<std::uint64_t>(key.phaseX) * kPhases + static_cast<std::uint64_t>(key.phaseY));
     for (const double entry : {key.a, key.b, key.c, key.d})
         mix(std::bit_cast<std::uint64_t>(entry) >> 12U);
     return hash ^ (hash >> 29U);

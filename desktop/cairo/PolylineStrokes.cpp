@@ -159,7 +159,7 @@ public:
 private:
     void paintThroughMask(const raster::CoverageStrip& strip)
     {
-        // Cairo only reads the mask.
+        // Cairo only reads the mask. NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
         auto* pixels = const_cast<unsigned char*>(strip.coverage);
         const SurfacePointer mask(cairo_image_surface_create_for_data(pixels, CAIRO_FORMAT_A8, strip.box.width, strip.box.height, static_cast<int>(strip.stride)));
         cairo_mask_surface(m_target, mask.get(), strip.box.left, strip.box.top);

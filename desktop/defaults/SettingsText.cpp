@@ -142,7 +142,7 @@ void appendEscaped(std::string& value, std::string_view& text)
     const char kind = text.front();
     text.remove_prefix(1);
     if (kind == 'x') {
-        const auto end = std::find_if_not(text.begin(), text.end(), isHexadecimalDigit);
+        const auto* const end = std::find_if_not(text.begin(), text.end(), isHexadecimalDigit);
         const auto length = static_cast<std::size_t>(end - text.begin());
         appendCharacter(value, hexadecimalNumber(text.substr(0, length)));
         text.remove_prefix(length);

@@ -32,10 +32,15 @@ std::int64_t nanoseconds(const timespec& time)
 
 std::filesystem::path homeFolder()
 {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing here changes the environment.
     if (const char* home = std::getenv("HOME"); home && *home)
         return home;
-    const passwd* user = ::getpwuid(::getuid());
-    return user && user->pw_dir ? user->pw_dir : "";
+    passwd user{};
+    passwd* found = nullptr;
+    std::array<char, std::size_t{1} << 14U> texts{};
+    if (::getpwuid_r(::getuid(), &user, texts.data(), texts.size(), &found) != 0 || !found || !found->pw_dir)
+        return {};
+    return found->pw_dir;
 }
 
 bool isMade(const std::filesystem::path& folder)
@@ -88,7 +93,7 @@ XDGUserDefaults::~XDGUserDefaults() = default;
 
 std::filesystem::path XDGUserDefaults::defaultPath()
 {
-    const char* configured = std::getenv("XDG_CONFIG_HOME");
+    const char* configured = std::getenv("XDG_CONFIG_HOME"); // NOLINT(concurrency-mt-unsafe): nothing here changes the environment.
     const std::filesystem::path folder = configured && *configured == '/' ? std::filesystem::path(configured) : homeFolder() / ".config";
     return folder / "TOLVGraphing" / "settings.ini";
 }

@@ -237,10 +237,11 @@ void OpaqueContext::enterClip(const Clip* clip)
     std::vector<const Clip*> clips;
     for (; clip; clip = clip->outer.get())
         clips.push_back(clip);
-    for (auto inner = clips.rbegin(); inner != clips.rend(); ++inner) {
-        m_target.concatenateTransform((*inner)->transform);
-        m_target.clipToPath((*inner)->path, (*inner)->rule);
-        m_target.concatenateTransform((*inner)->transform.inverted());
+    std::reverse(clips.begin(), clips.end());
+    for (const Clip* entered : clips) {
+        m_target.concatenateTransform(entered->transform);
+        m_target.clipToPath(entered->path, entered->rule);
+        m_target.concatenateTransform(entered->transform.inverted());
     }
 }
 

@@ -70,7 +70,7 @@ private:
     std::uint64_t m_pipedBytes = 0;
     std::uint64_t m_bytesRead = 0;
     std::uint64_t m_bytesReported = 0;
-    char m_peeked[kLongestPeek];
+    char m_peeked[kLongestPeek] = {};
     std::size_t m_peekedBegin = 0;
     std::size_t m_peekedEnd = 0;
 };

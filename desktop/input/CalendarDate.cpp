@@ -46,8 +46,9 @@ public:
         double value = 0;
         double place = 0.1;
         std::size_t count = 0;
-        for (; !m_text.empty() && m_text.front() >= '0' && m_text.front() <= '9'; ++count, place /= 10) {
+        for (; !m_text.empty() && m_text.front() >= '0' && m_text.front() <= '9'; ++count) {
             value += place * (m_text.front() - '0');
+            place /= 10;
             m_text.remove_prefix(1);
         }
         return count > 0 ? std::optional(value) : std::nullopt;

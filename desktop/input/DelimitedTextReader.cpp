@@ -86,7 +86,7 @@ MeasurementTable DelimitedTextReader::read()
 void DelimitedTextReader::checkSettings() const
 {
     if (m_settings.delimiter) {
-        unsigned char delimiter = static_cast<unsigned char>(*m_settings.delimiter);
+        auto delimiter = static_cast<unsigned char>(*m_settings.delimiter);
         constexpr std::string_view partsOfNumbers = "+-.\"0123456789";
         bool isLetter = (delimiter | 0x20U) >= 'a' && (delimiter | 0x20U) <= 'z';
         bool isControl = (delimiter < ' ' && delimiter != '\t') || delimiter >= 0x7F;
@@ -245,7 +245,7 @@ void DelimitedTextReader::readRows()
             continue;
         }
         if (!readRecord()) {
-            std::size_t length = static_cast<std::size_t>(m_buffer.end() - m_buffer.begin());
+            auto length = static_cast<std::size_t>(m_buffer.end() - m_buffer.begin());
             m_buffer.fill(m_line);
             // Nothing more came, so the record ends in the middle of quotes: every other one ends in a line end.
             if (m_buffer.isAtEnd() && static_cast<std::size_t>(m_buffer.end() - m_buffer.begin()) == length)

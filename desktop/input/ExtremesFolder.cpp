@@ -154,7 +154,7 @@ ExtremesFolder::ExtremesFolder(fs::path path, std::size_t shortestColumn, std::u
 std::optional<ExtremesFolder> ExtremesFolder::usualFolder()
 {
     const auto named = [](const char* variable) {
-        const char* text = std::getenv(variable);
+        const char* text = std::getenv(variable); // NOLINT(concurrency-mt-unsafe): nothing here changes the environment.
         return fs::path(text ? text : "");
     };
     if (!named("TOLVGRAPHING_NO_CACHE").empty())

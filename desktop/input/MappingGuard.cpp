@@ -27,10 +27,13 @@ static_assert(std::atomic<std::uintptr_t>::is_always_lock_free && std::atomic<bo
 /// A file cut to nothing is replaced in steps of this length, so that it costs few signals.
 constexpr std::uintptr_t kReplacedLength = std::uintptr_t{1} << 20;
 
+// A handler of signals reaches only what is there already.
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
 std::array<MappingGuard::Range, 256> ranges;
 std::once_flag handlerIsInstalled;
 struct sigaction formerAction = {};
 std::uintptr_t pageMask = 0;
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 /// Puts zeros at the address and a little behind it where a range has it.
 bool replaceLostPages(std::uintptr_t address)
@@ -42,6 +45,7 @@ bool replaceLostPages(std::uintptr_t address)
             continue;
         const std::uintptr_t page = address & pageMask;
         const std::size_t length = std::min(end - page, kReplacedLength);
+        // NOLINTNEXTLINE(performance-no-int-to-ptr)
         if (::mmap(reinterpret_cast<void*>(page), length, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0) == MAP_FAILED)
             return false;
         range.hasLostPages.store(true, std::memory_order_release);
@@ -65,7 +69,7 @@ void passOn(int signal, siginfo_t* information, void* context)
     usual.sa_handler = SIG_DFL;
     ::sigaction(SIGBUS, &usual, nullptr);
     if (information->si_code <= 0)
-        ::raise(signal);
+        static_cast<void>(::raise(signal));
 }
 
 void handleLostPage(int signal, siginfo_t* information, void* context)

@@ -29,23 +29,23 @@ MeasurementError::MeasurementError(std::string file, std::size_t line, std::stri
 
 ReadingCancelled::ReadingCancelled(const std::string& file) : std::runtime_error(file + ": reading was cancelled") {}
 
-std::string quotedExcerpt(std::string_view bytes)
+std::string quotedExcerpt(std::string_view text)
 {
     // Longer texts are cut anyway, so their ends need not be looked at.
-    std::string whole = asUtf8(bytes.substr(0, 4096));
-    std::string_view text = whole;
+    std::string whole = asUtf8(text.substr(0, 4096));
+    std::string_view shown = whole;
     constexpr std::size_t longest = 40;
-    bool isCut = text.size() > longest;
+    bool isCut = shown.size() > longest;
     if (isCut) {
         std::size_t length = longest;
         // 10xxxxxx continues a UTF-8 character: step back to its first byte.
-        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
+        while (length > 0 && (static_cast<unsigned char>(shown[length]) & 0xC0U) == 0x80U)
             --length;
-        text = text.substr(0, length);
+        shown = shown.substr(0, length);
     }
     std::string excerpt = "'";
-    for (char character : text) {
-        unsigned char byte = static_cast<unsigned char>(character);
+    for (char character : shown) {
+        const auto byte = static_cast<unsigned char>(character);
         excerpt += byte < 0x20 || byte == 0x7F ? '?' : character;
     }
     return excerpt + (isCut ? "...'" : "'");

@@ -77,12 +77,12 @@ inline const char* scanNumber(const char* position, char decimalMark, float& val
     // between two floats: then the lost bits decide, and only the exact way knows them. The magnitude is between 1e-22 and 1e38 or zero, so
     // the float is a normal one.
     if (digitCount <= 19 && digits <= (std::uint64_t{1} << 53U) && exponent >= -22 && exponent <= 22) {
-        double number = static_cast<double>(static_cast<std::int64_t>(digits));
+        auto number = static_cast<double>(static_cast<std::int64_t>(digits));
         number = exponent < 0 ? number / detail::kPowersOfTen[-exponent] : number * detail::kPowersOfTen[exponent];
         constexpr std::uint64_t belowFloat = 0x1FFFFFFF;
         constexpr std::uint64_t halfWay = 0x10000000;
         if ((std::bit_cast<std::uint64_t>(number) & belowFloat) != halfWay) {
-            float magnitude = static_cast<float>(number);
+            const auto magnitude = static_cast<float>(number);
             value = isNegative ? -magnitude : magnitude;
             return position;
         }

@@ -210,7 +210,7 @@ void SoundReader::requireRoomFor(std::size_t frameCount) const
 void SoundReader::takeFrames(const float* samples, std::size_t count)
 {
     requireRoomFor(m_frameCount + count);
-    double rate = static_cast<double>(m_info.samplerate);
+    const auto rate = static_cast<double>(m_info.samplerate);
     std::vector<float>& time = m_table.columns[0].values.own();
     for (std::size_t frame = 0; frame < count; ++frame)
         time.push_back(static_cast<float>(static_cast<double>(m_frameCount + frame) / rate));

@@ -121,7 +121,7 @@ void TableBuilder::addField(Column& column, const FieldText* field, const FieldV
         column.texts.push_back(field ? field->unquoted() : std::string());
 }
 
-std::size_t TableBuilder::numberCount(const Column& column, std::size_t rows) const
+std::size_t TableBuilder::numberCount(const Column& column, std::size_t rows)
 {
     return rows - column.emptyCount - column.wordCount - column.dateCount;
 }

@@ -63,7 +63,7 @@ private:
     };
 
     void addField(Column& column, const FieldText* field, const FieldValue& value);
-    [[nodiscard]] std::size_t numberCount(const Column& column, std::size_t rows) const;
+    [[nodiscard]] static std::size_t numberCount(const Column& column, std::size_t rows);
     [[nodiscard]] ColumnKind kindOf(const Column& column) const;
     static void dropKind(Column& column, bool dropsSecondKind);
 

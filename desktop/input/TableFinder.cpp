@@ -110,8 +110,8 @@ private:
     void takeFixedHeader();
     std::optional<std::size_t> headerAbove(std::size_t row) const;
     std::optional<std::size_t> rowAbove(std::size_t row, bool takesComments) const;
-    bool isHeader(std::size_t row) const;
-    bool isUnitsRow(const SampleRow& row) const;
+    bool isHeader(std::size_t index) const;
+    static bool isUnitsRow(const SampleRow& row);
     std::vector<std::string> headerTexts(const SampleRow& row) const;
     void takeNames(std::size_t row);
     void takeUnits(std::size_t row);
@@ -407,7 +407,7 @@ bool TableFinder::isHeader(std::size_t index) const
     return last != '=' && last != ':' && !hasBetterAbove;
 }
 
-bool TableFinder::isUnitsRow(const SampleRow& row) const
+bool TableFinder::isUnitsRow(const SampleRow& row)
 {
     std::size_t units = 0;
     std::size_t words = 0;

@@ -30,6 +30,7 @@ void noteError(png_structp png, png_const_charp message)
 
 void ignoreWarning(png_structp, png_const_charp) {}
 
+// libpng gives the type of this function. NOLINTNEXTLINE(readability-non-const-parameter)
 void appendBytes(png_structp png, png_bytep data, png_size_t length)
 {
     auto* encoding = static_cast<Encoding*>(png_get_io_ptr(png));
@@ -53,8 +54,10 @@ void setText(png_structp png, png_infop info, const char* keyword, const std::st
     png_text text{};
     text.compression = PNG_ITXT_COMPRESSION_NONE;
     // libpng copies the strings at once.
+    // NOLINTBEGIN(cppcoreguidelines-pro-type-const-cast)
     text.key = const_cast<char*>(keyword);
     text.text = const_cast<char*>(value.c_str());
+    // NOLINTEND(cppcoreguidelines-pro-type-const-cast)
     text.itxt_length = value.size();
     png_set_text(png, info, &text, 1);
 }
@@ -62,7 +65,7 @@ void setText(png_structp png, png_infop info, const char* keyword, const std::st
 /// Everything between creating and destroying the structures, so that the error jump crosses no object with a destructor.
 bool encode(png_structp png, png_infop info, const PixelRows& image, unsigned char* row)
 {
-    if (setjmp(png_jmpbuf(png)) != 0)
+    if (setjmp(png_jmpbuf(png)) != 0) // NOLINT(cert-err52-cpp): libpng knows no exceptions.
         return false;
     png_set_IHDR(png, info, image.width, image.height, 8, image.isOpaque ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
         PNG_FILTER_TYPE_DEFAULT);

@@ -15,7 +15,7 @@ namespace TOLVGraphing::output {
 namespace {
 
 /// Strips hold about this many bytes, so that readers need little memory.
-constexpr std::size_t kStripBytes = 256 * 1024;
+constexpr std::size_t kStripBytes = std::size_t{256} * 1024;
 
 /// A growing file in memory, in the form of the functions that libtiff calls.
 struct MemoryFile {

@@ -23,6 +23,7 @@ struct Place {
 };
 static_assert(std::atomic<PlaceState>::is_always_lock_free);
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 std::array<Place, kMostNames> places;
 
 void removeFilesAndEnd(int signal)
@@ -32,7 +33,7 @@ void removeFilesAndEnd(int signal)
             ::unlink(place.name.data());
     }
     // Its handler is the system's own again.
-    ::raise(signal);
+    static_cast<void>(::raise(signal));
 }
 
 } // namespace

@@ -29,8 +29,8 @@ private:
     /// A straight part of the line within the column that does not cross the base.
     void addPart(Point from, Point to);
     void addEdge(double fromRow, double toRow, double share);
-    void addStep(double row, double share);
-    void addBend(double row, double slope);
+    void addStep(double place, double share);
+    void addBend(double place, double slope);
     void touch(int row);
     void moveCoverageTo(std::uint8_t* top);
 

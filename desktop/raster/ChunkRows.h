@@ -116,8 +116,8 @@ TOLVGRAPHING_WIDE inline int smallestWide(__m256i numbers)
     return (_mm_cvtsi128_si32(_mm_minpos_epu16(eight)) & 0xFFFF) + INT16_MIN;
 }
 
-/// What rows of a chunk had for fronts, and what of it lies open now, as fronts and left sides of blocks of sixteen rows.
-struct Opening {
+/// What rows of a chunk had for fronts, and what of it lies open now, as fronts and left sides of blocks of sixteen rows, of which those from the first to before the end are set.
+struct Opening { // NOLINT(cppcoreguidelines-pro-type-member-init)
     std::array<Lanes, kChunkBlocks> fronts;
     std::array<Lanes, kChunkBlocks> lefts;
     int firstBlock = static_cast<int>(kChunkBlocks);

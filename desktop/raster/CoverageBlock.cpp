@@ -8,7 +8,7 @@ namespace TOLVGraphing::raster {
 
 namespace {
 
-constexpr std::size_t kRowLength = 2 * CoverageBlock::kColumns;
+constexpr std::size_t kRowLength = std::size_t{2} * CoverageBlock::kColumns;
 constexpr std::size_t kSlopes = CoverageBlock::kColumns;
 /// A bend of an edge changes three rows, its step two.
 constexpr int kRowsBelow = 3;
@@ -108,6 +108,7 @@ void CoverageBlock::moveCoverageTo(std::uint8_t* corner, std::ptrdiff_t stride)
         addLanes(slopes, differences + kSlopes);
         addLanes(coverage, differences);
         addLanes(coverage, slopes.data());
+        // All of them are set. NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
         std::array<std::uint8_t, kLanes> levels;
         for (std::size_t i = 0; i < kLanes; ++i)
             levels[i] = static_cast<std::uint8_t>(coverage[i] >> 16U);

@@ -31,7 +31,7 @@ public:
     void moveCoverageTo(std::uint8_t* corner, std::ptrdiff_t stride);
 
 private:
-    void addStep(int column, double row, std::int32_t share);
+    void addStep(int column, double place, std::int32_t share);
     void touchRows(int first, int last);
 
     int m_height;

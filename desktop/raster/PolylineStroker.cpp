@@ -246,11 +246,11 @@ void PolylineStroker::addFan(PolygonSink& coverage, Point corner, Point from, do
 {
     // A chord of angle a is reach * (1 - cos(a / 2)), about reach * a² / 8, from its arc.
     const double widest = std::sqrt(8.0 * kFlatness / m_reach);
-    const double parts = std::clamp(std::ceil(std::abs(angle) / widest), 1.0, kMostFanParts);
+    const auto parts = static_cast<std::size_t>(std::clamp(std::ceil(std::abs(angle) / widest), 1.0, kMostFanParts));
     std::vector<Point> fan{corner};
-    fan.reserve(static_cast<std::size_t>(parts) + 2);
-    for (double i = 0.0; i <= parts; i += 1.0) {
-        const double turn = angle * (i / parts);
+    fan.reserve(parts + 2);
+    for (std::size_t i = 0; i <= parts; ++i) {
+        const double turn = angle * (static_cast<double>(i) / static_cast<double>(parts));
         fan.push_back(sum(corner, sum(scaled(from, std::cos(turn)), scaled(turned(from), std::sin(turn)))));
     }
     coverage.addConvexPolygon(fan);

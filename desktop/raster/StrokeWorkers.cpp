@@ -24,6 +24,7 @@ constexpr int kMostWorkers = 3;
 constexpr std::chrono::microseconds kWakefulness{200};
 
 /// A forked process has none of the threads, and a lock may be held by one of them for ever.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 std::atomic<bool> isForked{false};
 
 int usualWorkerCount()
@@ -206,7 +207,7 @@ private:
 /// The threads end with the program. The object stays for those that stroke even later, and in forked processes, which cannot join the threads.
 Workers& workers()
 {
-    static Workers* const shared = new Workers;
+    static auto* const shared = new Workers; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
     struct End {
         ~End() { shared->endForGood(); }
     };

@@ -260,6 +260,7 @@ void SweptCoverage::coverWholeRows(int from, int end, const Side& left, const Si
     // Rows below the box may count as covered.
     const int limit = end == m_box.height ? static_cast<int>(m_rowCount) : end;
     touchChunks(static_cast<std::size_t>(rowsBefore / kChunkRows), static_cast<std::size_t>((limit + kChunkRows - 1) / kChunkRows));
+    // Rows are counted; where the lines are goes along. NOLINTNEXTLINE(cert-flp30-c)
     for (int first = rowsBefore; first < limit; first += kChunkRows, leftStart += leftStep, rightStart += rightStep) {
         const Line leftLine = lineAt(leftStart, leftSlope);
         const Line rightLine = lineAt(rightStart, rightSlope);
@@ -365,8 +366,11 @@ void SweptCoverage::leaveGapOfLines(std::size_t index, const Line& front, const 
     }
 #endif
     int blocks = 0;
+    // As many as there are blocks are set and used.
+    // NOLINTBEGIN(cppcoreguidelines-pro-type-member-init)
     std::array<Lanes, kChunkBlocks> fronts;
     std::array<Lanes, kChunkBlocks> lefts;
+    // NOLINTEND(cppcoreguidelines-pro-type-member-init)
     for (int row = first; row < end; row += kRows, ++blocks) {
         fronts[static_cast<std::size_t>(blocks)] = front.rowsFrom(row);
         lefts[static_cast<std::size_t>(blocks)] = left.rowsFrom(row);

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 
@@ -9,21 +10,26 @@ namespace TOLVGraphing {
 
 namespace {
 
-/// Qt's handlers are plain functions.
-DisplayGuard* currentGuard = nullptr;
+/// The guard that answers: Qt's handlers are plain functions, and any thread may have something to say.
+std::atomic<const DisplayGuard*>& currentGuard()
+{
+    static std::atomic<const DisplayGuard*> guard = nullptr;
+    return guard;
+}
 
 } // namespace
 
-DisplayGuard::DisplayGuard(const QString& program, const QString& withoutDisplay) : m_program(program), m_withoutDisplay(withoutDisplay)
+// Copies of Qt's texts share their letters, and its interfaces take references.
+DisplayGuard::DisplayGuard(const QString& program, const QString& withoutDisplay) : m_program(program), m_withoutDisplay(withoutDisplay) // NOLINT(modernize-pass-by-value)
 {
-    currentGuard = this;
+    currentGuard() = this;
     m_formerHandler = qInstallMessageHandler(answerMessage);
 }
 
 DisplayGuard::~DisplayGuard()
 {
     qInstallMessageHandler(m_formerHandler);
-    currentGuard = nullptr;
+    currentGuard() = nullptr;
 }
 
 bool DisplayGuard::isDisplayNamed()
@@ -40,15 +46,15 @@ void DisplayGuard::sayThatDisplayIsMissing() const
     line += ", expected a desktop session (DISPLAY or WAYLAND_DISPLAY)";
     if (!m_withoutDisplay.isEmpty())
         line += "; " + m_withoutDisplay;
-    std::fputs((line + "\n").toLocal8Bit().constData(), stderr);
+    static_cast<void>(std::fputs((line + "\n").toLocal8Bit().constData(), stderr));
 }
 
 void DisplayGuard::answerMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
-    const DisplayGuard& guard = *currentGuard;
+    const DisplayGuard& guard = *currentGuard().load();
     if (type == QtFatalMsg) {
         guard.sayThatDisplayIsMissing();
-        std::fflush(nullptr);
+        static_cast<void>(std::fflush(nullptr));
         std::_Exit(1);
     }
     // What the platform says of the failed connection is in our line.

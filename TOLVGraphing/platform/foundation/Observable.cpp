@@ -29,6 +29,8 @@ Observable::~Observable()
 
 Observable::Observable(const Observable&) : Observable() {}
 
+// Nothing is assigned: those who observe an object go on observing that one.
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
 Observable& Observable::operator=(const Observable&)
 {
     return *this;

@@ -13,17 +13,17 @@ constexpr double kRadiansPerDegree = 0.017453292519943295;
 
 } // namespace
 
-void AffineTransform::concatenate(const AffineTransform& transform)
+void AffineTransform::concatenate(const AffineTransform& first)
 {
     // Copies of both, because a transform may be concatenated with itself.
-    const AffineTransform first = transform;
-    const AffineTransform second = *this;
-    a = first.a * second.a + first.b * second.c;
-    b = first.a * second.b + first.b * second.d;
-    c = first.c * second.a + first.d * second.c;
-    d = first.c * second.b + first.d * second.d;
-    tx = first.tx * second.a + first.ty * second.c + second.tx;
-    ty = first.tx * second.b + first.ty * second.d + second.ty;
+    const AffineTransform inner = first;
+    const AffineTransform outer = *this;
+    a = inner.a * outer.a + inner.b * outer.c;
+    b = inner.a * outer.b + inner.b * outer.d;
+    c = inner.c * outer.a + inner.d * outer.c;
+    d = inner.c * outer.b + inner.d * outer.d;
+    tx = inner.tx * outer.a + inner.ty * outer.c + outer.tx;
+    ty = inner.tx * outer.b + inner.ty * outer.d + outer.ty;
 }
 
 void AffineTransform::translateXBy(double dx, double dy)

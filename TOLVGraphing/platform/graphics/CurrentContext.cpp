@@ -6,34 +6,46 @@ namespace TOLVGraphing {
 
 namespace {
 
-thread_local DrawingContext* t_current = nullptr;
-thread_local bool t_isFlipped = false;
+struct ThreadState {
+    DrawingContext* context = nullptr;
+    bool isFlipped = false;
+};
+
+ThreadState& threadState()
+{
+    thread_local ThreadState state;
+    return state;
+}
 
 } // namespace
 
 DrawingContext* currentContext()
 {
-    return t_current;
+    return threadState().context;
 }
 
-CurrentContextScope::CurrentContextScope(DrawingContext& context) : m_former(std::exchange(t_current, &context)), m_formerIsFlipped(std::exchange(t_isFlipped, false)) {}
+CurrentContextScope::CurrentContextScope(DrawingContext& context)
+    : m_former(std::exchange(threadState().context, &context))
+    , m_formerIsFlipped(std::exchange(threadState().isFlipped, false))
+{
+}
 
 CurrentContextScope::~CurrentContextScope()
 {
-    t_current = m_former;
-    t_isFlipped = m_formerIsFlipped;
+    threadState().context = m_former;
+    threadState().isFlipped = m_formerIsFlipped;
 }
 
 bool coordinatesAreFlipped()
 {
-    return t_isFlipped;
+    return threadState().isFlipped;
 }
 
-FlippedCoordinatesScope::FlippedCoordinatesScope(bool areFlipped) : m_former(std::exchange(t_isFlipped, areFlipped)) {}
+FlippedCoordinatesScope::FlippedCoordinatesScope(bool areFlipped) : m_former(std::exchange(threadState().isFlipped, areFlipped)) {}
 
 FlippedCoordinatesScope::~FlippedCoordinatesScope()
 {
-    t_isFlipped = m_former;
+    threadState().isFlipped = m_former;
 }
 
 } // namespace TOLVGraphing

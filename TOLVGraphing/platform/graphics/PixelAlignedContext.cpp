@@ -345,17 +345,18 @@ void PixelAlignedContext::drawStrokedPath(const Path& path)
 
 void PixelAlignedContext::drawFilledRepeats(const Path& path, FillRule rule, std::span<const Point> places)
 {
-    // Rectangles are aligned one by one; more points than theirs pass anyway.
+    // Rectangles are aligned one by one, as a context does it that knows nothing of repeats; more points than theirs pass anyway.
     if (path.points().size() > kMostPointsOfRect)
         ForwardingContext::drawFilledRepeats(path, rule, places);
     else
-        DrawingContext::drawFilledRepeats(path, rule, places);
+        DrawingContext::drawFilledRepeats(path, rule, places); // NOLINT(bugprone-parent-virtual-call)
 }
 
 void PixelAlignedContext::drawStrokedRepeats(const Path& path, std::span<const Point> places)
 {
+    // So are straight strokes.
     if (straightSubpaths(path))
-        DrawingContext::drawStrokedRepeats(path, places);
+        DrawingContext::drawStrokedRepeats(path, places); // NOLINT(bugprone-parent-virtual-call)
     else
         ForwardingContext::drawStrokedRepeats(path, places);
 }

@@ -1,6 +1,7 @@
 #include "NumberText.h"
 
 #include <charconv>
+#include <cmath>
 
 namespace TOLVGraphing {
 
@@ -10,7 +11,7 @@ template <typename Number>
 std::string shortest(Number number)
 {
     // The sign of a NaN differs between processors and means nothing.
-    if (number != number)
+    if (std::isnan(number))
         return "nan";
     char buffer[64];
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, number);

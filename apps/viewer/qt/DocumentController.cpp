@@ -77,7 +77,7 @@ void DocumentController::announceContent()
 
 // Reading.
 
-void DocumentController::start(const std::vector<std::string>& paths, const Options& options, Plan plan)
+void DocumentController::start(const std::vector<std::string>& paths, const Options& options, const Plan& plan)
 {
     emit readingStarted(namesOfFiles(paths));
     DocumentReading::Callbacks callbacks;

@@ -77,7 +77,7 @@ private:
         bool isQuiet = false;
     };
 
-    void start(const std::vector<std::string>& paths, const Options& options, Plan plan);
+    void start(const std::vector<std::string>& paths, const Options& options, const Plan& plan);
     void finish(const Plan& plan, ReadDocumentData data);
     void fail(const Plan& plan, const QString& reason);
     void openDocument(const QString& path);

@@ -55,7 +55,7 @@ FileCommands::FileCommands(DocumentController* controller, GraphWidget* graphWid
 
 QStringList FileCommands::chooseFiles(const QString& title, const QStringList& filters)
 {
-    const QStringList paths = QFileDialog::getOpenFileNames(m_window, title, folder(), filters.join(QStringLiteral(";;")));
+    QStringList paths = QFileDialog::getOpenFileNames(m_window, title, folder(), filters.join(QStringLiteral(";;")));
     if (!paths.isEmpty())
         rememberFolderOf(paths.front());
     return paths;

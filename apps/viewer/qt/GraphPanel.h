@@ -46,7 +46,7 @@ signals:
     void rejected(const QString& failure, const QString& reason);
 
 private:
-    QFormLayout* addGroup(const QString& title, QWidget* content);
+    static QFormLayout* addGroup(const QString& title, QWidget* content);
     void createAxes(QFormLayout* form);
     void createTexts(QFormLayout* form);
     void createRanges(QFormLayout* form);
