@@ -169,7 +169,7 @@ bool ImagePixels::canChange(cairo_surface_t* surface)
     return (format == CAIRO_FORMAT_RGB24 || format == CAIRO_FORMAT_ARGB32) && cairo_image_surface_get_data(surface);
 }
 
-ImagePixels::ImagePixels(cairo_surface_t* surface) : m_surface(surface), m_data(nullptr), m_stride(cairo_image_surface_get_stride(surface))
+ImagePixels::ImagePixels(cairo_surface_t* surface) : m_surface(surface), m_stride(cairo_image_surface_get_stride(surface))
 {
     cairo_surface_flush(m_surface);
     // A surface may have been finished, of which only this tells.

@@ -68,7 +68,7 @@ private:
     [[nodiscard]] PixelRange bounds() const;
 
     cairo_surface_t* m_surface;
-    unsigned char* m_data;
+    unsigned char* m_data = nullptr;
     std::ptrdiff_t m_stride;
 };
 
