@@ -121,6 +121,8 @@ if(BUILD_SHARED_LIBS)
   add_custom_target(library-controls ALL DEPENDS ${library_controls})
 endif()
 
+# Debian's man pages are compressed.
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/CompressManPages.cmake)
 # CPack writes maintainer scripts that call ldconfig; the packages have the trigger instead.
 set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/RemoveLdconfigScripts.cmake)
 

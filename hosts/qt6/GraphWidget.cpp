@@ -77,7 +77,7 @@ Qt::CursorShape cursorFor(PointerLook look)
     return Qt::ArrowCursor;
 }
 
-std::vector<float> narrowed(const std::vector<double>& values)
+std::vector<float> narrowed(std::span<const double> values)
 {
     std::vector<float> floats(values.size());
     std::transform(values.begin(), values.end(), floats.begin(), [](double value) { return static_cast<float>(value); });
@@ -175,7 +175,7 @@ void GraphWidget::addSeries(std::vector<float> x, std::vector<float> y, const QS
     m_view->setNeedsDisplay();
 }
 
-void GraphWidget::addSeries(const std::vector<double>& x, const std::vector<double>& y, const QString& name)
+void GraphWidget::addSeries(std::span<const double> x, std::span<const double> y, const QString& name)
 {
     addSeries(narrowed(x), narrowed(y), name);
 }

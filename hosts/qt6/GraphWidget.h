@@ -15,6 +15,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 class QAction;
@@ -77,7 +78,7 @@ public:
     /// Adds a series (the vectors are taken over; the shorter one counts) in the next colour of `seriesColor` and shows all data, as the command Fit does. Abscissae ascend. An empty name is none. Does nothing without a graph.
     void addSeries(std::vector<float> x, std::vector<float> y, const QString& name = {});
     /// The same with copies, each number rounded to the nearest float; the numbers have to lie in the range of float.
-    void addSeries(const std::vector<double>& x, const std::vector<double>& y, const QString& name = {});
+    void addSeries(std::span<const double> x, std::span<const double> y, const QString& name = {});
 
     /// Dark on light or light on dark, or as the palette has it: light text on a dark window is dark. FollowsPalette by default.
     [[nodiscard]] GraphAppearance appearance() const { return m_appearance; }
