@@ -1,15 +1,12 @@
-// A graph in a window of SDL 2: what a host does for the views of the library, whole. Wheel, buttons and keys have the gestures of GraphInteraction; u undoes, r redoes, c copies the samples as text, Escape ends.
+// A graph in a window of SDL 2: what a host does for the views of the library, whole. Wheel, buttons and keys have the gestures of GraphInteraction; u undoes, r redoes, Escape ends.
 
 #include <TOLVGraphing/data/SeriesColors.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
-#include <TOLVGraphing/platform/foundation/Log.h>
 #include <TOLVGraphing/platform/graphics/PixelAlignedContext.h>
 #include <TOLVGraphing/views/GraphDisplayObserver.h>
 #include <TOLVGraphing/views/GraphInteraction.h>
 #include <TOLVGraphing/views/TOLVGraphView.h>
 #include <TOLVMath/TOLVRealVector.h>
-#include <desktop/defaults/XDGUserDefaults.h>
-#include <desktop/output/DesktopDocumentRenderer.h>
 #include <desktop/output/PixelDrawing.h>
 #include <desktop/text/PangoTextSystem.h>
 
@@ -17,7 +14,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -30,27 +26,6 @@ namespace {
 
 constexpr int kWidth = 640;
 constexpr int kHeight = 400;
-
-/// The clipboard of SDL, which takes texts: of what a view copies, its samples.
-class TextPasteboard final : public MemoryPasteboard {
-public:
-    void finish() override
-    {
-        const auto text = dataForType(kPasteboardTypeText);
-        if (text)
-            SDL_SetClipboardText(std::string(reinterpret_cast<const char*>(text->data()), text->size()).c_str());
-    }
-};
-
-/// What the library asks of the process.
-void installServices()
-{
-    installDesktopTextSystem();
-    installDesktopDocumentRenderer();
-    installDesktopUserDefaults();
-    Pasteboard::setGeneralPasteboard(std::make_shared<TextPasteboard>());
-    setLogSink([](std::string_view line) { SDL_Log("%.*s", static_cast<int>(line.size()), line.data()); });
-}
 
 std::shared_ptr<TOLVGraph> dyingTone()
 {
@@ -100,7 +75,9 @@ private:
         case SDL_MOUSEMOTION: m_interaction.pointerMoved(pointInView(event.motion.x, event.motion.y)); break;
         case SDL_MOUSEBUTTONDOWN: press(event.button); break;
         case SDL_MOUSEBUTTONUP: m_interaction.pointerReleased(pointInView(event.button.x, event.button.y), buttonOf(event.button)); break;
-        case SDL_MOUSEWHEEL: turnWheel(event.wheel); break;
+        case SDL_MOUSEWHEEL:
+            m_interaction.wheelTurned(static_cast<double>(event.wheel.preciseY), pointInView(event.wheel.mouseX, event.wheel.mouseY), modifiersOf(SDL_GetModState()));
+            break;
         case SDL_KEYDOWN: pressKey(event.key.keysym); break;
         case SDL_WINDOWEVENT: answerWindow(event.window); break;
         default: break;
@@ -116,11 +93,6 @@ private:
             m_interaction.pointerPressed(point, buttonOf(event));
     }
 
-    void turnWheel(const SDL_MouseWheelEvent& event)
-    {
-        m_interaction.wheelTurned(static_cast<double>(event.preciseY), pointInView(event.mouseX, event.mouseY), modifiersOf(SDL_GetModState()));
-    }
-
     void pressKey(const SDL_Keysym& key)
     {
         static const std::map<SDL_Keycode, GraphKey> kKeys{{SDLK_LEFT, GraphKey::Left}, {SDLK_RIGHT, GraphKey::Right}, {SDLK_UP, GraphKey::Up}, {SDLK_DOWN, GraphKey::Down},
@@ -128,8 +100,6 @@ private:
             {SDLK_DELETE, GraphKey::Delete}, {SDLK_u, GraphKey::Undo}, {SDLK_r, GraphKey::Redo}};
         if (const auto found = kKeys.find(key.sym); found != kKeys.end())
             m_interaction.keyPressed(found->second, modifiersOf(key.mod));
-        else if (key.sym == SDLK_c && m_view->validateUserInterfaceItem({"copy"}))
-            m_view->copy(nullptr);
     }
 
     void answerWindow(const SDL_WindowEvent& event)
@@ -194,9 +164,9 @@ int main(int, char**)
     try {
         if (SDL_Init(SDL_INIT_VIDEO) != 0)
             throw std::runtime_error(SDL_GetError());
-        std::atexit(SDL_Quit);
-        installServices();
+        installDesktopTextSystem();
         GraphWindow(dyingTone()).run();
+        SDL_Quit();
         return 0;
     } catch (const std::exception& problem) {
         std::fprintf(stderr, "own-host: %s\n", problem.what());
