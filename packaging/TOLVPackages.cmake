@@ -5,8 +5,6 @@ if(NOT (TOLVGRAPHING_INSTALL AND PROJECT_IS_TOP_LEVEL))
 endif()
 
 set(abi ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
-set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
-set(debian_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 
 set(CPACK_PACKAGE_NAME tolvgraphing)
 set(CPACK_PACKAGE_VENDOR "The TOLVGraphing developers")
@@ -23,6 +21,13 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/TOLVGraphing ${PROJECT_BINARY_DIR}/desktop ${PROJECT_BINARY_DIR}/opengl ${PROJECT_BINARY_DIR}/hosts/qt6)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SOURCE tolvgraphing)
+
+file(STRINGS ${PROJECT_SOURCE_DIR}/packaging/debian/changelog changelog_head LIMIT_COUNT 1)
+if(NOT changelog_head MATCHES "^tolvgraphing \\(${PROJECT_VERSION}-[0-9]+\\) ")
+  message(FATAL_ERROR "packaging/debian/changelog begins with \"${changelog_head}\", but the version of the project is ${PROJECT_VERSION}: give it an entry of its own there")
+endif()
+string(REGEX REPLACE "^tolvgraphing \\([^-]*-([0-9]+)\\).*" "\\1" CPACK_DEBIAN_PACKAGE_RELEASE "${changelog_head}")
+set(debian_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 
 # What every package of ours has to carry.
 find_program(GZIP gzip REQUIRED)
@@ -117,7 +122,9 @@ if(TOLVGRAPHING_MANUAL AND TARGET manual)
     SUMMARY "measurement graphs - manual"
     DESCRIPTION "${what}\n.\nThis package contains the manual: pages to begin with, the reference of all\nheaders, the gallery and the example programs.")
 endif()
-if(BUILD_SHARED_LIBS)
+# Only Debian's tools write them; what is not packed needs none.
+find_program(DPKG_GENSYMBOLS dpkg-gensymbols)
+if(BUILD_SHARED_LIBS AND DPKG_GENSYMBOLS)
   add_custom_target(library-controls ALL DEPENDS ${library_controls})
 endif()
 
