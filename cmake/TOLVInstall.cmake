@@ -6,6 +6,14 @@ include(CMakePackageConfigHelpers)
 set(TOLV_INCLUDE_FOLDER ${CMAKE_INSTALL_INCLUDEDIR}/tolvgraphing)
 set(TOLV_PACKAGE_FOLDER ${CMAKE_INSTALL_LIBDIR}/cmake/TOLVGraphing)
 
+# Shared libraries outside of the system's folders: programs find them, and they each other, wherever the tree lies. Below /usr the system finds them, and Debian wants no other places to look at.
+if(BUILD_SHARED_LIBS AND NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+  cmake_path(SET program_folder NORMALIZE ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR})
+  cmake_path(SET library_folder NORMALIZE ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR})
+  cmake_path(RELATIVE_PATH library_folder BASE_DIRECTORY ${program_folder})
+  set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/${library_folder}")
+endif()
+
 # tolv_install(<target> COMPONENT <component> PACKAGE <name> DEV_PACKAGE <name> HEADERS <folder>... DESCRIPTION <text>
 #              [REQUIRES <pkg-config module>...] [PRIVATE_REQUIRES <pkg-config module>...] [PRIVATE_LIBS <linker option>...]):
 # the library as TOLVGraphing::<component> with the public headers below the folders, which are relative to the project. A static library hands what it is built on to whoever links it, a shared one only REQUIRES.
