@@ -6,6 +6,13 @@ include(CMakePackageConfigHelpers)
 set(TOLV_INCLUDE_FOLDER ${CMAKE_INSTALL_INCLUDEDIR}/tolvgraphing)
 set(TOLV_PACKAGE_FOLDER ${CMAKE_INSTALL_LIBDIR}/cmake/TOLVGraphing)
 
+# Where zsh looks for completions: Debian's own packages have a folder of theirs.
+if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+  set(TOLV_ZSH_FOLDER ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+else()
+  set(TOLV_ZSH_FOLDER ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+endif()
+
 # Shared libraries outside of the system's folders: programs find them, and they each other, wherever the tree lies. Below /usr the system finds them, and Debian wants no other places to look at.
 if(BUILD_SHARED_LIBS AND NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
   cmake_path(SET program_folder NORMALIZE ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR})

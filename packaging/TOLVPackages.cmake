@@ -33,8 +33,10 @@ set(debian_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 find_program(GZIP gzip REQUIRED)
 set(debian_changelog ${PROJECT_BINARY_DIR}/packaging/changelog.Debian.gz)
 file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/packaging)
+set(project_changelog ${PROJECT_BINARY_DIR}/packaging/changelog.gz)
 execute_process(COMMAND ${GZIP} -9nc ${PROJECT_SOURCE_DIR}/packaging/debian/changelog OUTPUT_FILE ${debian_changelog} COMMAND_ERROR_IS_FATAL ANY)
-set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/packaging/debian/changelog)
+execute_process(COMMAND ${GZIP} -9nc ${PROJECT_SOURCE_DIR}/CHANGELOG.md OUTPUT_FILE ${project_changelog} COMMAND_ERROR_IS_FATAL ANY)
+set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/packaging/debian/changelog ${PROJECT_SOURCE_DIR}/CHANGELOG.md)
 
 # tolv_package(<component> PACKAGE <name> SECTION <section> SUMMARY <text> DESCRIPTION <text> [DEPENDS <relation>...] [RECOMMENDS <relation>...] [SUGGESTS <relation>...] [ARCHITECTURE all] [LIBRARY <target>]):
 # the Debian package of an install component. Of a library also the symbols that it offers, for those who depend on it.
@@ -48,9 +50,9 @@ macro(tolv_package component)
   set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${arg_PACKAGE})
   set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${arg_SECTION})
   set(CPACK_DEBIAN_${upper}_PACKAGE_ARCHITECTURE ${arg_ARCHITECTURE})
-  set(CPACK_DEBIAN_${upper}_PACKAGE_DESCRIPTION_SUMMARY "${arg_SUMMARY}")
+  set(CPACK_TOLV_SUMMARY_${arg_PACKAGE} "${arg_SUMMARY}")
   set(CPACK_COMPONENT_${upper}_DESCRIPTION "${arg_DESCRIPTION}")
-  install(FILES ${PROJECT_SOURCE_DIR}/packaging/debian/copyright ${debian_changelog} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${arg_PACKAGE} COMPONENT ${component} EXCLUDE_FROM_ALL)
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/debian/copyright ${debian_changelog} ${project_changelog} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${arg_PACKAGE} COMPONENT ${component} EXCLUDE_FROM_ALL)
   if(arg_LIBRARY)
     set(control ${PROJECT_BINARY_DIR}/packaging/${arg_PACKAGE})
     set(CPACK_DEBIAN_${upper}_PACKAGE_CONTROL_EXTRA ${control}/symbols ${control}/shlibs ${PROJECT_SOURCE_DIR}/packaging/debian/triggers)
@@ -130,8 +132,8 @@ endif()
 
 # Debian's man pages are compressed.
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/CompressManPages.cmake)
-# CPack writes maintainer scripts that call ldconfig; the packages have the trigger instead.
-set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/RemoveLdconfigScripts.cmake)
+# What CPack cannot say: a line of its own for each package, and no maintainer scripts that call ldconfig where there is a trigger.
+set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/FinishPackages.cmake)
 
 # The source archive: what git knows, and nothing else.
 set(CPACK_SOURCE_GENERATOR TXZ)

@@ -12,6 +12,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cstdio>
 #include <initializer_list>
 #include <optional>
 
@@ -73,7 +74,10 @@ int main(int argumentCount, char** arguments)
     QGuiApplication::setDesktopFileName(QLatin1String(kProgramIdentifier));
     QApplication::setWindowIcon(programIcon());
     describe(parser);
-    parser.process(application);
+    if (!parser.parse(QCoreApplication::arguments())) {
+        std::fprintf(stderr, "tolvgraph-viewer: %s\n", qPrintable(parser.errorText()));
+        return 1;
+    }
     applyAppearance(chosenAppearance());
 
     MainWindow window;
