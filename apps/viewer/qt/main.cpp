@@ -75,7 +75,7 @@ int main(int argumentCount, char** arguments)
     QApplication::setWindowIcon(programIcon());
     describe(parser);
     if (!parser.parse(QCoreApplication::arguments())) {
-        std::fprintf(stderr, "tolvgraph-viewer: %s\n", qPrintable(parser.errorText()));
+        (void)std::fprintf(stderr, "tolvgraph-viewer: %s\n", qPrintable(parser.errorText()));
         return 1;
     }
     applyAppearance(chosenAppearance());
