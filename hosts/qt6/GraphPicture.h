@@ -31,7 +31,7 @@ public:
     /// The next update draws: the view asks for it, or the target is another one than last time.
     [[nodiscard]] bool needsUpdate(const TOLVGraphView& view, const Target& target) const;
     /// Draws the view if it asks for it or the target is another one than last time. True when it was drawn. A size without pixels, and one that there is no memory for, leave an empty image. Throws
-    /// what the view's drawing throws, and OutputError.
+    /// what the view's drawing throws, and OutputError; the next update then draws again.
     bool update(TOLVGraphView& view, const Target& target);
     /// The last drawing, premultiplied, without a device pixel ratio of its own; clear where the view draws no background, empty before the first update.
     [[nodiscard]] const QImage& image() const { return m_image; }
