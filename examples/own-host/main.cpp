@@ -162,6 +162,7 @@ private:
 int main(int, char**)
 {
     try {
+        SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0"); // The pixels are there already, and go to the screen without OpenGL.
         if (SDL_Init(SDL_INIT_VIDEO) != 0)
             throw std::runtime_error(SDL_GetError());
         installDesktopTextSystem();
