@@ -62,10 +62,11 @@ public:
     {
         for (SDL_Event event; SDL_WaitEvent(&event) != 0 && event.type != SDL_QUIT;) {
             if (event.type == SDL_KEYDOWN && event.key.keysym.sym == SDLK_ESCAPE)
-                return;
+                break;
             answer(event);
             show();
         }
+        SDL_HideWindow(m_window.get()); // Waits for the display, which may still have a message of SDL's own for the window: one to a window that has gone would be an error.
     }
 
 private:
