@@ -18,6 +18,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace TOLVGraphing;
@@ -57,16 +58,18 @@ public:
         m_view->setGraph(graph);
     }
 
-    /// Until the user has had enough.
+    /// Until the user has had enough. Looks for events a hundred times a second: where SDL waits for them, it sends itself messages through the window, and one that comes after the window has gone is an error.
     void run()
     {
-        for (SDL_Event event; SDL_WaitEvent(&event) != 0 && event.type != SDL_QUIT;) {
-            if (event.type == SDL_KEYDOWN && event.key.keysym.sym == SDLK_ESCAPE)
-                break;
-            answer(event);
-            show();
+        for (;; SDL_Delay(10)) {
+            for (SDL_Event event; SDL_PollEvent(&event) != 0; m_isShown = false) {
+                if (event.type == SDL_QUIT || (event.type == SDL_KEYDOWN && event.key.keysym.sym == SDLK_ESCAPE))
+                    return;
+                answer(event);
+            }
+            if (!std::exchange(m_isShown, true))
+                show();
         }
-        SDL_HideWindow(m_window.get()); // Waits for the display, which may still have a message of SDL's own for the window: one to a window that has gone would be an error.
     }
 
 private:
@@ -156,6 +159,7 @@ private:
     std::shared_ptr<TOLVGraphView> m_view;
     GraphInteraction m_interaction;
     GraphDisplayObserver m_observer;
+    bool m_isShown = false;
 };
 
 } // namespace
