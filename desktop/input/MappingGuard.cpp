@@ -10,6 +10,20 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#if defined(__SANITIZE_THREAD__)
+#define TOLVGRAPHING_SANITIZES_THREADS 1
+#elif defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define TOLVGRAPHING_SANITIZES_THREADS 1
+#endif
+#endif
+
+#ifdef TOLVGRAPHING_SANITIZES_THREADS
+// Of ThreadSanitizer's run time, which has no header for them.
+extern "C" void AnnotateIgnoreWritesBegin(const char* file, int line);
+extern "C" void AnnotateIgnoreWritesEnd(const char* file, int line);
+#endif
+
 namespace TOLVGraphing::input {
 
 /// Read by the signal's handler, so nothing but atomics. The begin is 0 while the range is nobody's.
@@ -35,6 +49,20 @@ struct sigaction formerAction = {};
 std::uintptr_t pageMask = 0;
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
+/// False where the system refuses. Other threads may read the same pages meanwhile: they see the file's or the zeros. ThreadSanitizer would take the call for writing beside their reading.
+bool mapZeros(std::uintptr_t page, std::size_t length)
+{
+#ifdef TOLVGRAPHING_SANITIZES_THREADS
+    AnnotateIgnoreWritesBegin(__FILE__, __LINE__);
+#endif
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
+    const bool isMapped = ::mmap(reinterpret_cast<void*>(page), length, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0) != MAP_FAILED;
+#ifdef TOLVGRAPHING_SANITIZES_THREADS
+    AnnotateIgnoreWritesEnd(__FILE__, __LINE__);
+#endif
+    return isMapped;
+}
+
 /// Puts zeros at the address and a little behind it where a range has it.
 bool replaceLostPages(std::uintptr_t address)
 {
@@ -45,11 +73,9 @@ bool replaceLostPages(std::uintptr_t address)
             continue;
         const std::uintptr_t page = address & pageMask;
         const std::size_t length = std::min(end - page, kReplacedLength);
-        // NOLINTNEXTLINE(performance-no-int-to-ptr)
-        if (::mmap(reinterpret_cast<void*>(page), length, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0) == MAP_FAILED)
-            return false;
+        // Told first: another thread may read the zeros as soon as they are there, and ask then.
         range.hasLostPages.store(true, std::memory_order_release);
-        return true;
+        return mapZeros(page, length);
     }
     return false;
 }
