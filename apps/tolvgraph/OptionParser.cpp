@@ -1,5 +1,7 @@
 #include "OptionParser.h"
 
+#include "ArgumentProblems.h"
+
 #include <apps/plotting/OptionRules.h>
 #include <apps/plotting/OptionValues.h>
 #include <desktop/input/RawNumberReader.h>
@@ -93,8 +95,8 @@ void declare(CLI::App& command, Options& options, RawOptions& raw)
     command.add_option("--marker", options.markers, "Mark an x value; may be given several times")->type_name("VALUE")->take_all()->allow_extra_args(false);
     command.add_option("--layout", raw.layout, "Write where everything stands, for other programs; the suffix is .json")->type_name("OUT");
     command.add_option("--margin", raw.margin, "Space around the data area in points (default: as the labels need)")->type_name("T,L,B,R");
-    command.add_flag("--legend", options.legend, "Name the series below the graph");
-    command.add_flag("--list-columns", options.listsColumns, "List the columns of the files instead of drawing, or before it");
+    command.add_flag("--legend", options.legend, "Name the series below the graph")->disable_flag_override();
+    command.add_flag("--list-columns", options.listsColumns, "List the columns of the files instead of drawing, or before it")->disable_flag_override();
     command.set_version_flag("--version", std::string("tolvgraph ") + TOLVGRAPHING_VERSION, "Print the version");
     command.set_help_flag("-h,--help", "Print this help");
 }
@@ -233,18 +235,17 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments, std::ostre
     CLI::App command(kDescription, "tolvgraph");
     command.footer(kFooter);
     declare(command, options, raw);
+    const auto words = unambiguous(command, arguments);
     try {
-        auto words = unambiguous(command, arguments);
         // The parser takes them from the end.
-        std::reverse(words.begin(), words.end());
-        command.parse(words);
+        command.parse(std::vector<std::string>(words.rbegin(), words.rend()));
         interpret(command, raw, options);
         return {options, 0};
     } catch (const CLI::Success& success) {
         command.exit(success, out, error);
         return {std::nullopt, 0};
     } catch (const CLI::ParseError& problem) {
-        error << "tolvgraph: " << problem.what() << "\nTry 'tolvgraph --help'.\n";
+        error << "tolvgraph: " << explanationOf(problem, command, words) << "\nTry 'tolvgraph --help'.\n";
     } catch (const UsageError& problem) {
         error << "tolvgraph: " << problem.what() << "\nTry 'tolvgraph --help'.\n";
     }

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <ostream>
+#include <utility>
 
 namespace TOLVGraphing::testing_support {
 
@@ -162,31 +163,46 @@ TEST_F(WrongUsage, oneWrongSuffixWritesNoPictureAtAll)
     EXPECT_EQ(folder().names(), (std::vector<std::string>{"dates.csv", "table.csv"}));
 }
 
-TEST_F(WrongUsage, optionsThatDoNotExistOrLackAValue)
+TEST_F(WrongUsage, optionsThatDoNotExist)
 {
-    const std::vector<std::vector<std::string>> cases{
-        {"table.csv", "-o", "picture.svg", "--colour", "0072B2"},
-        {"table.csv", "-o", "picture.svg", "-q"},
-        {"table.csv", "-o"},
-        {"table.csv", "-o", "picture.svg", "--size"},
-        {"table.csv", "-o", "picture.svg", "--marker"},
-        {"table.csv", "-o", "picture.svg", "--legend=perhaps"},
-        {"table.csv", "-o", "picture.svg", "--size", "10x10", "--size", "20x20"},
-        {"table.csv", "-o", "picture.svg", "--x-axis"},
-        {"table.csv", "-o", "picture.svg", "--categories"},
-        {"table.csv", "--layout"},
-        {"table.csv", "--layout", "one.json", "--layout", "two.json"},
-    };
-    const char* const named[] = {"--colour", "-q", "--output", "--size", "--marker", "--legend", "--size", "--x-axis", "--categories", "--layout", "--layout"};
-    for (std::size_t i = 0; i < cases.size(); ++i) {
-        const ProcessResult result = run(cases[i]);
-        EXPECT_EQ(result.status, 2) << result.text();
-        EXPECT_EQ(result.output, "");
-        EXPECT_THAT(result.error, testing::StartsWith("tolvgraph: "));
-        EXPECT_THAT(result.error, testing::HasSubstr(named[i]));
-        EXPECT_THAT(result.error, testing::EndsWith(kHint));
+    const std::pair<std::string, const char*> cases[]
+        = {{"--leyend", "--legend"}, {"--colour", "--color"}, {"--out", "--output"}, {"--ouptut", "--output"}, {"-legend", "--legend"}, {"--list", "--list-columns"},
+            {"--xrange", "--x-range"}, {"--y-axes", "--y-axis"}, {"--Title", "--title"}, {"--hel", "--help"}, {"--leyend=1", "--legend"},
+            // Nothing is near.
+            {"--verbose", nullptr}, {"-q", nullptr}, {"--grid", nullptr}, {"--z", nullptr}};
+    for (const auto& [written, nearest] : cases) {
+        const std::string expected = nearest ? std::string(nearest) + " perhaps, or another one that --help lists" : "one that --help lists";
+        EXPECT_TRUE(endedWith(
+            run({"table.csv", "-o", "picture.svg", written}), 2, "tolvgraph: " + written.substr(0, written.find('=')) + ": no option of this name, expected " + expected + kHint));
     }
+    EXPECT_TRUE(endedWith(run({"--colour", "0072B2", "table.csv", "-o", "picture.svg", "--leyend"}), 2,
+        std::string("tolvgraph: --colour: no option of this name, expected --color perhaps, or another one that --help lists") + kHint))
+        << "the first one is named";
     EXPECT_EQ(folder().read("picture.svg"), "");
+}
+
+TEST_F(WrongUsage, optionsThatLackTheirValueOrHaveOneTooMany)
+{
+    const CombinationCase cases[] = {
+        {{"-o"}, "-o: found nothing, expected its value, OUT"},
+        {{"-o", "picture.svg", "--size"}, "--size: found nothing, expected its value, WxH"},
+        {{"-o", "picture.svg", "--x", "--legend", "--y"}, "--y: found nothing, expected its value, COL,..."},
+        {{"-o", "picture.svg", "--marker"}, "--marker: found nothing, expected its value, VALUE"},
+        {{"-o", "picture.svg", "--x-axis"}, "--x-axis: found nothing, expected its value, KIND"},
+        {{"-o", "picture.svg", "--categories"}, "--categories: found nothing, expected its value, COL"},
+        {{"--layout"}, "--layout: found nothing, expected its value, OUT"},
+        {{"-o", "picture.svg", "--legend=perhaps"}, "--legend: found 'perhaps', expected no value for it"},
+        {{"-o", "picture.svg", "--list-columns=2"}, "--list-columns: found '2', expected no value for it"},
+        {{"-o", "picture.svg", "--size", "10x10", "--size=20x20"}, "--size: found 2 times, expected once"},
+        {{"-o", "picture.svg", "--title", "a", "--title", "b", "--title=c"}, "--title: found 3 times, expected once"},
+        {{"--layout", "one.json", "--layout", "two.json"}, "--layout: found 2 times, expected once"},
+    };
+    for (const CombinationCase& one : cases) {
+        std::vector<std::string> arguments{"table.csv"};
+        arguments.insert(arguments.end(), one.options.begin(), one.options.end());
+        EXPECT_TRUE(endedWith(run(arguments), 2, std::string("tolvgraph: ") + one.message + kHint)) << testing::PrintToString(one.options);
+    }
+    EXPECT_EQ(folder().names(), (std::vector<std::string>{"dates.csv", "table.csv"}));
 }
 
 } // namespace
