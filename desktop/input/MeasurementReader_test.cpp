@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <ostream>
 #include <random>
 #include <sys/stat.h>
 #include <thread>
@@ -245,6 +246,11 @@ std::string rowText(const MeasurementTable& table, std::size_t row)
     for (const MeasurementColumn& column : table.columns)
         text += (text.empty() ? "" : " ") + testing::textOfValue(column.values[row]);
     return text;
+}
+
+void PrintTo(const ForeignCase& foreignCase, std::ostream* stream)
+{
+    *stream << foreignCase.file;
 }
 
 class ForeignMeasurements : public ::testing::TestWithParam<ForeignCase> {};

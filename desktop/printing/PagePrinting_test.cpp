@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <ostream>
 
 namespace TOLVGraphing {
 namespace {
@@ -35,6 +36,11 @@ struct Sheet {
     [[nodiscard]] double legendTop() const { return info.topMargin + plotHeight + 5.0; }
     [[nodiscard]] double right() const { return info.paperSize.width - info.rightMargin; }
 };
+
+void PrintTo(const Sheet& sheet, std::ostream* stream)
+{
+    *stream << sheet.name;
+}
 
 std::vector<Sheet> sheets()
 {

@@ -295,8 +295,7 @@ TEST_P(FaultyServer, InTheMiddleOfAJobIsAnError)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Faults, FaultyServer, testing::Values(FaultyPrintServer::Fault::Hangs, FaultyPrintServer::Fault::Disappears),
-    [](const auto& each) { return each.param == FaultyPrintServer::Fault::Hangs ? "Hangs" : "Disappears"; });
+INSTANTIATE_TEST_SUITE_P(Faults, FaultyServer, testing::Values(FaultyPrintServer::Fault::Hangs, FaultyPrintServer::Fault::Disappears), testing::PrintToStringParamName());
 
 } // namespace
 } // namespace TOLVGraphing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ostream>
 
 namespace TOLVGraphing::testing_support {
 
@@ -11,6 +12,11 @@ enum class Failing {
     /// One and all after it.
     FromThereOn,
 };
+/// In the names of tests.
+inline void PrintTo(Failing failing, std::ostream* stream)
+{
+    *stream << (failing == Failing::Once ? "Once" : "FromThereOn");
+}
 
 /// Makes operator new fail on this thread for the life of the scope: at the `first` allocation, counted from 1. Only in programs that FailingAllocations.cpp is part of, which
 /// replaces operator new in all of the program.

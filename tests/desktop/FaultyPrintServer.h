@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <ostream>
 #include <string>
 #include <thread>
 
@@ -41,5 +42,11 @@ private:
     int m_end[2] = {-1, -1};
     std::thread m_thread;
 };
+
+/// In the names of tests.
+inline void PrintTo(FaultyPrintServer::Fault fault, std::ostream* stream)
+{
+    *stream << (fault == FaultyPrintServer::Fault::Hangs ? "Hangs" : "Disappears");
+}
 
 } // namespace TOLVGraphing::testing_support
