@@ -82,21 +82,52 @@ std::vector<std::byte> contentsOfFile(const fs::path& path)
     return contents;
 }
 
-/// Where a source is now.
-DocumentSource foundSource(const fs::path& document, const SourceReference& source)
-{
-    std::string places = source.path;
-    if (source.relativePath) {
-        const fs::path beside = absolutePath(document.parent_path() / *source.relativePath);
-        if (isFile(beside))
-            return {beside.string(), source.stamp, {}};
-        if (beside != source.path)
-            places = beside.string() + " or " + places;
+/// Looks for the sources of one document.
+class SourceSearch {
+public:
+    SourceSearch(fs::path document, const SourceFinder& findSource) : m_document(std::move(document)), m_findSource(findSource) {}
+
+    DocumentSource found(const SourceReference& source)
+    {
+        MissingSource missing{m_document, fs::path(source.path).filename().string(), {}};
+        if (source.relativePath)
+            missing.places.push_back(absolutePath(m_document.parent_path() / *source.relativePath).string());
+        if (missing.places.empty() || missing.places.front() != source.path)
+            missing.places.push_back(source.path);
+        for (const std::string& place : missing.places) {
+            if (isFile(place))
+                return {place, source.stamp, {}};
+        }
+        if (const auto place = placeElsewhere(missing))
+            return {place->string(), source.stamp, {}};
+        failReading(m_document,
+            "source '" + missing.name + "': found no file at " + missing.places.front() + (missing.places.size() > 1 ? " or " + missing.places.back() : "")
+                + ", expected the measurements there");
     }
-    if (isFile(source.path))
-        return {source.path, source.stamp, {}};
-    failReading(document, "source '" + fs::path(source.path).filename().string() + "': found no file at " + places + ", expected the measurements there");
-}
+
+    [[nodiscard]] bool hasFoundElsewhere() const { return m_hasFoundElsewhere; }
+
+private:
+    std::optional<fs::path> placeElsewhere(const MissingSource& missing)
+    {
+        for (const fs::path& folder : m_namedFolders) {
+            if (isFile(folder / missing.name))
+                return folder / missing.name;
+        }
+        const auto named = m_findSource ? m_findSource(missing) : std::nullopt;
+        if (!named || !isFile(*named))
+            return std::nullopt;
+        const fs::path place = absolutePath(*named);
+        m_namedFolders.push_back(place.parent_path());
+        m_hasFoundElsewhere = true;
+        return place;
+    }
+
+    fs::path m_document;
+    const SourceFinder& m_findSource;
+    std::vector<fs::path> m_namedFolders;
+    bool m_hasFoundElsewhere = false;
+};
 
 } // namespace
 
@@ -115,7 +146,7 @@ GraphDocument::~GraphDocument()
 
 // The file.
 
-std::unique_ptr<GraphDocument> GraphDocument::open(const fs::path& path)
+std::unique_ptr<GraphDocument> GraphDocument::open(const fs::path& path, const SourceFinder& findSource)
 {
     const fs::path file = absolutePath(path);
     const std::vector<std::byte> data = contentsOfFile(file);
@@ -126,8 +157,10 @@ std::unique_ptr<GraphDocument> GraphDocument::open(const fs::path& path)
         failReading(file, problem.what());
     }
     std::unique_ptr<GraphDocument> document(new GraphDocument(contents.graph));
+    SourceSearch search(file, findSource);
     for (const SourceReference& source : contents.sources)
-        document->m_sources.push_back(foundSource(file, source));
+        document->m_sources.push_back(search.found(source));
+    document->m_isModified = search.hasFoundElsewhere();
     document->m_path = file;
     document->m_options = std::move(contents.options);
     document->m_hasView = true;

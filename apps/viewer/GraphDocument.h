@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -28,6 +29,18 @@ class DocumentError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// A source of a document file that is in none of the places where it was.
+struct MissingSource {
+    /// Of the document. Absolute.
+    std::filesystem::path document;
+    /// The source's file name.
+    std::string name;
+    /// Where it was looked for, absolute.
+    std::vector<std::string> places;
+};
+/// Says where a missing source is now; nothing gives up.
+using SourceFinder = std::function<std::optional<std::filesystem::path>(const MissingSource&)>;
 
 /// A graph of measurement files with its looks, as a window shows it and a file keeps it. Used from one thread, that of the window.
 ///
@@ -47,8 +60,9 @@ public:
     GraphDocument& operator=(const GraphDocument&) = delete;
 
     /// The document in a file, without data yet. Its sources are looked for beside the document or below its folder first, where they were when it was saved, and then at their absolute paths.
-    /// Throws DocumentError where the file cannot be read or holds no document, and where a source is in neither place; the text then names both.
-    [[nodiscard]] static std::unique_ptr<GraphDocument> open(const std::filesystem::path& path);
+    /// A source in neither place is looked for under its name in the folders that the finder has named for others before it; then the finder is asked, once. A document whose sources were found so is modified.
+    /// Throws DocumentError where the file cannot be read or holds no document, and where a source is not found; the text then names both places.
+    [[nodiscard]] static std::unique_ptr<GraphDocument> open(const std::filesystem::path& path, const SourceFinder& findSource = nullptr);
 
     // The file.
 

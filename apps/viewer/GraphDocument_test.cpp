@@ -430,6 +430,60 @@ TEST_F(GraphDocumentTest, namesTheSourceThatIsMissingAndWhereItWasLookedFor)
             + ", expected the measurements there");
 }
 
+TEST_F(GraphDocumentTest, asksOnceWhereMissingSourcesAreNow)
+{
+    std::filesystem::create_directories(folder.path("data"));
+    const std::string one = write("data/one.csv", kRising);
+    const std::string two = write("data/two.csv", kRising);
+    const std::string three = write("data/three.csv", kRising);
+    GraphDocument document;
+    document.install(readDocumentData({one, two, three}, {}));
+    document.graph()->placeHorizontalAxisMarkerWithValue(1.5);
+    document.save(folder.path("plot.tolvgraph"));
+    // Two of them go elsewhere, one of these with another name.
+    std::filesystem::create_directories(folder.path("archive"));
+    std::filesystem::rename(one, folder.path("archive/first.csv"));
+    std::filesystem::rename(three, folder.path("archive/three.csv"));
+    std::vector<MissingSource> asked;
+    const auto opened = GraphDocument::open(folder.path("plot.tolvgraph"), [&](const MissingSource& missing) {
+        asked.push_back(missing);
+        return folder.path("archive/./first.csv");
+    });
+    ASSERT_EQ(asked.size(), 1U);
+    EXPECT_EQ(asked[0].document, folder.path("plot.tolvgraph"));
+    EXPECT_EQ(asked[0].name, "one.csv");
+    EXPECT_EQ(asked[0].places, std::vector<std::string>{one});
+    EXPECT_EQ(opened->sourcePaths(), (std::vector<std::string>{folder.path("archive/first.csv"), two, folder.path("archive/three.csv")}));
+    EXPECT_TRUE(opened->isModified()) << "the file still names the former places";
+    opened->install(readDocumentData(opened->sourcePaths(), opened->options()));
+    EXPECT_EQ(opened->notes(), std::vector<std::string>()) << "they are the same files";
+    EXPECT_EQ(opened->graph()->countOfMarkers(), 1U);
+    opened->save(folder.path("plot.tolvgraph"));
+    EXPECT_FALSE(opened->isModified());
+    EXPECT_EQ(GraphDocument::open(folder.path("plot.tolvgraph"))->sourcePaths(), opened->sourcePaths()) << "nobody is asked any more";
+}
+
+TEST_F(GraphDocumentTest, isNotOpenedWhereNobodyKnowsWhereItsSourcesAre)
+{
+    const auto document = documentOf(kRising);
+    document->save(folder.path("plot.tolvgraph"));
+    std::filesystem::remove(folder.path("data.csv"));
+    const std::string expected = folder.path("plot.tolvgraph") + ": source 'data.csv': found no file at " + folder.path("data.csv") + ", expected the measurements there";
+    for (const std::optional<std::filesystem::path>& answer : {std::optional<std::filesystem::path>(), std::optional<std::filesystem::path>(folder.path("nothing.csv"))}) {
+        int count = 0;
+        try {
+            static_cast<void>(GraphDocument::open(folder.path("plot.tolvgraph"), [&](const MissingSource&) {
+                ++count;
+                return answer;
+            }));
+            FAIL() << "expected an error";
+        } catch (const DocumentError& problem) {
+            EXPECT_EQ(problem.what(), expected);
+        }
+        EXPECT_EQ(count, 1);
+    }
+}
+
 TEST_F(GraphDocumentTest, notesSourcesThatHaveChangedSinceItWasSaved)
 {
     const auto document = documentOf(kRising);

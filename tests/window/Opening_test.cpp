@@ -4,9 +4,13 @@
 #include <apps/viewer/RecentFiles.h>
 #include <hosts/qt6/GraphWidget.h>
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QToolButton>
 #include <QUrl>
@@ -82,6 +86,43 @@ TEST_F(OpeningInWindow, saysThatAFileIsMissing)
     ASSERT_TRUE(waitUntil([&] { return answer.isGiven(); }));
     EXPECT_THAT(answer.reason(), testing::HasSubstr("nothing.csv"));
     EXPECT_FALSE(window.graphWidget()->isVisible());
+}
+
+TEST_F(OpeningInWindow, asksWhereTheMeasurementsOfADocumentHaveGone)
+{
+    const QString measurements = writeExample();
+    open({measurements});
+    window.controller()->save(QString::fromStdString(folder.path("plot.tolvgraph")));
+    window.files()->closeDocument();
+    QDir().mkdir(QString::fromStdString(folder.path("elsewhere")));
+    const QString moved = QString::fromStdString(folder.path("elsewhere/example.csv"));
+    ASSERT_TRUE(QFile::rename(measurements, moved));
+    {
+        // Giving up says nothing more and keeps what is shown.
+        DialogAnswer answer(QMessageBox::Cancel);
+        QTimer::singleShot(0, [&] { window.openFiles({QString::fromStdString(folder.path("plot.tolvgraph"))}); });
+        ASSERT_TRUE(waitUntil([&] { return answer.isGiven(); }));
+        EXPECT_EQ(answer.text(), "Where are the measurements “example.csv” now?");
+        EXPECT_THAT(answer.reason(), testing::HasSubstr(measurements.toStdString()));
+        runEvents(50);
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+        EXPECT_FALSE(document().hasData());
+    }
+    DialogAnswer answer(QMessageBox::Open);
+    QTimer chooser;
+    QObject::connect(&chooser, &QTimer::timeout, [&] {
+        if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+            dialog->selectFile(moved);
+            dialog->findChild<QLineEdit*>()->setText(moved);
+            QMetaObject::invokeMethod(dialog, "accept");
+        }
+    });
+    chooser.start(10);
+    QTimer::singleShot(0, [&] { window.openFiles({QString::fromStdString(folder.path("plot.tolvgraph"))}); });
+    ASSERT_TRUE(waitUntil([&] { return document().hasData(); }));
+    EXPECT_EQ(document().sourcePaths(), std::vector<std::string>{moved.toStdString()});
+    EXPECT_TRUE(window.isWindowModified());
+    EXPECT_EQ(document().displayName(), "plot.tolvgraph");
 }
 
 TEST_F(OpeningInWindow, refusesADocumentAmongMeasurements)

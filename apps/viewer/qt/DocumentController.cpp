@@ -158,10 +158,19 @@ void DocumentController::openDocument(const QString& path)
     const QString failure = tr("The graph document could not be opened.");
     // Shared, because what holds it until the data are there is copied.
     const auto document = std::make_shared<std::unique_ptr<GraphDocument>>();
+    bool hasGivenUp = false;
+    const SourceFinder find = [&](const MissingSource& missing) {
+        auto place = m_findSource ? m_findSource(missing) : std::nullopt;
+        hasGivenUp = m_findSource && !place;
+        return place;
+    };
     try {
-        *document = GraphDocument::open(fileOfText(path));
+        *document = GraphDocument::open(fileOfText(path), find);
     } catch (const std::exception& problem) {
-        emit failed(failure, plainText(problem.what()));
+        if (hasGivenUp)
+            emit message(tr("%1 was not opened.").arg(QFileInfo(path).fileName()));
+        else
+            emit failed(failure, plainText(problem.what()));
         return;
     }
     start((*document)->sourcePaths(), (*document)->options(),

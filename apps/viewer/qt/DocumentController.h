@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace TOLVGraphing::app {
 
@@ -27,6 +28,9 @@ public:
 
     [[nodiscard]] const GraphDocument& document() const { return *m_document; }
     [[nodiscard]] bool isReading() const { return m_reading.isReading(); }
+
+    /// Who is asked for sources of an opened document that are not where they were; nobody by default, which is a failure. Where it gives up, the document is not opened and nothing is said.
+    void setSourceFinder(SourceFinder finder) { m_findSource = std::move(finder); }
 
     /// Opens a document file, or measurements as a new document. A document file counts only alone.
     void open(const QStringList& paths);
@@ -90,6 +94,7 @@ private:
     [[nodiscard]] bool fitsAfterChange(const Options& former) const;
 
     std::unique_ptr<GraphDocument> m_document;
+    SourceFinder m_findSource;
     SourceWatcher* m_watcher = nullptr;
     bool m_reloadsAutomatically = true;
     /// A source changed while something else was read.

@@ -9,6 +9,7 @@
 #include <hosts/qt6/GraphWidget.h>
 #include <hosts/qt6/ProblemDialog.h>
 
+#include <QAbstractButton>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -49,6 +50,7 @@ FileCommands::FileCommands(DocumentController* controller, GraphWidget* graphWid
     , m_graphWidget(graphWidget)
     , m_window(window)
 {
+    m_controller->setSourceFinder([this](const MissingSource& missing) { return askForSource(missing); });
 }
 
 // Opening.
@@ -73,6 +75,24 @@ void FileCommands::chooseAndAdd()
     const QStringList paths = chooseFiles(tr("Add Measurements"), {measurementFilter(), tr("All files (*)")});
     if (!paths.isEmpty())
         m_controller->addFiles(paths);
+}
+
+std::optional<std::filesystem::path> FileCommands::askForSource(const MissingSource& missing)
+{
+    QStringList places;
+    for (const std::string& place : missing.places)
+        places.append(textOfFile(place));
+    const QString name = textOfFile(missing.name);
+    QMessageBox question(QMessageBox::Question, QString(), tr("Where are the measurements “%1” now?").arg(name), QMessageBox::Open | QMessageBox::Cancel, m_window);
+    question.setInformativeText(tr("“%1” shows them, and they are not here any more:\n%2\n\nOther measurements that are missing are looked for beside those that you choose.")
+                                    .arg(nameOfFile(missing.document.string()), places.join(QLatin1Char('\n'))));
+    question.button(QMessageBox::Open)->setText(tr("&Choose…"));
+    question.setDefaultButton(QMessageBox::Open);
+    if (question.exec() != QMessageBox::Open)
+        return std::nullopt;
+    const QString start = textOfFile(missing.document.parent_path().string());
+    const QString path = QFileDialog::getOpenFileName(m_window, tr("Choose “%1”").arg(name), start, tr("All files (*)"));
+    return path.isEmpty() ? std::nullopt : std::optional<std::filesystem::path>(fileOfText(path));
 }
 
 void FileCommands::openFiles(const QStringList& paths)

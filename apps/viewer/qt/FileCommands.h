@@ -1,10 +1,14 @@
 #pragma once
 
 #include <TOLVGraphing/platform/geometry/Point.h>
+#include <apps/viewer/GraphDocument.h>
 
 #include <QObject>
 #include <QString>
 #include <QStringList>
+
+#include <filesystem>
+#include <optional>
 
 class QWidget;
 
@@ -16,7 +20,7 @@ namespace TOLVGraphing::app {
 
 class DocumentController;
 
-/// What the file menu does: dialogs to choose files, the question about unsaved changes, saving, exporting and printing. Errors are shown in dialogs above the window.
+/// What the file menu does: dialogs to choose files, the question where the measurements of a document have gone, that about unsaved changes, saving, exporting and printing. Errors are shown in dialogs above the window.
 class FileCommands final : public QObject {
     Q_OBJECT
 
@@ -43,6 +47,8 @@ signals:
     void message(const QString& text);
 
 private:
+    /// Asks where a source of an opened document is now; nothing when the user gives up.
+    [[nodiscard]] std::optional<std::filesystem::path> askForSource(const MissingSource& missing);
     [[nodiscard]] QStringList chooseFiles(const QString& title, const QStringList& filters);
 
     DocumentController* m_controller = nullptr;
