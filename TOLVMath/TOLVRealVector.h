@@ -19,9 +19,10 @@ class SortedSamples;
 /// pass. Everything may be called from several threads.
 class TOLV_EXPORT TOLVRealVector final : public TOLVAxisData {
 public:
-    /// Takes the numbers over without copying them.
+    /// Takes the numbers over: those of an rvalue are not copied.
     [[nodiscard]] static std::shared_ptr<const TOLVRealVector> vectorWithComponents(std::vector<float> components);
-    /// A vector of numbers that stay somewhere else, such as in a mapped file: they are not copied, `owner` keeps them in place and nobody may change them. `pyramid`, if any, was made of exactly these numbers and saves looking for their extremes.
+    /// A vector of numbers that stay somewhere else, such as in a mapped file: they are not copied, `owner` (shared; null for numbers that outlive all vectors of them) keeps them in place and nobody may change them. `components` has
+    /// `length` floats and is null only for none. `pyramid`, if any, was made of exactly these numbers and saves looking for their extremes.
     [[nodiscard]] static std::shared_ptr<const TOLVRealVector> vectorWithStorage(
         std::shared_ptr<const void> owner, const float* components, std::size_t length, std::shared_ptr<const ExtremePyramid> pyramid = nullptr);
     /// A vector of no numbers.
@@ -39,7 +40,7 @@ public:
     /// True when a number is NaN.
     [[nodiscard]] bool hasNaN() const;
 
-    /// The slice of `length` numbers from `location` on; what lies past the end is cut off, and a location past the end gives no numbers.
+    /// The slice of `length` numbers from the index `location` on; what lies past the end is cut off, and a location past the end gives no numbers. Never null, throws nothing for any numbers.
     [[nodiscard]] std::shared_ptr<const TOLVRealVector> realVectorInRange(std::uint64_t location, std::uint64_t length) const;
     /// An equal vector that shares the storage.
     [[nodiscard]] std::shared_ptr<const TOLVRealVector> copy() const;
@@ -49,7 +50,7 @@ public:
     /// Vectors with storages shorter than this have neither table nor pyramid: looking through them is as quick.
     static constexpr std::size_t kLongStorage = 65'536;
 
-    /// Where this vector's first number is in the storage.
+    /// The index that this vector's first number has in the storage: 0 unless it is a slice.
     [[nodiscard]] std::size_t locationInStorage() const;
     /// The storage's numbers with a table to search them; null when the storage is short or does not ascend. Lives as long as this vector.
     [[nodiscard]] const SortedSamples* sortedStorage() const;

@@ -20,7 +20,7 @@ class TOLVGraphData;
 /// those every question looks through all of them.
 class TOLV_EXPORT CategoryRanges {
 public:
-    /// Finds the parts for the graph's series and the range [min, max] in data units.
+    /// Finds the parts for the graph's series and the range [min, max] in data units, each as `visibleSampleRange` has it. The graph is not kept.
     void update(const TOLVGraph& graph, double min, double max);
     /// Finds nothing: no series.
     void clear();
@@ -29,11 +29,11 @@ public:
     [[nodiscard]] const std::optional<std::vector<IndexRange>>& ranges() const { return m_ranges; }
     /// The series with the longest range, the first of several; 0 without ranges, kNotFoundIndex without series.
     [[nodiscard]] std::int64_t representative() const { return m_representative; }
-    /// The representative series' range; its location is kNotFoundIndex without ranges.
+    /// The representative series' range; its location is kNotFoundIndex and its length 0 without ranges.
     [[nodiscard]] IndexRange representativeRange() const;
     /// The representative series' abscissae in its range; null without ranges.
     [[nodiscard]] const std::shared_ptr<const TOLVRealVector>& representativeX() const { return m_representativeX; }
-    /// The index of the abscissa nearest to the value (distances in single precision), the first of several; nothing without abscissae, and when no distance is a number.
+    /// The index in `representativeX` of the abscissa nearest to the value (distances in single precision), the first of several; nothing without abscissae, and when no distance is a number.
     [[nodiscard]] std::optional<std::size_t> indexNearestTo(float value) const;
 
 private:

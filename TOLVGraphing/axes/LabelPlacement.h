@@ -38,7 +38,7 @@ struct LabelPlacement {
 /// Placed labels in the order in which they were chosen.
 using LabelPlacements = std::vector<LabelPlacement>;
 
-/// The first of the labels that the label overlaps, see TOLVLabel::overlapsLabelInArray; null for none.
+/// The first of the labels that the label overlaps, see TOLVLabel::overlapsLabelInArray, whose default insets (points) hold without others; null for none, as for a label without area. Nulls in the list are passed over.
 [[nodiscard]] TOLV_EXPORT std::shared_ptr<TOLVLabel> firstOverlappedLabel(
     const TOLVLabel& label, const std::vector<std::shared_ptr<TOLVLabel>>& labels, const std::optional<EdgeInsets>& withInsets = std::nullopt);
 /// The labels that are drawn, in order.

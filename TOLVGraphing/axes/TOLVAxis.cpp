@@ -38,8 +38,10 @@ double pointCenter(float coordinate)
 TOLVAxis::Values valuesOfMarkers(const TOLVAxis::Markers& markers)
 {
     TOLVAxis::Values values;
-    for (const auto& marker : markers)
-        values.push_back(marker->value());
+    for (const auto& marker : markers) {
+        if (marker)
+            values.push_back(marker->value());
+    }
     return values;
 }
 

@@ -25,12 +25,14 @@ class TOLVGraph;
 ///
 /// An axis belongs to one graph and is its vertical axis when the graph says so; every other axis, also one without a graph, is horizontal. It keeps no range of its own:
 /// the range is the graph's. Layout and drawing take this axis's own rectangle, as the graph computes it. Conversion, zoom and ticks take the data area, of which only the extent along the axis counts: the ends of the
-/// range stand at its ends. Coordinates are points, y growing upwards. Values are single precision, tick values and ranges double. The horizontal axis owns the strip below the data area, the vertical axis the strip to its left.
+/// range stand at its ends. Coordinates are points, y growing upwards. Values are single precision, tick values and ranges double, narrowed to single precision where they are placed. The horizontal axis owns the strip below the data area, the
+/// vertical axis the strip to its left. Used from the thread that draws.
 ///
 /// On a range that is reversed or not finite a numeric axis has no ticks and no labels, and a linear one neither on an empty range; positions may then be anything the mapping answers. Labels and lines whose position is
 /// not finite are left out.
 ///
-/// This class is abstract in five operations, which throw UnrecognizedOperation: updateStepsInRect, getMajorValues, mappingForRect, valueForPoint and pointForValue.
+/// This class is abstract in five operations, which throw UnrecognizedOperation: updateStepsInRect, getMajorValues, mappingForRect, valueForPoint and pointForValue. A graph with an axis of this class itself throws it when it is prepared or drawn.
+/// Nothing else throws of its own, for whatever rectangle.
 class TOLV_EXPORT TOLVAxis : public Codable {
 public:
     /// Tick values in data units.
@@ -78,7 +80,7 @@ public:
     /// Weak. The graph that owns the axis, or null.
     [[nodiscard]] std::shared_ptr<TOLVGraph> graph() const { return m_graph.lock(); }
     void setGraph(std::weak_ptr<TOLVGraph> graph) { m_graph = std::move(graph); }
-    /// The gap between tick labels and data area in points. 0 by default.
+    /// The gap between tick labels and data area in points. 0 by default. Any number will do, as for margin and padding; what is not finite puts labels where they are left out.
     [[nodiscard]] double tickLabelPadding() const { return m_tickLabelPadding; }
     void setTickLabelPadding(double padding) { m_tickLabelPadding = padding; }
     /// The thickness in points of the strip for tick labels and title. The graph writes its own inset here before each drawing.
@@ -90,10 +92,10 @@ public:
     /// Copied. The title; nothing by default.
     [[nodiscard]] const std::optional<std::string>& label() const { return m_label; }
     void setLabel(std::optional<std::string> label) { m_label = std::move(label); }
-    /// Copied. Turns tick values into text; decimal style by default, null gives empty texts.
+    /// Copied (by NumberFormatter::copy). Turns tick values into text; decimal style by default, null gives empty texts.
     [[nodiscard]] const std::shared_ptr<NumberFormatter>& tickLabelFormatter() const { return m_tickLabelFormatter; }
     void setTickLabelFormatter(const std::shared_ptr<const NumberFormatter>& formatter);
-    /// The tick values of the last preparation, in ascending order, in data units.
+    /// The tick values of the last preparation, in ascending order, in data units; none before the first. Those set are drawn until the next preparation; callers keep them ascending.
     [[nodiscard]] const Values& majorValues() const { return m_majorValues; }
     void setMajorValues(Values values) { m_majorValues = std::move(values); }
     [[nodiscard]] const Values& minorValues() const { return m_minorValues; }
@@ -103,7 +105,7 @@ public:
 
     /// True when this very object is its graph's vertical axis.
     [[nodiscard]] bool isVertical() const;
-    /// Copied on setting. The graph's range for this axis: y when the axis is vertical, else x. Null without a graph; setting does nothing then.
+    /// Copied on setting. The graph's range for this axis: y when the axis is vertical, else x. It is the graph's own object: changing its ends changes what is shown. Null without a graph; setting does nothing then.
     [[nodiscard]] std::shared_ptr<TOLVAxisExtents> extents() const;
     void setExtents(const std::shared_ptr<const TOLVAxisExtents>& extents);
 
@@ -133,38 +135,39 @@ public:
     /// Each label that `drawTickLabelsInRect` thinks of, in the order in which it chooses, with what becomes of it; those that are kept are what it draws. A subclass that chooses otherwise overrides both.
     [[nodiscard]] virtual LabelPlacements tickLabelPlacements(const Rect& inRect) const;
     /// Black badges with white texts at the markers' values on the tick label strip; a badge that would collide with an earlier one, or that the
-    /// formatter has no text for, is left out.
+    /// formatter has no text for, is left out. Nulls are passed over, and the markers' axis indexes are not looked at.
     virtual void drawMarkers(const Markers& markers, const Rect& inRect) const;
-    /// The labels that the markers' badges are drawn around, in order, with what becomes of them.
+    /// The labels that the markers' badges are drawn around, in order, with what becomes of them. Nulls have none.
     [[nodiscard]] LabelPlacements markerLabelPlacements(const Markers& markers, const Rect& inRect) const;
-    /// The badge around a marker's label.
+    /// The badge around a marker's label: whole points, 4 more than the text on either side, 12 high.
     [[nodiscard]] static Rect badgeRectForLabel(const TOLVLabel& label);
-    /// One stroke for the grid lines of all values; rect is the data area. Lines stand on the middle of a point.
+    /// One stroke for the grid lines of all values (data units); rect is the data area. Lines stand on the middle of a point. The style's dash is not used; null strokes as the context is set.
     virtual void drawLinesForValues(const Values& values, const Rect& inRect, const TOLVLineStyle* withStyle) const;
 
     // Conversion and zoom.
 
-    /// The value at a coordinate along the axis, computed in single precision. Infinite or NaN over an empty range.
+    /// The value (data units) at a coordinate (points) along the axis, computed in single precision. Over an empty range, or a rectangle without length, infinite or NaN, on a logarithmic axis also 0.
     [[nodiscard]] virtual float valueForPoint(double point, const Rect& inRect) const;
-    /// The coordinate of a value along the axis, computed in single precision and not limited to the rectangle. NaN for NaN, and for a value below zero on a logarithmic axis.
+    /// The coordinate (points) of a value (data units) along the axis, computed in single precision and not limited to the rectangle. NaN for NaN, and for a value below zero on a logarithmic axis, where 0 lies far below any range. Over an
+    /// empty range every value stands at the rectangle's lower end.
     [[nodiscard]] virtual float pointForValue(float value, const Rect& inRect) const;
-    /// A step out of or into the range about the middle of the rectangle or about a coordinate, which keeps its value: 15 % of the length is added or removed. Ignored
-    /// over a length that is not positive, or when an end of the new range would be no number that the axis can show. Where a range has become as narrow as
+    /// A step out of or into the range about the middle of the rectangle or about a coordinate (points), which keeps its value: 15 % of the length is added or removed. Ignored
+    /// over a length that is not positive, about a coordinate that is not finite, without a range, or when an end of the new range would be no number that the axis can show. Where a range has become as narrow as
     /// neighbouring floats, steps no longer change it.
     virtual void zoomOutInRect(const Rect& rect);
     virtual void zoomInInRect(const Rect& rect);
     virtual void zoomOutCenteredAtPoint(double point, const Rect& inRect);
     virtual void zoomInCenteredAtPoint(double point, const Rect& inRect);
-    /// Sets the range to that between the values at two coordinates, which may lie outside the rectangle; ignored when an end is no number that the axis can show.
+    /// Sets the range to that between the values at two coordinates (points), which may lie outside the rectangle and in reverse, for a reversed range; ignored when an end is no number that the axis can show.
     virtual void zoomToPoints(double fromPoint, double toPoint, const Rect& inRect);
 
     // Ticks and labels.
 
     /// Chooses the tick steps for the rectangle and the range.
     virtual void updateStepsInRect(const Rect& rect);
-    /// The conversion for the rectangle and the range. It may be the axis's own object, which the next call changes.
+    /// The conversion for the rectangle and the range (0 to 0 without one), never null. It may be the axis's own object, which the next call changes.
     [[nodiscard]] virtual std::shared_ptr<TOLVMapping> mappingForRect(const Rect& rect) const;
-    /// The tick values for the current steps and range, ascending; null targets are skipped.
+    /// The tick values for the current steps and range, ascending, in place of what the targets have; null targets are skipped.
     virtual void getMajorValues(Values* majorValues, Values* minorValues) const;
     /// The formatter's text for the value, widened to double, with the attributes. What would read "-0" reads "0".
     [[nodiscard]] virtual AttributedString attributedStringForValue(float value, const SharedTextAttributes& withAttributes) const;
@@ -174,7 +177,7 @@ public:
     virtual void getLabels(Labels* labels, const Values& forValues, const Rect& inRect) const;
     /// Both kinds of labels: minor ones only when the axis draws them or fewer than two major ones fit, and none that overlaps a major one.
     virtual void getMajorLabels(Labels& majorLabels, const Values& forMajorValues, Labels& minorLabels, const Values& forMinorValues, const Rect& inRect) const;
-    /// Appends the values' points on the far side of the rectangle, that is its upper edge on the horizontal axis and its right edge on the vertical one.
+    /// Appends the values' points, also those that are not finite, on the far side of the rectangle, that is its upper edge on the horizontal axis and its right edge on the vertical one.
     virtual void getPoints(std::vector<Point>& points, const Values& forValues, const Rect& inRect) const;
     /// The same for major and minor values.
     virtual void getMajorPoints(

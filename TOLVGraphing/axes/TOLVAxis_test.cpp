@@ -556,6 +556,16 @@ TEST_F(TOLVAxisTest, MarkersWithoutAFinitePositionHaveNoBadge)
     EXPECT_TRUE(lines[0].starts_with("text \"10\""));
 }
 
+TEST_F(TOLVAxisTest, NullMarkersArePassedOver)
+{
+    graph->prepareForDrawingInRect(kGraphRect);
+    const TOLVAxis::Markers markers = {nullptr, TOLVMarker::markerWithValue(50.0), nullptr};
+    const Lines lines = linesWith(linesDrawn([&] { horizontal().drawMarkers(markers, horizontalRect()); }), "text");
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_TRUE(lines[0].starts_with("text \"50\""));
+    EXPECT_EQ(horizontal().markerLabelPlacements(markers, horizontalRect()).size(), 1U);
+}
+
 TEST_F(TOLVAxisTest, AMarkerWithoutATextHasNoBadge)
 {
     graph->prepareForDrawingInRect(kGraphRect);

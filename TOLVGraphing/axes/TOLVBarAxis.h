@@ -37,11 +37,11 @@ public:
 
     // Properties.
 
-    /// The number of slots.
+    /// The number of slots; 0 before the first preparation.
     [[nodiscard]] std::uint64_t dataPointCount() const { return m_dataPointCount; }
     /// The next preparation counts anew.
     void setDataPointCount(std::uint64_t count) { m_dataPointCount = count; }
-    /// Copied. The texts of the categories, one for each sample of a full series, so that zooming does not move them; null by default. With fewer texts than slots no category is labelled.
+    /// Copied. The texts of the categories, one for each sample of a full series, so that zooming does not move them; null by default, and for nothing set. With fewer texts than slots no category is labelled.
     [[nodiscard]] const std::shared_ptr<const TickLabels>& tickLabels() const { return m_tickLabels; }
     void setTickLabels(std::optional<TickLabels> tickLabels);
 
@@ -55,7 +55,7 @@ public:
     [[nodiscard]] std::shared_ptr<const TOLVRealVector> representativeXData() const;
     /// The representative series' range; its location is kNotFoundIndex when there is none.
     [[nodiscard]] IndexRange representativeXDataRange() const;
-    /// The centre of a slot on the axis, for any index: slots are 20 points apart and from both ends. Not finite while there are no slots.
+    /// The centre (points) of a slot on the axis, for any index from 0, also one past the last slot: slots are 20 points apart and from both ends, and run backwards in a rectangle narrower than that. Not finite while there are no slots.
     [[nodiscard]] double pointForDataAtIndex(std::uint64_t index, const Rect& inRect) const;
 
     // What TOLVAxis has, for categories.

@@ -22,7 +22,7 @@ public:
     [[nodiscard]] std::vector<std::string> archiveBaseClassNames() const override { return {"TOLVAxis"}; }
 
     /// The distance between major values in data units, 0 before the first preparation. Each preparation overwrites both steps. A step so small that it would give
-    /// more than a million values lists the first million.
+    /// more than a million values lists the first million; one that is 0 or not finite lists none, a negative one at most one.
     [[nodiscard]] double majorStep() const { return m_majorStep; }
     void setMajorStep(double step) { m_majorStep = step; }
     /// The distance between minor values in data units, otherwise as `majorStep`.

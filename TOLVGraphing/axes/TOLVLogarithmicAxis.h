@@ -9,13 +9,13 @@
 namespace TOLVGraphing {
 
 /// The values that divide the decades of [min, max], ascending: at depth 0 the powers of ten, at depth 1 also 2 to 9 times them, at depth 2 also every tenth in between, and so on.
-/// Unless 0 < min <= max < infinity there are none. Depths beyond 4 list what depth 4 lists.
+/// In data units, ends included. Unless 0 < min <= max < infinity there are none. Depths beyond 4 list what depth 4 lists.
 [[nodiscard]] TOLV_EXPORT std::vector<double> logRange(std::uint32_t depth, double min, double max);
 
 /// An axis on a base-10 logarithmic scale. Major values stand on the powers of ten and minor ones on 2 to 9 times them; where the axis is long enough for lines at least
 /// 4 points apart, major values take the minor ones' place and minor values every tenth in between.
 ///
-/// Ranges that are not positive and finite give no ticks; nothing is clamped.
+/// Ranges that are not positive and finite give no ticks, and one from a negative end no positions (see TOLVLogarithmicMapping); nothing is clamped. An empty range has a tick where it is a value that divides a decade.
 class TOLV_EXPORT TOLVLogarithmicAxis : public TOLVAxis {
 public:
     using TOLVAxis::TOLVAxis;

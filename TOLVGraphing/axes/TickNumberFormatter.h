@@ -9,7 +9,7 @@ namespace TOLVGraphing {
 struct DecimalDigits;
 
 /// What the formatters that look at an axis's ticks have in common: the ticks decide how many digits there are, and a subclass how they are written. Zero, and what rounds to it, is "0" whatever its sign. NaN and infinities are
-/// written as in the decimal style. The text is UTF-8 and does not depend on the process's locale.
+/// written as in the decimal style. The text is UTF-8 and does not depend on the process's locale. As the axis is looked at, the thread that draws it is the one to ask from.
 class TOLV_EXPORT TickNumberFormatter : public NumberFormatter {
 public:
     /// The number's text, which is never missing. A number is narrowed to single precision to be looked for among the ticks.

@@ -8,7 +8,7 @@
 
 namespace TOLVGraphing {
 
-/// A blend of two colours, component by component and never clamped; the alpha is the first colour's: a + b - 1.
+/// A blend of two colours, component by component in double precision and never clamped; the alpha is the first colour's: a + b - 1.
 [[nodiscard]] TOLV_EXPORT Color linearBurn(const Color& a, const Color& b);
 /// The blend a + b, otherwise as `linearBurn`.
 [[nodiscard]] TOLV_EXPORT Color linearDodge(const Color& a, const Color& b);
@@ -22,8 +22,8 @@ namespace TOLVGraphing {
 /// The colour darkened by 0.5 in every component when it needs a dark label, otherwise lightened by 0.5; not clamped, alpha kept.
 [[nodiscard]] TOLV_EXPORT Color appropriateSecondaryColor(const Color& color);
 
-/// The colour written as hexadecimal digits RRGGBB: leading blanks and "0x" are passed over, what follows the digits is ignored, and only the lowest 24 bits count
-/// (numbers of more than 32 bits count as FFFFFFFF). A number sign is not accepted. The alpha is kept as it is given. Nothing when there is no digit.
+/// The colour written as hexadecimal digits RRGGBB in either case: leading blanks and "0x" are passed over, what follows the digits is ignored, and only the lowest 24 bits count
+/// (numbers of more than 32 bits count as FFFFFFFF). Fewer digits are the last ones: "FF" is blue. A number sign is not accepted. The alpha is kept as it is given. Nothing when there is no digit; throws nothing.
 [[nodiscard]] TOLV_EXPORT std::optional<Color> colorWithSRGBHexString(std::string_view text, double alphaComponent);
 
 } // namespace TOLVGraphing

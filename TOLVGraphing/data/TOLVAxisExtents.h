@@ -9,8 +9,8 @@
 
 namespace TOLVGraphing {
 
-/// The visible range of one axis in data units, double precision. Nothing is enforced: the minimum may exceed the maximum and both may be anything, NaN included.
-/// Changes of "min" and "max" are announced.
+/// The visible range of one axis in data units, double precision; axes narrow it to single precision. Nothing is enforced: the minimum may exceed the maximum and both may be anything, NaN included; what then becomes of
+/// ticks and positions, TOLVAxis says. Changes of "min" and "max" are announced.
 class TOLV_EXPORT TOLVAxisExtents final : public Codable, public Observable {
 public:
     /// Both ends at 0.

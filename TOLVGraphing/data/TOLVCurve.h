@@ -12,7 +12,7 @@
 
 namespace TOLVGraphing {
 
-/// A polyline that is collected point by point, in view units (points, y growing upwards), and then stroked or filled with a line style.
+/// A polyline that is collected point by point, in view units (points, y growing upwards), and then stroked or filled with a line style. Nothing is drawn without a current context, and of less than two points no line shows.
 class TOLV_EXPORT TOLVCurve {
 public:
     /// Empty, open and without a line style.
@@ -23,9 +23,9 @@ public:
     /// Appends the point: the first one starts the line, the others continue it. A point with a coordinate that is not finite is dropped, and the line goes on to
     /// the next one.
     void addPoint(Point point);
-    /// Makes room for this many points.
+    /// Makes room for this many points. Throws what std::vector does for more than there can be.
     void reserve(std::size_t points) { m_path.reserve(points); }
-    /// Marks the curve as complete. The path itself gets no closing line.
+    /// Marks the curve as complete. The path itself gets no closing line, and points may still be added.
     void close() { m_closed = true; }
     /// Closes the curve if it is open and strokes it into the current context with the line style; the context's state is as before afterwards.
     void stroke();
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] const Path& path() const { return m_path; }
     /// The points that the path goes through, in order.
     [[nodiscard]] std::vector<Point> allPoints() const;
-    /// Kept for smoothing; nothing reads them.
+    /// Kept for smoothing; nothing reads them. All zero.
     [[nodiscard]] const std::array<TOLVDrawPoint, 3>& DP() const { return m_drawPoints; }
     /// The number of points accepted since the last reset.
     [[nodiscard]] std::uint32_t pointIdx() const { return m_pointIdx; }

@@ -26,7 +26,7 @@ public:
     [[nodiscard]] std::shared_ptr<TOLVGraph> graph() const { return m_graph.lock(); }
     void setGraph(std::weak_ptr<TOLVGraph> graph) { m_graph = std::move(graph); }
 
-    /// Copied. Null only after reading an archive that lacks the range, or when set so. The object that a getter answers is the one in force: setting its ends changes
+    /// Copied. In data units. Null only after reading an archive that lacks the range, or when set so. The object that a getter answers is the one in force: setting its ends changes
     /// these extents.
     [[nodiscard]] const std::shared_ptr<TOLVAxisExtents>& x() const { return m_x.extents; }
     void setX(const std::shared_ptr<const TOLVAxisExtents>& x) { install(m_x, x); }
@@ -44,7 +44,7 @@ public:
     [[nodiscard]] static std::shared_ptr<TOLVGraphExtents> initWithCoder(KeyedUnarchiver& coder);
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVGraphExtents"; }
 
-    /// Asks the graph whether the value is acceptable for a key path such as "x.min"; the graph may replace it. False without a graph. The error is never filled.
+    /// Asks the graph whether the value is acceptable for a key path such as "x.min"; the graph may replace it (see TOLVGraph::validateExtentsValue). False without a graph. The error is never filled and may be null. Sets nothing.
     bool validateValue(PropertyValue& value, std::string_view forKeyPath, std::string* error = nullptr) const;
 
 private:

@@ -22,6 +22,8 @@ std::shared_ptr<TOLVLabel> TOLVLabel::labelWithAttributedString(AttributedString
 bool TOLVLabel::overlapsLabelInArray(std::span<const std::shared_ptr<TOLVLabel>> labels, const EdgeInsets& withInsets) const
 {
     return std::any_of(labels.begin(), labels.end(), [&](const auto& placed) {
+        if (!placed)
+            return false;
         const Rect& r = placed->rect();
         if (!r.valid())
             return false;

@@ -25,12 +25,12 @@ public:
     [[nodiscard]] const Rect& rect() const { return m_rect; }
     void setRect(const Rect& rect) { m_rect = rect; }
 
-    /// True when this rectangle overlaps, with positive area, one of the labels' rectangles grown by the insets. Labels with a non-finite rectangle are passed over.
-    /// The label itself is not skipped when it is in the list.
+    /// True when this rectangle overlaps, with positive area, one of the labels' rectangles grown by the insets. Nulls and labels with a non-finite rectangle are passed over; an empty rectangle of this label, or one with NaN, overlaps
+    /// nothing. The label itself is not skipped when it is in the list.
     [[nodiscard]] bool overlapsLabelInArray(std::span<const std::shared_ptr<TOLVLabel>> labels, const EdgeInsets& withInsets) const;
     /// The same with insets of 3 points above and below and 5 points left and right.
     [[nodiscard]] bool overlapsLabelInArray(std::span<const std::shared_ptr<TOLVLabel>> labels) const;
-    /// True when the label's centre lies beyond the rectangle's ends, vertically or horizontally; a centre on an end is inside.
+    /// True when the label's centre lies beyond the rectangle's ends, vertically or horizontally; a centre on an end is inside, and so is one that is NaN.
     [[nodiscard]] bool liesOutsideRect(const Rect& rect, bool isVertical) const;
 
     /// Draws the text at the rectangle's origin into the current context; nothing happens without one. The rectangle's size neither clips nor scales it.

@@ -103,6 +103,15 @@ TEST(TOLVLabel, NonFinitePlacedLabelsArePassedOver)
     EXPECT_TRUE(overlaps(own, {{kNaN, 0.0, 10.0, 10.0}, own}));
 }
 
+TEST(TOLVLabel, NullsArePassedOver)
+{
+    const auto own = labelAt({0.0, 0.0, 10.0, 10.0});
+    std::vector<std::shared_ptr<TOLVLabel>> labels = {nullptr};
+    EXPECT_FALSE(own->overlapsLabelInArray(labels));
+    labels.push_back(labelAt({5.0, 0.0, 10.0, 10.0}));
+    EXPECT_TRUE(own->overlapsLabelInArray(labels));
+}
+
 TEST(TOLVLabel, LiesOutsideWhenItsCentreDoes)
 {
     const Rect area(0.0, 0.0, 100.0, 100.0);

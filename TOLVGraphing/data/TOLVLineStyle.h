@@ -33,10 +33,10 @@ public:
 
     // Properties, all copied.
 
-    /// Painted length, gap, painted length, gap, ... in points; nothing or empty means a solid line.
+    /// Painted length, gap, painted length, gap, ... in points; nothing or empty means a solid line, and so does what a dash cannot be (see LineDash).
     [[nodiscard]] const std::optional<std::vector<float>>& patternValues() const { return m_patternValues; }
     void setPatternValues(std::optional<std::vector<float>> values) { m_patternValues = std::move(values); }
-    /// Line width in points.
+    /// Line width in points; with one that is not finite and above 0 nothing is stroked.
     [[nodiscard]] double thickness() const { return m_thickness; }
     void setThickness(double thickness) { m_thickness = thickness; }
     /// Nothing strokes in black.

@@ -17,14 +17,14 @@ public:
     explicit TOLVMarker(double value) : m_value(value) {}
     [[nodiscard]] static std::shared_ptr<TOLVMarker> markerWithValue(double value);
 
-    /// In data units.
+    /// In data units, double precision; axes narrow it to single precision to place it.
     [[nodiscard]] double value() const { return m_value; }
     void setValue(double value) { m_value = value; }
     /// 0, the default, is the horizontal axis and 1 the vertical one; others belong to no axis.
     [[nodiscard]] std::int64_t axisIndex() const { return m_axisIndex; }
     void setAxisIndex(std::int64_t axisIndex) { m_axisIndex = axisIndex; }
 
-    /// An equal, independent marker.
+    /// An equal, independent marker. A subclass overrides it: what is dragged and what a picture is taken of are copies.
     [[nodiscard]] virtual std::shared_ptr<TOLVMarker> copy() const;
 
     /// Keys "value" and "axisIndex".

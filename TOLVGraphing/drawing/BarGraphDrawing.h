@@ -34,7 +34,7 @@ struct TOLV_EXPORT BarGroup {
     /// The abscissa of the group, in data units; nothing draws by it.
     float x = 0.0F;
 
-    /// Fills the bars from the lower edge of the rectangle (the group's slot, in points) to the height of their values. Each has a place of the given width, of which 8 % on either side stay empty; a bar is never thinner
+    /// Fills the bars from the lower edge of the rectangle (the group's slot, in points) to the height of their values. Each has a place of the given width (points), of which 8 % on either side stay empty; a bar is never thinner
     /// than a point. A value below the slot gives a bar downwards, a height that is not finite none.
     void drawInRect(const Rect& slot, double withBarWidth, DrawingContext& inContext) const;
 };

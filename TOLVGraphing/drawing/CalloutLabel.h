@@ -19,13 +19,13 @@ struct TOLV_EXPORT CalloutLabel {
     /// Where it is drawn.
     Rect rect;
 
-    /// True when this rectangle, grown by the padding on every side, overlaps the other with positive area.
+    /// True when this rectangle, grown by the padding (points) on every side, overlaps the other with positive area; false with NaN.
     [[nodiscard]] bool overlapsRect(const Rect& other, double withPadding = 0.0) const;
 
     friend bool operator==(const CalloutLabel&, const CalloutLabel&) = default;
 };
 
-/// The text's rectangle over a point: centred, its lower edge 3.5 points above it.
+/// The text's rectangle over a point: centred, its lower edge 3.5 points above it. Not finite where the point is not.
 [[nodiscard]] TOLV_EXPORT Rect rectForCalloutLabel(const AttributedString& string, Point atPoint);
 
 /// A rectangle inside those of all callouts over the point whose text has a digit and a font of 8 points or more: what this one overlaps they overlap too, and their text needs no layout to know it.

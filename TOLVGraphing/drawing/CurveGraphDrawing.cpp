@@ -24,6 +24,8 @@ void CurveGraphDrawing::drawMarkers(const std::vector<std::shared_ptr<TOLVMarker
     const GraphicsStateSaver saver(*context);
     Path::pathWithRect(insetRect(forGraph->dataRectInRect(inRect), 1.0, 1.0)).addClip();
     for (const auto& marker : markers) {
+        if (!marker)
+            continue;
         const auto callouts = calloutsForMarker(*marker, *forGraph, inRect);
         const auto overlapped = overlappedCallouts(callouts);
         for (std::size_t i = 0; i < callouts.size(); ++i) {

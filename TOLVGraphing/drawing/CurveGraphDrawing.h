@@ -18,7 +18,7 @@ class TOLV_EXPORT CurveGraphDrawing final : public TOLVGraphDrawing, public TOLV
 public:
     void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) override;
     void drawMarkers(const std::vector<std::shared_ptr<TOLVMarker>>& markers, const std::shared_ptr<TOLVGraph>& forGraph, const Rect& inRect) override;
-    /// Those of the graph's own markers.
+    /// Those of the graph's own markers. Callouts of different markers are not kept apart.
     [[nodiscard]] std::vector<CalloutPlacement> calloutPlacements(const TOLVGraph& graph, const Rect& inRect) const override;
     /// For hosts: white dots with a ring in the style's colour at the points (in points of the current context), as line graphs have them at their samples. Nothing is drawn without a colour.
     void drawDotsForPoints(std::span<const Point> points, const TOLVLineStyle* withLineStyle) const;

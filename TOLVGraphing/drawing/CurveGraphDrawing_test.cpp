@@ -85,6 +85,12 @@ TEST_F(CurveGraphDrawingTest, CalloutsOfDifferentMarkersMayOverlap)
     EXPECT_EQ(linesWith(markersDrawn({50.0, 50.0}), "text").size(), 2U);
 }
 
+TEST_F(CurveGraphDrawingTest, NullMarkersArePassedOver)
+{
+    const TOLVGraph::Markers markers = {nullptr, TOLVMarker::markerWithValue(50.0)};
+    EXPECT_EQ(linesWith(linesDrawn([&] { drawing.drawMarkers(markers, graph, kRect); }), "text").size(), 1U);
+}
+
 TEST_F(CurveGraphDrawingTest, MarkersOfEveryAxisHaveCallouts)
 {
     const auto marker = TOLVMarker::markerWithValue(50.0);

@@ -1,5 +1,7 @@
 #include "GraphCallout.h"
 
+#include "../platform/foundation/Exception.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -29,6 +31,8 @@ GraphCallout::GraphCallout(std::shared_ptr<TOLVLabel> calloutLabel, std::shared_
     : label(std::move(calloutLabel))
     , lineStyle(std::move(style))
 {
+    if (!label)
+        throw Exception("NullLabel", "A callout stands around a label");
     AttributedString text = label->label();
     text.setForegroundColor(lineStyle ? lineStyle->color() : std::nullopt);
     label->setLabel(text);

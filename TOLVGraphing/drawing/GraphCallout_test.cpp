@@ -1,5 +1,7 @@
 #include "GraphCallout.h"
 
+#include "../platform/foundation/Exception.h"
+
 #include <tests/support/DrawnLines.h>
 
 #include <gtest/gtest.h>
@@ -43,6 +45,16 @@ TEST_F(GraphCalloutTest, RecoloursTheTextAndSnapsItVertically)
     EXPECT_EQ(callout.lineStyle, style);
     EXPECT_EQ(label->label().attributes().foregroundColor, Color(1.0, 0.0, 0.0));
     EXPECT_EQ(toString(label->rect()), "(20.25, 30, 7, 9)");
+}
+
+TEST_F(GraphCalloutTest, ThereIsNoneWithoutALabel)
+{
+    try {
+        const GraphCallout callout(nullptr, style, 25.0);
+        FAIL() << "expected an exception";
+    } catch (const Exception& exception) {
+        EXPECT_STREQ(exception.what(), "NullLabel: A callout stands around a label");
+    }
 }
 
 TEST_F(GraphCalloutTest, ThePillIsFourPointsWiderOnEachSideAndThePointerStandsAtX)

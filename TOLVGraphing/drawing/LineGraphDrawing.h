@@ -14,6 +14,8 @@ namespace TOLVGraphing {
 /// Draws series over the categories of a TOLVLineAxis: a tinted area, a line through the samples, a dot at each sample and above it a callout with its value. Later series lie on top of earlier ones, the callouts on
 /// top of all. A callout that would cover a dot or one chosen before it is left out: lower categories go first, within a category the higher callout.
 ///
+/// The dots are those of CurveGraphDrawing::drawDotsForPoints. A series without a line style or a colour has neither area nor dots, and its line is stroked as the context is set or in black.
+///
 /// With any other horizontal axis nothing is drawn, and neither while the visible x range lies between two samples of a series. Samples without a finite position have neither dot nor callout, and the line
 /// passes them over.
 class TOLV_EXPORT LineGraphDrawing final : public TOLVGraphDrawing, public TOLVGraphCalloutLayout {

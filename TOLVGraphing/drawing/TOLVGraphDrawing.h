@@ -18,6 +18,7 @@ public:
     virtual ~TOLVGraphDrawing();
 
     /// Draws the graph's series; the rectangle is the graph rectangle, of which `dataRectInRect` gives the data area. An absent graph (null), one without series, and a thread without a current context draw nothing.
+    /// Any rectangle will do. What a subclass throws leaves the graph's drawing.
     virtual void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) = 0;
 };
 
@@ -26,7 +27,7 @@ class TOLV_EXPORT TOLVGraphMarkerDrawing {
 public:
     virtual ~TOLVGraphMarkerDrawing();
 
-    /// Draws over data and title, with the graph's markers of both axes, none of them null; the rectangle is the graph rectangle.
+    /// Draws over data and title, with the graph's markers of both axes (nulls are passed over); the rectangle is the graph rectangle. Nothing is drawn without a graph or a current context.
     virtual void drawMarkers(const std::vector<std::shared_ptr<TOLVMarker>>& markers, const std::shared_ptr<TOLVGraph>& forGraph, const Rect& inRect) = 0;
 };
 

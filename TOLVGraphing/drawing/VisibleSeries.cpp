@@ -4,6 +4,8 @@
 
 #include <TOLVMath/TOLVRealVector.h>
 
+#include <algorithm>
+
 namespace TOLVGraphing {
 
 namespace {
@@ -25,7 +27,7 @@ std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph, std::spa
 {
     std::vector<VisibleSeries> visible;
     const auto series = graph.graphData();
-    for (std::size_t i = 0; i < series.size(); ++i) {
+    for (std::size_t i = 0; i < std::min(series.size(), ranges.size()); ++i) {
         if (isRealVector(series[i]->X()) && isRealVector(series[i]->Y()))
             visible.push_back({i, series[i]->graphDataInRange(ranges[i])});
     }

@@ -24,7 +24,7 @@ struct VisibleSeries {
 /// The series as a strategy for categories draws them, in order: each cut to its part of `TOLVGraph::xExtentsConstrainedGraphDataRanges`. Series without vectors are left out. None at all when
 /// there are no ranges: the visible range then lies between two samples of a series.
 [[nodiscard]] TOLV_EXPORT std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph);
-/// The same with those ranges at hand: one for each of the graph's series.
+/// The same with those ranges at hand: one for each of the graph's series. Series that there is no range for are left out, and ranges are cut off at the end of a series.
 [[nodiscard]] TOLV_EXPORT std::vector<VisibleSeries> visibleSeriesOfGraph(const TOLVGraph& graph, std::span<const IndexRange> ranges);
 
 } // namespace TOLVGraphing

@@ -96,6 +96,24 @@ TEST_F(VisibleSeriesTest, VectorsOfDifferentLengthsAreCutToWhatTheyHave)
     EXPECT_EQ(visibleSeriesOfGraph(*graph)[0].data->Y()->length(), 0U);
 }
 
+TEST_F(VisibleSeriesTest, SeriesWithoutARangeAreLeftOut)
+{
+    add(vectorOf({1.0F, 2.0F, 3.0F}), vectorOf({10.0F, 20.0F, 30.0F}));
+    add(vectorOf({1.0F, 2.0F}), vectorOf({11.0F, 21.0F}));
+    const std::vector<IndexRange> ranges = {{1, 2}};
+    const auto visible = visibleSeriesOfGraph(*graph, ranges);
+    ASSERT_EQ(visible.size(), 1U);
+    EXPECT_EQ(numbersOf(visible[0].data->Y()), (std::vector<float>{20.0F, 30.0F}));
+    const std::vector<IndexRange> more = {{0, 1}, {0, 1}, {0, 1}};
+    EXPECT_EQ(visibleSeriesOfGraph(*graph, more).size(), 2U);
+    // What reaches past the end is cut off.
+    const std::vector<IndexRange> beyond = {{2, 5}, {7, 1}};
+    const auto cut = visibleSeriesOfGraph(*graph, beyond);
+    ASSERT_EQ(cut.size(), 2U);
+    EXPECT_EQ(numbersOf(cut[0].data->X()), (std::vector<float>{3.0F}));
+    EXPECT_EQ(cut[1].data->X()->length(), 0U);
+}
+
 TEST_F(VisibleSeriesTest, WithoutSeriesThereAreNone)
 {
     EXPECT_TRUE(visibleSeriesOfGraph(*graph).empty());

@@ -75,7 +75,7 @@ struct AxisLayout {
     /// Whether grid lines are drawn at them.
     bool drawsMajorLines = false;
     bool drawsMinorLines = false;
-    /// The centres of the categories' slots along the axis; empty on numeric axes.
+    /// The centres of the categories' slots along the axis, in points; empty on numeric axes.
     std::vector<double> slotCenters;
     /// In the order in which the axis chooses.
     std::vector<LabelLayout> labels;
@@ -92,7 +92,7 @@ struct GraphLayout {
     Rect rect;
     Rect dataRect;
     Rect titleBand;
-    /// The graph's own, as they are.
+    /// The graph's own, as they are, in points.
     EdgeInsets margin;
     EdgeInsets padding;
     /// Where the title stands; nothing without one.
@@ -106,7 +106,7 @@ struct GraphLayout {
     friend bool operator==(const GraphLayout&, const GraphLayout&) = default;
 };
 
-/// "kept", "collides", "outside" and so on: the words for reports.
+/// "kept", "collides", "outside" and so on: the words for reports, which live as long as the program; empty for a number that is no fate.
 [[nodiscard]] TOLV_EXPORT std::string_view nameOfFate(LabelFate fate);
 [[nodiscard]] TOLV_EXPORT std::string_view nameOfFate(CalloutFate fate);
 

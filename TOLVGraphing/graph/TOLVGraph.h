@@ -34,7 +34,7 @@ namespace TOLVGraphing {
 /// Every property announces its changes under its name; a change of the extents, whole or of one end, also announces "canDraw". Adding series announces nothing.
 ///
 /// A graph without series, or whose ranges are still the empty-data sentinels, cannot be drawn usefully (`canDraw`), but drawing it is harmless. Ranges that are empty or NaN give
-/// axes without ticks. On a logarithmic axis samples that are not positive are left out of curves.
+/// axes without ticks. What becomes of samples that are NaN, or not positive on a logarithmic axis, its strategy says. With an axis of the class TOLVAxis itself preparing and drawing throw UnrecognizedOperation; otherwise they throw nothing of their own.
 class TOLV_EXPORT TOLVGraph final : public Codable, public Observable, public std::enable_shared_from_this<TOLVGraph> {
     struct ConstructionKey {
         explicit ConstructionKey() = default;
@@ -60,7 +60,7 @@ public:
 
     /// Keys "horizontalAxis", "verticalAxis", "extents", "markers".
     void encodeWithCoder(KeyedArchiver& coder) const override;
-    /// Each key that is present replaces a new graph's default; also a "drawingStrategy", which a host may have stored.
+    /// Each key that is present replaces a new graph's default; also a "drawingStrategy", which a host may have stored. Never null. Throws ArchiveError for values of another class.
     [[nodiscard]] static std::shared_ptr<TOLVGraph> initWithCoder(KeyedUnarchiver& coder);
     [[nodiscard]] std::string archiveClassName() const override { return "TOLVGraph"; }
 
@@ -89,12 +89,12 @@ public:
     /// Copied. Minor grid lines: solid, light gray, half a point by default.
     [[nodiscard]] const std::shared_ptr<TOLVLineStyle>& minorLineStyle() const { return m_minorLineStyle; }
     void setMinorLineStyle(const std::shared_ptr<const TOLVLineStyle>& style);
-    /// The line heights in points of axis titles and tick labels: those of "Tj" in the attributes, measured when the attributes are set.
+    /// The line heights in points of axis titles and tick labels: those of "Tj" in the attributes, measured when the attributes are set, which replaces a height set here.
     [[nodiscard]] double labelFontHeight() const { return m_labelFontHeight; }
     void setLabelFontHeight(double height) { setProperty(m_labelFontHeight, height, "labelFontHeight"); }
     [[nodiscard]] double tickLabelFontHeight() const { return m_tickLabelFontHeight; }
     void setTickLabelFontHeight(double height) { setProperty(m_tickLabelFontHeight, height, "tickLabelFontHeight"); }
-    /// Shared. HelveticaNeue-Bold 12 without a colour by default.
+    /// Shared. HelveticaNeue-Bold 12 without a colour by default. Null, as for the two below, is plain text: Helvetica 12 in black.
     [[nodiscard]] const SharedTextAttributes& titleAttributes() const { return m_titleAttributes; }
     void setTitleAttributes(SharedTextAttributes attributes) { setProperty(m_titleAttributes, std::move(attributes), "titleAttributes"); }
     /// Shared. Axis titles: HelveticaNeue 14 in black by default.
@@ -117,7 +117,7 @@ public:
     [[nodiscard]] const Markers& markers() const { return m_markers; }
     /// Replaces the whole list, which can be edited afterwards. No undo step is registered. Throws Exception "NullMarker" for a null.
     void setMarkers(Markers markers);
-    /// The outer space around the axis areas, in points: top 15, left 30, bottom 15, right 15 by default.
+    /// The outer space around the axis areas, in points: top 15, left 30, bottom 15, right 15 by default. Any numbers will do, as for the padding: too large ones leave no data area.
     [[nodiscard]] const EdgeInsets& margin() const { return m_margin; }
     void setMargin(const EdgeInsets& margin) { setProperty(m_margin, margin, "margin"); }
     /// Inner space added to the margin on each side. 0 by default.
@@ -142,19 +142,19 @@ public:
 
     // Extremes and visible ranges. Without data a minimum is FLT_MAX and a maximum -FLT_MAX.
 
-    /// The smallest first and the largest last abscissa of the series: x is taken as sorted.
+    /// The smallest first and the largest last abscissa of the series: x is taken as sorted. A last one that is NaN is passed over; a first one that is NaN is the minimum unless a series with samples follows.
     [[nodiscard]] float minXValue() const;
     [[nodiscard]] float maxXValue() const;
-    /// The extremes of the ordinates. NaN is passed over.
+    /// The extremes of the ordinates. NaN is passed over, infinite ones count, and so do ordinates without an abscissa.
     [[nodiscard]] float minYValue() const;
     [[nodiscard]] float maxYValue() const;
-    /// New extents around all data; the graph's own are not touched.
+    /// New extents from the minima to the maxima above, with nothing added around them, which are the sentinels without data; z is 0 to 0. The graph's own are not touched.
     [[nodiscard]] std::shared_ptr<TOLVGraphExtents> extentsFittingGraphData() const;
     /// True when the axis is of the class TOLVLogarithmicAxis itself; subclasses do not count.
     [[nodiscard]] bool XIsLog() const;
     [[nodiscard]] bool YIsLog() const;
-    /// Checks and corrects a value proposed for "x.min", "x.max", "y.min" or "y.max": false when it is no number; an end that would empty the range is replaced by the
-    /// current one, and an end that is not positive on a logarithmic axis by 1. NaN is accepted as it is. The error is never filled.
+    /// Checks and corrects a value proposed for "x.min", "x.max", "y.min" or "y.max": false when it is no number; an end that would empty or reverse the range is replaced by the
+    /// current one, and any other end that is not positive on a logarithmic axis by 1. NaN, and any number for another key path, is accepted as it is. The error is never filled and may be null. Sets nothing.
     bool validateExtentsValue(PropertyValue& value, std::string_view forKeyPath, std::string* error = nullptr) const;
     /// For each series the index range of its samples in the visible x range; nothing at all when one series has no sample between two visible ones. A series wholly to
     /// the left keeps its full range; one without samples has the range (0, 0).
@@ -210,7 +210,7 @@ public:
     /// The coordinate (points) of a value (data units) along an axis: see TOLVAxis::pointForValue. Not finite where the axis has no place for the value.
     [[nodiscard]] float XForValue(float value, const Rect& inRect) const;
     [[nodiscard]] float YForValue(float value, const Rect& inRect) const;
-    /// The difference in value of a distance in points; linear also on logarithmic axes. 0 without the range, not finite over a data area of no size.
+    /// The difference in value (data units, single precision) of a distance in points; linear also on logarithmic axes. 0 without the range; over a data area of no size not finite.
     [[nodiscard]] float deltaForX(float dx, const Rect& inRect) const;
     [[nodiscard]] float deltaForY(float dy, const Rect& inRect) const;
 
@@ -226,13 +226,13 @@ public:
     void zoomOutXCenteredAtPoint(float x, const Rect& inRect);
     void zoomInYCenteredAtPoint(float y, const Rect& inRect);
     void zoomOutYCenteredAtPoint(float y, const Rect& inRect);
-    /// Sets the visible range to the extremes of all data, which are the sentinels without data and may not be positive on a logarithmic axis; the rectangle is not looked at, and neither is canZoomX or canZoomY.
+    /// Sets the visible range to the extremes of all data, which are the sentinels without data and may not be positive on a logarithmic axis; the rectangle is not looked at, and neither is canZoomX or canZoomY. Does nothing without the range.
     void zoomToFitXInRect(const Rect& rect);
     void zoomToFitYInRect(const Rect& rect);
     /// Sets the visible range (data units) of an axis as it is given, whatever canZoomX and canZoomY are; does nothing without the axis.
     void zoomXToFixedMin(float min, float max);
     void zoomYToFixedMin(double min, double max);
-    /// Moves the visible ranges by a distance in points: a positive x shows larger values. To follow a drag, pass its negative.
+    /// Moves the visible ranges by a distance in points: a positive one shows larger values, of x or y. To follow a drag, pass its negative. A direction in which the distance is not finite stays.
     void offsetDisplayByX(float dx, float Y, const Rect& inRect);
     /// The same.
     void offsetDisplayByDeltaX(float dx, float deltaY, const Rect& inRect);
@@ -250,12 +250,12 @@ public:
     void removeMarkersAtIndexes(const IndexSet& indexes);
     /// Puts other markers (shared) at the positions.
     void replaceMarkersAtIndexes(const IndexSet& indexes, const Markers& withMarkers);
-    /// Appends a new marker of the horizontal axis with the value (data units), or with that at the coordinate (points), and answers it.
+    /// Appends a new marker of the horizontal axis with the value (data units), or with that at the coordinate (points; narrowed to single precision), and answers it. A value that is not finite is kept: it has no badge.
     std::shared_ptr<TOLVMarker> placeHorizontalAxisMarkerWithValue(double value);
     std::shared_ptr<TOLVMarker> placeHorizontalAxisMarkerAtPoint(double x, const Rect& inRect);
     /// Always null: there is no search by value.
     [[nodiscard]] std::shared_ptr<TOLVMarker> horizontalAxisMarkerWithValue(double value, double tolerance) const;
-    /// The first marker nearer to the coordinate than the radius, whatever its axis; null when there is none.
+    /// The first marker nearer to the coordinate than the radius (both in points), whatever its axis; null when there is none.
     [[nodiscard]] std::shared_ptr<TOLVMarker> horizontalAxisMarkerAtPoint(double x, double inRadius, const Rect& inRect) const;
     /// Its position in the list, or kNotFoundIndex.
     [[nodiscard]] std::int64_t indexOfHorizontalAxisMarkerAtPoint(double x, double inRadius, const Rect& inRect) const;

@@ -8,8 +8,8 @@
 
 namespace TOLVGraphing {
 
-/// Maps the base-10 logarithm of the values linearly. The smallest normal float is added before each logarithm: 0 maps as if it were that number, far below any
-/// sensible range, and values below its negative map to NaN. `minValue` and `maxValue` are the values themselves, not logarithms. Callers keep the range positive.
+/// Maps the base-10 logarithm of the values linearly, in single precision. The smallest normal float, about 1.2e-38, is added before each logarithm: 0 maps as if it were that number, far below any
+/// sensible range, and values below its negative map to NaN. `minValue` and `maxValue` are the values themselves, not logarithms. Callers keep the range positive: with a `minValue` below 0 every position is NaN. Throws nothing.
 class TOLV_EXPORT TOLVLogarithmicMapping final : public TOLVMapping {
 public:
     void setMinValue(float value) override;
@@ -19,9 +19,9 @@ public:
     [[nodiscard]] float valueForPoint(float point) const override { return std::pow(10.0F, (point - mMinPoint) / mScaler + mLogMin); }
     [[nodiscard]] std::shared_ptr<TOLVMapping> copy() const override;
 
-    /// Positions per decade; 0 while the logarithmic range is empty or NaN.
+    /// Points per decade; negative where one of the ranges runs backwards, 0 while the range of the logarithms is empty, infinite or NaN.
     [[nodiscard]] float scaler() const { return mScaler; }
-    /// The logarithm that maps to `minPoint`.
+    /// The base-10 logarithm that maps to `minPoint`; 0 until `minValue` is set, also in a copy.
     [[nodiscard]] float logMin() const { return mLogMin; }
 
 protected:

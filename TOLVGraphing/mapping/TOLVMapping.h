@@ -8,15 +8,16 @@ namespace TOLVGraphing {
 
 /// Converts a data value of one axis to a position in view units (points) and back. Every number is single precision.
 ///
-/// `minValue` maps to `minPoint` and `maxValue` to `maxPoint`; nothing is clamped. The four properties are 0 at first and may be set in any order. While the value
-/// range is empty or NaN every finite value maps to `minPoint`, and `valueForPoint` divides by zero: it answers an infinity or NaN.
+/// `minValue` maps to `minPoint` and `maxValue` to `maxPoint`, up to rounding; nothing is clamped, and a range or positions that run backwards map backwards. The four properties are 0 at first and may be set in any order.
+/// Over an empty value range, and over one whose `maxValue` is infinite or NaN, every finite value maps to `minPoint`; with a `minValue` that is not finite every position is NaN. There, and where `minPoint` is `maxPoint`,
+/// `valueForPoint` divides by zero: it answers an infinity or NaN, on a logarithmic scale also 0. Used from one thread at a time.
 class TOLV_EXPORT TOLVMapping {
 public:
     /// All four properties are 0.
     TOLVMapping() = default;
     virtual ~TOLVMapping();
 
-    /// The ends of the value range, in data units, and the positions of the two, in points.
+    /// The ends of the value range, in data units, and the positions of the two, in points, as they were set.
     [[nodiscard]] float minValue() const { return mMinValue; }
     [[nodiscard]] float maxValue() const { return mMaxValue; }
     [[nodiscard]] float minPoint() const { return mMinPoint; }
@@ -27,13 +28,13 @@ public:
     void setMinPoint(float point);
     void setMaxPoint(float point);
 
-    /// The value's position; NaN for NaN. Throws Exception "InterfaceMethod" on this class itself.
+    /// The position (points) of a value (data units); NaN for NaN. Throws Exception "InterfaceMethod" on this class itself.
     [[nodiscard]] virtual float pointForValue(float value) const;
-    /// The position's value. Throws Exception "InterfaceMethod" on this class itself.
+    /// The value (data units) at a position (points), which may lie beyond the range's. Throws Exception "InterfaceMethod" on this class itself.
     [[nodiscard]] virtual float valueForPoint(float point) const;
 
-    /// A new mapping of the same class with the same four range properties and a scale of zero: it maps every value to `minPoint` until one of its
-    /// properties is set.
+    /// A new, independent mapping of the same class with the same four range properties and a scale of zero: it maps every value to `minPoint` until one of its properties is set, on a logarithmic scale until both
+    /// ends of the value range are. Setting all four again is right for any.
     [[nodiscard]] virtual std::shared_ptr<TOLVMapping> copy() const;
 
 protected:

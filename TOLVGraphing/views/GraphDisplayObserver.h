@@ -19,7 +19,7 @@ class TOLVGraph;
 /// One change may be told more than once.
 class TOLV_EXPORT GraphDisplayObserver {
 public:
-    /// The graph is referred to weakly; null is observed by nobody. The handler is copied; an empty one is not called. It may end this object.
+    /// The graph is referred to weakly and may end first; null is observed by nobody. The handler is copied; an empty one is not called. It may end this object.
     GraphDisplayObserver(const std::shared_ptr<TOLVGraph>& graph, const std::function<void()>& handler);
     ~GraphDisplayObserver();
     GraphDisplayObserver(const GraphDisplayObserver&) = delete;

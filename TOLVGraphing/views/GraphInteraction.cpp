@@ -1,6 +1,7 @@
 #include "GraphInteraction.h"
 
 #include "../graph/TOLVGraph.h"
+#include "../platform/foundation/Exception.h"
 #include "AxisText.h"
 #include "TOLVGraphView.h"
 
@@ -22,6 +23,28 @@ constexpr double kKeyPart = 0.1;
 /// A range narrower than this many steps of its floats is not zoomed in any further.
 constexpr double kNarrowestRange = 256.0;
 
+/// True for the keys that edit or select markers.
+bool concernsMarkers(GraphKey key)
+{
+    switch (key) {
+    case GraphKey::Left:
+    case GraphKey::Right:
+    case GraphKey::PlaceMarker:
+    case GraphKey::NextMarker:
+    case GraphKey::PreviousMarker:
+    case GraphKey::Delete:
+    case GraphKey::Undo:
+    case GraphKey::Redo: return true;
+    case GraphKey::Up:
+    case GraphKey::Down:
+    case GraphKey::ZoomIn:
+    case GraphKey::ZoomOut:
+    case GraphKey::Fit:
+    case GraphKey::Cancel: break;
+    }
+    return false;
+}
+
 /// True when the range's ends can be told apart well in single precision.
 bool isWideEnough(const TOLVAxisExtents& range)
 {
@@ -31,7 +54,11 @@ bool isWideEnough(const TOLVAxisExtents& range)
 
 } // namespace
 
-GraphInteraction::GraphInteraction(std::shared_ptr<TOLVGraphView> view) : m_view(std::move(view)) {}
+GraphInteraction::GraphInteraction(std::shared_ptr<TOLVGraphView> view) : m_view(std::move(view))
+{
+    if (!m_view)
+        throw Exception("NullView", "Gestures are those of a graph view");
+}
 
 std::shared_ptr<TOLVGraph> GraphInteraction::graph() const
 {
@@ -102,6 +129,14 @@ void GraphInteraction::finishMarkerDrag()
     m_view->setNeedsDisplay();
 }
 
+void GraphInteraction::putMarkerDown()
+{
+    if (m_drag != Drag::Marker)
+        return;
+    endDrag();
+    finishMarkerDrag();
+}
+
 void GraphInteraction::moveMarkerTo(double x)
 {
     const auto shown = graph();
@@ -127,6 +162,7 @@ void GraphInteraction::selectMarkerAtIndex(std::size_t index)
     const auto shown = graph();
     if (!shown || index >= shown->markers().size())
         return;
+    putMarkerDown();
     m_selectedMarker = shown->markers()[index];
     m_view->setNeedsDisplay();
 }
@@ -378,6 +414,8 @@ bool GraphInteraction::keyPressed(GraphKey key, KeyModifiers modifiers)
     const auto shown = graph();
     if (!shown)
         return false;
+    if (concernsMarkers(key))
+        putMarkerDown();
     const auto& undoManager = shown->undoManager();
     switch (key) {
     case GraphKey::Left:
@@ -457,8 +495,11 @@ std::vector<SampleReadout> GraphInteraction::samplesUnderPointer() const
         const bool hasSamples = series[i]->X() && series[i]->Y() && series[i]->X()->length() > 0 && series[i]->Y()->length() > 0;
         if (!hasSamples)
             continue;
-        float x = *value;
+        // Whatever is nearest is a number.
+        float x = std::numeric_limits<float>::quiet_NaN();
         const float y = series[i]->YValueAtX(*value, &x);
+        if (std::isnan(x))
+            continue;
         const Point position{static_cast<double>(shown->XForValue(x, rect())), static_cast<double>(shown->YForValue(y, rect()))};
         readouts.push_back({i, series[i]->name().value_or(""), x, y, position});
     }
@@ -471,7 +512,8 @@ std::string GraphInteraction::abscissaText() const
     if (!value)
         return "";
     const TOLVAxis& axis = *graph()->horizontalAxis();
-    return axis.label().value_or("x") + " " + textOfValue(axis, static_cast<double>(*value));
+    const std::string title = axis.label().value_or("");
+    return (title.empty() ? std::string("x") : title) + " " + textOfValue(axis, static_cast<double>(*value));
 }
 
 std::string GraphInteraction::ordinateText(const SampleReadout& readout) const

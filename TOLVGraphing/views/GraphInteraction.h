@@ -83,12 +83,14 @@ struct SampleReadout {
 ///   the pointer or in the middle, select markers in turn, delete the selected one, undo and redo, cancel a drag or a selection.
 ///
 /// Zooming stops before a range has become so narrow that single precision could not tell its ends apart, because no step would lead out again. The flags canZoomX and canZoomY forbid zooming by wheel, keys and box.
-/// Marker edits go through the graph, so that its undo manager has one step for each; a dragged marker is one step. A view without a graph answers nothing.
+/// Marker edits go through the graph, so that its undo manager has one step for each; a dragged marker is one step. A key that edits or selects markers while one is dragged puts that one down first. A view without a graph answers nothing.
+///
+/// A position that is not finite is over nothing. What the graph throws passes through, as for markers that are a copied graph's.
 ///
 /// Positions are those in the margins that the view has; where the view fits them to the labels, they only grow while something is dragged.
 class TOLV_EXPORT GraphInteraction {
 public:
-    /// The view is shared and not null.
+    /// The view is shared. Throws Exception "NullView" for null.
     explicit GraphInteraction(std::shared_ptr<TOLVGraphView> view);
 
     /// Shared. The view whose gestures these are.
@@ -105,7 +107,7 @@ public:
     void pointerReleased(Point position, PointerButton button);
     /// The primary button was clicked twice at this position.
     void pointerDoubleClicked(Point position);
-    /// Positive steps zoom in. Parts of a step, as touch pads have them, are collected.
+    /// Positive steps zoom in. Parts of a step, as touch pads have them, are collected; more than 20 at once count as 20, and what is not finite as none.
     void wheelTurned(double steps, Point position, KeyModifiers modifiers);
     /// False when the key has no meaning now, so that the host may use it.
     bool keyPressed(GraphKey key, KeyModifiers modifiers);
@@ -115,7 +117,7 @@ public:
 
     // What a host shows.
 
-    /// True from the press that takes hold of the graph or of a marker, or begins a box, until the button is let go or the drag is cancelled.
+    /// True from the press that takes hold of the graph or of a marker, or begins a box, until the button is let go, the drag is cancelled or a key puts the marker down.
     [[nodiscard]] bool isDragging() const { return m_drag != Drag::None; }
     /// The box that is being drawn; nothing otherwise.
     [[nodiscard]] std::optional<Rect> selectionBox() const;
@@ -125,10 +127,10 @@ public:
     [[nodiscard]] const std::shared_ptr<TOLVMarker>& selectedMarker() const { return m_selectedMarker; }
     /// The value of x under the pointer; nothing unless it is over the data area, and nothing while the graph is dragged along with it.
     [[nodiscard]] std::optional<float> valueUnderPointer() const;
-    /// For each series with samples the one nearest to that value.
+    /// For each series with samples the one nearest to that value; a series without a nearest one, as of NaN abscissae only, is left out.
     [[nodiscard]] std::vector<SampleReadout> samplesUnderPointer() const;
-    /// The pointer's abscissa with its axis's title or "x", for example "Time 0.25", and a sample's ordinate with its series' name or "y", for example "level 3.5": numbers as the axes' formatters write them. The first is empty
-    /// unless the pointer is over the data area.
+    /// The pointer's abscissa with its axis's title or "x" (without one, or with an empty one), for example "Time 0.25", and a sample's ordinate with its series' name or "y", for example "level 3.5": numbers as the axes' formatters write them.
+    /// The first is empty unless the pointer is over the data area.
     [[nodiscard]] std::string abscissaText() const;
     [[nodiscard]] std::string ordinateText(const SampleReadout& readout) const;
     /// The read-out as text, for example "Time 0.25, level 3.5": axis title or "x", then the series' names (or "y") with the values as the axes' formatters write them. Empty unless the pointer is over the data area.
@@ -150,6 +152,8 @@ private:
     void restoreRanges();
     void panTo(Point position);
     void finishMarkerDrag();
+    /// Ends the drag of a marker as letting the button go does.
+    void putMarkerDown();
     void zoomToBox(const Rect& box);
     void zoom(bool zoomsIn, bool inX, bool inY, Point center);
     void fit(bool x, bool y);

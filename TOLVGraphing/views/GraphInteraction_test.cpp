@@ -3,6 +3,8 @@
 #include "../axes/TOLVBarAxis.h"
 #include "../axes/TOLVLogarithmicAxis.h"
 #include "../graph/TOLVGraph.h"
+#include "../platform/foundation/Exception.h"
+#include "../platform/foundation/Log.h"
 #include "../platform/graphics/RecordingContext.h"
 #include "TOLVGraphView.h"
 
@@ -325,6 +327,75 @@ TEST_F(GraphInteractionTest, AMarkerIsNotDraggedOutOfTheDataAreaAndStaysWhenCanc
     EXPECT_EQ(graph().countOfMarkers(), 0U);
 }
 
+TEST_F(GraphInteractionTest, AKeyForMarkersPutsTheDraggedOneDown)
+{
+    const struct {
+        GraphKey key;
+        double value;
+        std::size_t count;
+    } cases[] = {
+        {GraphKey::Undo, 25.0, 2},
+        {GraphKey::NextMarker, 50.0, 2},
+        {GraphKey::PreviousMarker, 50.0, 2},
+        {GraphKey::PlaceMarker, 50.0, 3},
+        {GraphKey::Right, 51.0, 2},
+    };
+    for (const auto& one : cases) {
+        graph().setMarkers({TOLVMarker::markerWithValue(25.0), TOLVMarker::markerWithValue(80.0)});
+        interaction.pointerPressed({100.0, 90.0}, PointerButton::Primary);
+        interaction.pointerMoved({150.0, 90.0});
+        EXPECT_TRUE(interaction.keyPressed(one.key, kNoKeys));
+        EXPECT_FALSE(interaction.isDragging());
+        // Nothing is dragged any more, whatever is selected now.
+        interaction.pointerMoved({220.0, 90.0});
+        interaction.pointerReleased({220.0, 90.0}, PointerButton::Primary);
+        ASSERT_EQ(graph().countOfMarkers(), one.count);
+        EXPECT_EQ(graph().markers()[0]->value(), one.value);
+        EXPECT_EQ(graph().markers()[1]->value(), 80.0);
+    }
+}
+
+TEST_F(GraphInteractionTest, AMarkerDeletedWhileItIsDraggedComesBackWhereItWasPutDown)
+{
+    graph().placeHorizontalAxisMarkerWithValue(25.0);
+    interaction.pointerPressed({100.0, 90.0}, PointerButton::Primary);
+    interaction.pointerMoved({150.0, 90.0});
+    EXPECT_TRUE(interaction.keyPressed(GraphKey::Delete, kNoKeys));
+    EXPECT_EQ(graph().countOfMarkers(), 0U);
+    // Nothing is left to cancel.
+    EXPECT_FALSE(interaction.keyPressed(GraphKey::Cancel, kNoKeys));
+    interaction.keyPressed(GraphKey::Undo, kNoKeys);
+    EXPECT_EQ(graph().markers()[0]->value(), 50.0);
+    interaction.keyPressed(GraphKey::Undo, kNoKeys);
+    EXPECT_EQ(graph().markers()[0]->value(), 25.0);
+}
+
+TEST_F(GraphInteractionTest, SelectingAnotherMarkerPutsTheDraggedOneDown)
+{
+    graph().placeHorizontalAxisMarkerWithValue(25.0);
+    const auto other = graph().placeHorizontalAxisMarkerWithValue(80.0);
+    interaction.pointerPressed({100.0, 90.0}, PointerButton::Primary);
+    interaction.pointerMoved({150.0, 90.0});
+    // No such place.
+    interaction.selectMarkerAtIndex(2);
+    EXPECT_TRUE(interaction.isDragging());
+    interaction.selectMarkerAtIndex(1);
+    EXPECT_EQ(interaction.selectedMarker(), other);
+    interaction.pointerMoved({220.0, 90.0});
+    EXPECT_EQ(graph().markers()[0]->value(), 50.0);
+    EXPECT_EQ(other->value(), 80.0);
+}
+
+TEST_F(GraphInteractionTest, ThereAreNoneWithoutAView)
+{
+    try {
+        const GraphInteraction none(nullptr);
+        FAIL() << "expected an exception";
+    } catch (const Exception& exception) {
+        EXPECT_STREQ(exception.what(), "NullView: Gestures are those of a graph view");
+    }
+}
+
 TEST_F(GraphInteractionTest, OfTwoMarkersTheNearerIsTaken)
 {
     graph().placeHorizontalAxisMarkerWithValue(25.0);
@@ -469,12 +540,23 @@ TEST_F(GraphInteractionTest, TheNearestSampleOfEachSeriesIsReadOut)
     EXPECT_EQ(interaction.readoutText(), "x 35, level 5, y 2");
     graph().horizontalAxis()->setLabel("Time");
     EXPECT_EQ(interaction.readoutText(), "Time 35, level 5, y 2");
+    graph().horizontalAxis()->setLabel("");
+    EXPECT_EQ(interaction.abscissaText(), "x 35");
     EXPECT_EQ(interaction.pointerLook(), PointerLook::Crosshair);
     interaction.pointerLeft();
     EXPECT_EQ(interaction.readoutText(), "");
     EXPECT_EQ(interaction.pointerLook(), PointerLook::Plain);
     interaction.pointerMoved({20.0, 90.0});
     EXPECT_FALSE(interaction.valueUnderPointer());
+}
+
+TEST_F(GraphInteractionTest, ASeriesWithoutANearestSampleIsNotReadOut)
+{
+    const LogSinkScope quiet([](std::string_view) {});
+    graph().addGraphData(TOLVGraphData::graphDataWithX(TOLVRealVector::vectorWithComponents({kNaN, kNaN}), TOLVRealVector::vectorWithComponents({2.0F, 3.0F}), Color()));
+    interaction.pointerMoved({120.0, 90.0});
+    EXPECT_EQ(interaction.samplesUnderPointer(), (std::vector<SampleReadout>{{0, "", 40.0F, 5.0F, {130.0, 90.0}}}));
+    EXPECT_EQ(interaction.readoutText(), "x 35, y 5");
 }
 
 // Robustness.

@@ -1,6 +1,7 @@
 #include "GraphSheet.h"
 
 #include "../graph/TOLVGraph.h"
+#include "../platform/foundation/Exception.h"
 #include "LabelMargins.h"
 
 #include <algorithm>
@@ -25,7 +26,11 @@ std::size_t rowsThatFit(double height)
 
 } // namespace
 
-GraphSheet::GraphSheet(std::shared_ptr<TOLVGraph> graph) : m_graph(std::move(graph)) {}
+GraphSheet::GraphSheet(std::shared_ptr<TOLVGraph> graph) : m_graph(std::move(graph))
+{
+    if (!m_graph)
+        throw Exception("NullGraph", "A sheet shows a graph");
+}
 
 void GraphSheet::placeLegend(const Rect& rect, double left, double width)
 {

@@ -1,6 +1,7 @@
 #include "GraphSheet.h"
 
 #include "../graph/TOLVGraph.h"
+#include "../platform/foundation/Exception.h"
 #include "../platform/graphics/CurrentContext.h"
 #include "../platform/graphics/NullContext.h"
 #include "../platform/graphics/RecordingContext.h"
@@ -83,6 +84,16 @@ TEST(GraphSheet, AnySheetIsDrawnWithoutHarm)
     const CurrentContextScope scope(context);
     for (const Rect& rect : {Rect(), Rect(0, 0, 1, 1), Rect(0, 0, -50, -50), Rect(0, 0, 1e9, 10), Rect(-1e9, 1e9, 20, 1e9)})
         sheet.drawInRect(rect);
+}
+
+TEST(GraphSheet, ThereIsNoneWithoutAGraph)
+{
+    try {
+        const GraphSheet sheet(nullptr);
+        FAIL() << "expected an exception";
+    } catch (const Exception& exception) {
+        EXPECT_STREQ(exception.what(), "NullGraph: A sheet shows a graph");
+    }
 }
 
 TEST(GraphSheet, ASheetWhoseHeightIsNoNumberHasALegendOfOneRow)

@@ -26,14 +26,15 @@ public:
     /// The height of one row in points.
     static constexpr double kRowHeight = 14.0;
 
-    /// Sets the entries (copied) in rows of at most the width, in points. There is one row at least. Of more rows than `maximumRows` the last one ends with how many entries are left out.
+    /// Sets the entries (copied; their styles are shared) in rows of at most the width, in points. Of more rows than `maximumRows` (0 counts as 1) the last one ends with how many entries are left out. A width that is NaN, or too small for
+    /// an ellipsis, shortens every name to that.
     LegendRows(const std::vector<LegendEntry>& entries, double width, std::size_t maximumRows);
 
     /// The height of all rows in points; 0 without entries.
     [[nodiscard]] double height() const;
-    /// The number of rows.
+    /// The number of rows; 0 without entries.
     [[nodiscard]] std::size_t rowCount() const { return m_rows.size(); }
-    /// Draws into the current context, the first row at the top of the rectangle (y growing upwards), from its left edge.
+    /// Draws into the current context, the first row at the top of the rectangle (y growing upwards), from its left edge. Nothing is cut off at its other edges.
     void drawInRect(const Rect& rect) const;
 
 private:

@@ -180,6 +180,8 @@ void TOLVGraphView::useFittedMargins()
 
 MarginsOnlyGrow::MarginsOnlyGrow(std::shared_ptr<TOLVGraphView> view) : m_view(std::move(view))
 {
+    if (!m_view)
+        throw Exception("NullView", "Margins are those of a graph view");
     ++m_view->m_growingScopes;
 }
 

@@ -25,7 +25,7 @@ struct TOLVDataSet {
     /// Shared, in data units.
     TOLVGraphData::Samples x;
     TOLVGraphData::Samples y;
-    /// What the series' line is drawn in: see TOLVGraphData::graphDataWithX.
+    /// What the series' line is drawn in. Shared. Without a line style the series has none, whatever the colour; with one it has the style's own colour: see TOLVGraphData::graphDataWithX.
     std::optional<Color> color;
     std::shared_ptr<TOLVLineStyle> lineStyle;
 };
@@ -37,9 +37,9 @@ public:
 
     /// True when both operations are implemented; false unless a subclass says so.
     [[nodiscard]] virtual bool hasDataSets() const { return false; }
-    /// None when not greater than 0.
+    /// How many series there are; none when not greater than 0. 0 unless a subclass says so.
     [[nodiscard]] virtual std::int32_t numberOfDataSetsInPlotView(TOLVGraphView& view);
-    /// The series at a position, from 0.
+    /// The series at a position, from 0 to before that number. An empty one unless a subclass says so.
     [[nodiscard]] virtual TOLVDataSet plotViewDataSetForIndex(TOLVGraphView& view, std::int32_t index);
 };
 
@@ -103,7 +103,7 @@ public:
     // Drawing.
 
     void drawRect(const Rect& dirtyRect) override;
-    /// The background over the bounds and the graph in the rectangle.
+    /// The background over the bounds and the graph in the rectangle (own coordinates), into the current context; nothing without one.
     void drawInRect(const Rect& rect);
 
     // Responding. Gaining and losing the keyboard asks for redisplay.
@@ -119,7 +119,8 @@ public:
 
     /// Puts the view on the general pasteboard as PDF, PostScript and TIFF, and then as EPS, SVG, PNG and the data as tab-separated columns. SVG, PNG and text are made when somebody asks for them,
     /// of a snapshot: they show the graph as it is now. The SVG and the PNG of a view that holds other views are made at once. With the setting "TOLVPlot_UsesFixedCopySize" pictures have the size of the two other settings, as
-    /// a user's document wants it, and (0, 0) where those are missing; the view has its own size again afterwards. The sender is not looked at.
+    /// a user's document wants it, and (0, 0) where those are missing; the view has its own size again afterwards. The sender is not looked at and may be null. Data are
+    /// empty without a document renderer; what it throws passes through, and the pasteboard is then not finished.
     void copy(const View* sender);
     /// Puts the part of the view that lies in the rectangle (own coordinates) as a document on the pasteboard: PDF, EPS under the type of PostScript, or TIFF. The type has to be declared, otherwise nothing happens.
     void writePDFInsideRect(const Rect& rect, Pasteboard& toPasteboard);
@@ -154,7 +155,7 @@ private:
 /// Keeps the margins that a view fits to its labels from becoming smaller for the life of the scope, so that the data area does not go to and fro while something is dragged. Scopes nest. Afterwards a view that fits margins is asked to draw again.
 class TOLV_EXPORT MarginsOnlyGrow {
 public:
-    /// The view is shared and not null.
+    /// The view is shared. Throws Exception "NullView" for null.
     explicit MarginsOnlyGrow(std::shared_ptr<TOLVGraphView> view);
     ~MarginsOnlyGrow();
     MarginsOnlyGrow(const MarginsOnlyGrow&) = delete;

@@ -525,6 +525,11 @@ TEST_F(TOLVGraphViewTest, ACopyFitsItsMarginsToo)
     EXPECT_TRUE(view->copy()->fitsMarginsToLabels());
 }
 
+TEST_F(TOLVGraphViewTest, MarginsOfNoViewAreRefused)
+{
+    EXPECT_EQ(nameOfException([] { const MarginsOnlyGrow none(nullptr); }), "NullView");
+}
+
 TEST_F(TOLVGraphViewTest, MarginsOnlyGrowWhileAScopeLives)
 {
     const auto graph = view->graph();

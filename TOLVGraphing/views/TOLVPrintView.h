@@ -33,7 +33,7 @@ public:
     /// Copied on setting; null for none. Setting asks for redisplay.
     [[nodiscard]] const std::shared_ptr<TOLVGraphView>& plotView() const { return m_plotView; }
     void setPlotView(const std::shared_ptr<const TOLVGraphView>& view);
-    /// The legend of the last layout; null before the first drawing.
+    /// Shared. The legend of the last layout; null before the first drawing.
     [[nodiscard]] const std::shared_ptr<TOLVLegendView>& legendView() const { return m_legendView; }
 
     [[nodiscard]] bool isFlipped() const override { return true; }

@@ -33,7 +33,7 @@ public:
 /// A condition on a parameter was not met. The message is the format with its argument filled in.
 class TOLV_EXPORT AssertionFailure : public std::logic_error {
 public:
-    /// The format has "%@" where the argument goes.
+    /// Copied. The format has "%@" where the argument goes; without one it is the whole message.
     AssertionFailure(std::string format, std::string argument, std::string file, int line);
 
     /// The message with "%@" in the argument's place.
@@ -52,7 +52,7 @@ private:
     int m_line;
 };
 
-/// Stops the program at once: writes the message, if there is one, to the log and aborts. For states that no caller can go on from.
+/// Stops the program at once: writes the message, if there is one, to the log and aborts (std::abort), which nothing can catch. For states that no caller can go on from.
 [[noreturn]] TOLV_EXPORT void stopProgram(const std::string& message = {});
 
 } // namespace TOLVGraphing

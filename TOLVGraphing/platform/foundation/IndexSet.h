@@ -13,7 +13,7 @@ namespace TOLVGraphing {
 /// The index that stands for "not found": the largest signed 64-bit value.
 inline constexpr std::int64_t kNotFoundIndex = std::numeric_limits<std::int64_t>::max();
 
-/// A run of indices.
+/// A run of indices, from `location` to before `location + length`.
 struct IndexRange {
     /// The first index.
     std::uint64_t location = 0;
@@ -31,7 +31,7 @@ public:
     /// In any order; several of one position count once.
     IndexSet(std::initializer_list<std::size_t> indexes);
     explicit IndexSet(std::vector<std::size_t> indexes);
-    /// The consecutive indices from `location` on.
+    /// The consecutive indices from `location` on. Each takes memory: throws what std::vector does for more than there is room for.
     [[nodiscard]] static IndexSet indexSetWithRange(std::size_t location, std::size_t length);
 
     /// True when there are no positions.

@@ -19,8 +19,8 @@ std::string describeArchiveValue(const ArchiveValue& value)
         std::string operator()(std::int64_t) const { return "a whole number"; }
         std::string operator()(double) const { return "a number"; }
         std::string operator()(const std::string&) const { return "a text"; }
-        std::string operator()(const std::shared_ptr<ArchiveObject>& object) const { return "an object of class " + object->className; }
-        std::string operator()(const std::shared_ptr<ArchiveArray>&) const { return "a list"; }
+        std::string operator()(const std::shared_ptr<ArchiveObject>& object) const { return object ? "an object of class " + object->className : "nothing"; }
+        std::string operator()(const std::shared_ptr<ArchiveArray>& list) const { return list ? "a list" : "nothing"; }
     };
     return std::visit(Description{}, value);
 }

@@ -18,7 +18,7 @@ struct ArchiveObject;
 struct ArchiveArray;
 
 /// One value of an archive: nothing, a boolean, a whole number, a double (kept to the last bit), a text in UTF-8, an object or a list.
-/// Objects and lists are shared: one that is reached on several ways is one object again after reading.
+/// Objects and lists are shared: one that is reached on several ways is one object again after reading. One that is null counts as nothing.
 using ArchiveValue = std::variant<std::monostate, bool, std::int64_t, double, std::string, std::shared_ptr<ArchiveObject>, std::shared_ptr<ArchiveArray>>;
 
 /// A list inside an archive.
@@ -36,7 +36,7 @@ struct TOLV_EXPORT ArchiveObject {
     /// In the order written; no key is there twice.
     std::vector<std::pair<std::string, ArchiveValue>> values;
 
-    /// The value under the key, or null when there is none.
+    /// The value under the key, or null when there is none; valid until the values change. An absent key and "nothing" under a key differ here.
     [[nodiscard]] const ArchiveValue* find(std::string_view key) const;
 };
 

@@ -31,6 +31,8 @@ TEST(KeyedArchive, DescribesEveryKindOfValue)
         {std::string("1"), "a text"},
         {object, "an object of class TOLVMarker"},
         {std::make_shared<ArchiveArray>(), "a list"},
+        {std::shared_ptr<ArchiveObject>(), "nothing"},
+        {std::shared_ptr<ArchiveArray>(), "nothing"},
     };
     for (const auto& one : cases)
         EXPECT_EQ(describeArchiveValue(one.value), one.expected);

@@ -22,6 +22,14 @@ ClassRegistry& classRegistry()
     return registry;
 }
 
+/// Objects and lists that are null are nothing too.
+bool isNothing(const ArchiveValue& value)
+{
+    const auto* object = std::get_if<std::shared_ptr<ArchiveObject>>(&value);
+    const auto* list = std::get_if<std::shared_ptr<ArchiveArray>>(&value);
+    return std::holds_alternative<std::monostate>(value) || (object && !*object) || (list && !*list);
+}
+
 std::optional<KeyedUnarchiver::Factory> factoryFor(const ArchiveObject& object)
 {
     ClassRegistry& registry = classRegistry();
@@ -143,7 +151,7 @@ std::shared_ptr<Codable> KeyedUnarchiver::unarchive(const std::shared_ptr<Archiv
 const ArchiveValue* KeyedUnarchiver::value(std::string_view key) const
 {
     const ArchiveValue* found = m_source.find(key);
-    return found && !std::holds_alternative<std::monostate>(*found) ? found : nullptr;
+    return found && !isNothing(*found) ? found : nullptr;
 }
 
 void KeyedUnarchiver::throwUnexpected(const ArchiveValue& found, std::string_view key, std::string_view expected) const
@@ -232,7 +240,7 @@ std::optional<std::vector<std::shared_ptr<Codable>>> KeyedUnarchiver::decodeAnyO
     std::vector<std::shared_ptr<Codable>> objects;
     for (const ArchiveValue& element : (*array)->elements) {
         const auto* object = std::get_if<std::shared_ptr<ArchiveObject>>(&element);
-        if (!object)
+        if (!object || isNothing(element))
             throwUnexpected(element, key, "a list of " + std::string(expected));
         if (auto made = unarchive(*object, m_reading))
             objects.push_back(std::move(made));

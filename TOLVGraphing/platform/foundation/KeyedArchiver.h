@@ -18,7 +18,8 @@ namespace TOLVGraphing {
 class KeyedArchiver;
 class KeyedUnarchiver;
 
-/// An object that can be written to a keyed archive. Reading goes through a factory registered under the class name (ArchiveClassRegistration).
+/// An object that can be written to a keyed archive. Reading goes through a factory registered under the class name (ArchiveClassRegistration): mostly the class's static `initWithCoder`. Those pass over keys that they do not know and throw
+/// ArchiveError for values of another kind.
 class TOLV_EXPORT Codable {
 public:
     virtual ~Codable();
@@ -27,7 +28,7 @@ public:
     [[nodiscard]] virtual std::string archiveClassName() const = 0;
     /// The names of the base classes, nearest first, without the root class.
     [[nodiscard]] virtual std::vector<std::string> archiveBaseClassNames() const { return {}; }
-    /// Writes what the object has under keys of its own.
+    /// Writes what the object has under keys of its own. What it throws leaves the archiving.
     virtual void encodeWithCoder(KeyedArchiver& coder) const = 0;
 };
 
@@ -35,7 +36,7 @@ public:
 /// An object that is encoded several times is stored once.
 class TOLV_EXPORT KeyedArchiver {
 public:
-    /// Encodes the object and everything that it reaches. Throws ArchiveError when an object contains itself.
+    /// Encodes the object and everything that it reaches. Throws ArchiveError when an object contains itself or lies deeper than 256 objects in others. Never null.
     [[nodiscard]] static std::shared_ptr<ArchiveObject> archivedObject(const Codable& root);
 
     /// Stores a value (copied) under the key, in place of what was there. A double keeps its bits, NaN and infinities included; texts are UTF-8.
@@ -46,7 +47,7 @@ public:
     /// Null stores "nothing" under the key, which reads back as an absent value. Objects are told apart by their address, so each has to live until the root
     /// has been archived: a copy made for the occasion would be taken for the next one at its place.
     void encodeObject(const Codable* object, std::string_view key);
-    /// Stores the list; nulls in it are left out.
+    /// Stores the list; nulls in it are left out, and an empty list is stored as one. Addresses count as for `encodeObject`.
     void encodeObjects(const std::vector<std::shared_ptr<const Codable>>& objects, std::string_view key);
 
 private:
@@ -62,7 +63,7 @@ private:
 };
 
 /// Gives the values of one archived object back. A key that is absent, or that holds nothing, answers nothing; a value of the wrong kind throws ArchiveError.
-/// Whole numbers and doubles stand in for each other where the value is exact.
+/// Numbers stand in for each other: a whole number is read as a double (rounded beyond 2^53), a double without fraction below 9.2e18 as a whole number, a boolean as 1 or 0, and a whole number as a boolean (0 is false).
 class TOLV_EXPORT KeyedUnarchiver {
 public:
     /// How an object is made from its archived values; null when the values make none.
@@ -100,7 +101,7 @@ public:
         return objects;
     }
 
-    /// Registers how objects of a class are made, for the whole process; the last registration of a name holds. Safe to call from any thread.
+    /// Registers how objects of a class are made, for the whole process; the last registration of a name holds. The factory (copied) may not be empty, and what it throws leaves the reading. Safe to call from any thread.
     static void registerClass(const std::string& className, Factory factory);
 
 private:

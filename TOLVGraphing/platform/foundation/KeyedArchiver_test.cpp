@@ -193,6 +193,21 @@ TEST(KeyedUnarchiver, AbsentKeysAnswerNothing)
     EXPECT_EQ(read->text, "absent");
 }
 
+TEST(KeyedUnarchiver, ObjectsAndListsThatAreNullAreNothing)
+{
+    auto branch = std::make_shared<ArchiveObject>();
+    branch->className = "TestBranch";
+    branch->values = {{"left", std::shared_ptr<ArchiveObject>()}, {"list", std::shared_ptr<ArchiveArray>()}};
+    const auto read = std::dynamic_pointer_cast<Branch>(KeyedUnarchiver::unarchivedObject(branch));
+    ASSERT_TRUE(read);
+    EXPECT_FALSE(read->left);
+    EXPECT_TRUE(read->list.empty());
+    auto list = std::make_shared<ArchiveArray>();
+    list->elements = {leafObject({}), std::shared_ptr<ArchiveObject>()};
+    branch->values = {{"list", list}};
+    EXPECT_EQ(errorOfReading(branch), "TestBranch \"list\": found nothing, expected a list of leaves");
+}
+
 TEST(KeyedUnarchiver, NumbersStandInForEachOtherWhereTheyAreExact)
 {
     const struct {

@@ -45,8 +45,8 @@ enum class InitialDelivery : std::uint8_t {
 
 /// An object that announces changes of its properties by name.
 ///
-/// Every setter announces, also when the value set equals the old one. A change that is begun and not finished announces nothing. The order among observers is
-/// not defined; an observer may subscribe or unsubscribe others, and may end this object, while it is told. Used from one thread at a time.
+/// Every setter announces, also when the value set equals the old one. A change that is begun and not finished announces nothing, and neither does one that was begun while nobody observed. The order among observers is
+/// not defined; an observer may subscribe or unsubscribe others, and may end this object, while it is told. What an observer throws leaves the setter, whose value is set by then; the observers after it are not told. Used from one thread at a time.
 class TOLV_EXPORT Observable {
 public:
     /// What is called after a change.
@@ -59,16 +59,16 @@ public:
     Observable(const Observable&);
     Observable& operator=(const Observable&);
 
-    /// Calls the observer (copied) after each change of the property until it is removed or this object ends.
+    /// Calls the observer (copied, not empty) after each change of the property until it is removed or this object ends. Any name will do; one that no property has is never announced. The token is never 0.
     ObserverToken addObserver(std::string_view key, Observer observer, InitialDelivery initial = InitialDelivery::No);
-    /// Throws Exception "UnknownObserver" when the token is not (or no longer) subscribed.
+    /// Nobody is told by that subscription any more, also of a change that is being announced. Throws Exception "UnknownObserver" when the token is not (or no longer) subscribed.
     void removeObserver(ObserverToken token);
 
     /// The properties whose changes also change `key`; none unless a subclass says so.
     [[nodiscard]] virtual std::vector<std::string> keysAffectingValueOfKey(std::string_view key) const;
 
     /// Begins, or ends, a change of a property; setters call them, and so do owners that change a derived property.
-    /// Pairs may nest, and each announces. An end without a beginning announces nothing, a beginning without an end leaves later pairs as they are.
+    /// Pairs may nest, and each announces. An end without a beginning announces nothing, a beginning without an end leaves later pairs as they are. Observers are given the kind and the positions that the end has.
     void willChangeValueForKey(std::string_view key);
     void didChangeValueForKey(std::string_view key);
     void willChange(ChangeKind kind, const IndexSet& indexes, std::string_view key);

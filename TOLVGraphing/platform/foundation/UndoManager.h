@@ -22,7 +22,7 @@ public:
     UndoManager(const UndoManager&) = delete;
     UndoManager& operator=(const UndoManager&) = delete;
 
-    /// Records the inverse of an edit that is about to happen. `operation` must not keep the target alive.
+    /// Records the inverse of an edit that is about to happen. `operation` (copied, not empty) must not keep the target alive. A target that is null or gone leaves a step that does nothing.
     void registerUndoWithTarget(std::weak_ptr<const void> target, Operation operation);
 
     /// Collect the registrations up to the matching end as one step. Groups nest; an empty group leaves no step.
@@ -30,7 +30,7 @@ public:
     /// Throws Exception "UndoGrouping" when no group is open.
     void endUndoGrouping();
 
-    /// True when there is a step to take back, or to do again.
+    /// True when there is a step to take back, or to do again. What an open group collects is none yet.
     [[nodiscard]] bool canUndo() const;
     [[nodiscard]] bool canRedo() const;
     /// Takes the last step back, all of its operations in reverse order. Does nothing when there is none. What an operation throws passes through; what was undone until then can be redone. Throws Exception "UndoGrouping" while a group is open.
@@ -42,7 +42,7 @@ public:
     [[nodiscard]] bool isRedoing() const { return m_phase == Phase::Redoing; }
     /// Forgets all steps, also those collected in open groups.
     void removeAllActions();
-    /// The most steps kept; 0, the default, keeps all. The oldest go first.
+    /// The most steps kept, of those to undo and of those to redo each; 0, the default, keeps all. The oldest go first.
     void setLevelsOfUndo(std::size_t levels);
 
 private:

@@ -10,7 +10,7 @@
 
 namespace TOLVGraphing {
 
-/// The settings that a user has made, by name. A name that is not there reads as false, 0 or nothing; the library itself registers none. Used from one thread.
+/// The settings that a user has made, by name (in UTF-8, not empty). A name that is not there reads as false, 0 or nothing; the library itself registers none. Used from one thread.
 class TOLV_EXPORT UserDefaults {
 public:
     virtual ~UserDefaults();
@@ -19,7 +19,7 @@ public:
     [[nodiscard]] virtual bool boolForKey(std::string_view key) const = 0;
     [[nodiscard]] virtual std::int64_t integerForKey(std::string_view key) const = 0;
     [[nodiscard]] virtual std::string stringForKey(std::string_view key) const = 0;
-    /// Keeps the setting (copied) under the name, in place of what it was.
+    /// Keeps the setting (copied) under the name, in place of what it was. A store in a file may throw when it cannot be written.
     virtual void setBool(bool value, std::string_view key) = 0;
     virtual void setInteger(std::int64_t value, std::string_view key) = 0;
     virtual void setString(const std::string& value, std::string_view key) = 0;
@@ -30,8 +30,8 @@ public:
     static void setStandardUserDefaults(std::shared_ptr<UserDefaults> defaults);
 };
 
-/// Settings that last as long as this object. Each is kept as the text that a settings file would have: "true", "false", digits. Texts that are no number read as 0, and what is neither "true", "yes" nor a number
-/// other than 0 as false.
+/// Settings that last as long as this object. Each is kept as the text that a settings file would have: "true", "false", digits. Texts that are no whole decimal number of 64 bits, without blanks and plus sign, read as 0, and what is neither "true", "yes" (in
+/// lower case) nor such a number other than 0 as false. Throws nothing.
 class TOLV_EXPORT MemoryUserDefaults : public UserDefaults {
 public:
     [[nodiscard]] bool boolForKey(std::string_view key) const override;

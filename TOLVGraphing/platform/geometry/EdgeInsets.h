@@ -6,7 +6,7 @@
 
 namespace TOLVGraphing {
 
-/// Four distances inwards from the edges of a rectangle, in points. Negative ones point outwards. The top is the edge with the larger y where y grows upwards.
+/// Four distances inwards from the edges of a rectangle, in points. Negative ones point outwards; together they may exceed the rectangle, which then has a negative size. The top is the edge with the larger y where y grows upwards.
 struct EdgeInsets {
     /// From this edge, in points.
     double top = 0.0;

@@ -8,7 +8,7 @@
 namespace TOLVGraphing {
 
 /// A rectangle in points: its origin is the corner with the smallest coordinates while the size is positive, that is the
-/// lower-left corner where y grows upwards (the upper-left one in a flipped view). Sizes may be negative; nothing is normalised. Double precision; all zero by default.
+/// lower-left corner where y grows upwards (the upper-left one in a flipped view). Sizes may be negative; nothing is normalised. Double precision; all zero by default. Any numbers will do, and nothing throws.
 struct Rect {
     /// The corner with the smallest coordinates.
     Point origin;
@@ -39,17 +39,17 @@ struct Rect {
 };
 
 /// The smallest rectangle with whole coordinates around r: left floor(x), bottom floor(y), right ceil(x + width), top ceil(y + height).
-/// An empty or negative rectangle gives the zero rectangle.
+/// An empty or negative rectangle gives the zero rectangle; an origin that is NaN stays so.
 [[nodiscard]] TOLV_EXPORT Rect integralRect(const Rect& r);
 /// (x + dx, y + dy, width - 2 dx, height - 2 dy), as computed: the size may become negative.
 [[nodiscard]] TOLV_EXPORT Rect insetRect(const Rect& r, double dx, double dy);
 /// The rectangle moved by (dx, dy).
 [[nodiscard]] TOLV_EXPORT Rect offsetRect(const Rect& r, double dx, double dy);
-/// The common area; rectangles that are disjoint or only touch give the zero rectangle.
+/// The common area; rectangles that do not intersect (see `intersectsRect`) give the zero rectangle.
 [[nodiscard]] TOLV_EXPORT Rect intersectionRect(const Rect& a, const Rect& b);
-/// True when the interiors overlap with positive area. Rectangles that only touch, and empty ones, intersect nothing.
+/// True when the interiors overlap with positive area. Rectangles that only touch, empty ones, and those with NaN, intersect nothing.
 [[nodiscard]] TOLV_EXPORT bool intersectsRect(const Rect& a, const Rect& b);
-/// The smallest rectangle around both; an empty one is left out.
+/// The smallest rectangle around both; an empty one is left out, and of two empty ones b is the answer as it is.
 [[nodiscard]] TOLV_EXPORT Rect unionRect(const Rect& a, const Rect& b);
 
 /// "(x, y, width, height)", digits as for a point.

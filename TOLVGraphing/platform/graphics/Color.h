@@ -17,7 +17,7 @@ public:
 
     /// The same as the constructor.
     [[nodiscard]] static Color colorWithRed(double red, double green, double blue, double alpha) { return {red, green, blue, alpha}; }
-    /// A grey whose three components are `white`.
+    /// A grey whose three components are `white`, from 0 for black to 1.
     [[nodiscard]] static Color colorWithWhite(double white, double alpha = 1.0) { return {white, white, white, alpha}; }
     /// Opaque.
     [[nodiscard]] static Color blackColor() { return {0.0, 0.0, 0.0, 1.0}; }
@@ -42,9 +42,9 @@ public:
 
     /// Makes this the fill and the stroke colour of the current drawing context; does nothing without one.
     void set() const;
-    /// Makes this the fill colour of the current drawing context.
+    /// Makes this the fill colour of the current drawing context; does nothing without one.
     void setFill() const;
-    /// Makes this the stroke colour of the current drawing context.
+    /// Makes this the stroke colour of the current drawing context; does nothing without one.
     void setStroke() const;
 
     friend bool operator==(const Color&, const Color&) = default;

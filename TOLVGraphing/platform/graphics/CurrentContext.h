@@ -6,11 +6,11 @@ namespace TOLVGraphing {
 
 class DrawingContext;
 
-/// The drawing context that strategies, axes and labels draw into on this thread, or null when there is none (they then draw nothing).
+/// The drawing context that strategies, axes and labels draw into on this thread, or null when there is none (they then draw nothing). Not owned by the caller; valid while its scope lasts.
 [[nodiscard]] TOLV_EXPORT DrawingContext* currentContext();
 
 /// Makes a context the current one of this thread for the life of the scope and restores the former one afterwards. Scopes nest.
-/// The context is not owned and has to outlive the scope.
+/// The context is not owned and has to outlive the scope, which ends on the thread that began it, before those that began before it.
 class TOLV_EXPORT CurrentContextScope {
 public:
     /// Makes the context the current one, with coordinates that are not flipped.

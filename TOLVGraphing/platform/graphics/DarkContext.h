@@ -22,10 +22,10 @@ namespace TOLVGraphing {
 /// The target is not owned and has to be in its initial state, whose black this object replaces at once.
 class TOLV_EXPORT DarkContext final : public ForwardingContext {
 public:
-    /// The background is copied.
+    /// The target has to outlive this object. The background is copied; it is painted opaque, whatever its alpha.
     explicit DarkContext(DrawingContext& target, const Color& background = darkBackgroundColor());
 
-    /// The colour that white becomes. Filling the ground with it is the host's part.
+    /// The colour that white becomes, with components limited to 0...1 and opaque. Filling the ground with it is the host's part.
     [[nodiscard]] const Color& background() const { return m_background; }
 
     void setFillColor(const std::optional<Color>& color) override;

@@ -36,7 +36,8 @@ enum class LineJoin : std::uint8_t {
 /// restored as a whole; the current path is not part of it. A colour that is absent paints black, the state every context starts with.
 ///
 /// The current path collects what `addPath` and `addRect` give it, in the coordinates in force when it is painted, and is empty again after a fill, stroke or
-/// clip. Everything else draws at once. Non-finite points in a path are the caller's to avoid: backends skip elements that have them.
+/// clip. Everything else draws at once. Non-finite points in a path are the caller's to avoid: backends skip elements that have them. Nothing here throws
+/// but what a function given to it does.
 ///
 /// A backend implements the pure operations; one context is used by one thread at a time.
 class TOLV_EXPORT DrawingContext {
@@ -53,21 +54,21 @@ public:
     virtual void saveState() = 0;
     /// Returns to the last saved state; with none saved nothing happens.
     virtual void restoreState() = 0;
-    /// Applies the transform before the ones in force.
+    /// Applies the transform before the ones in force. With one that has no inverse or is not finite nothing is painted until the state is restored.
     virtual void concatenateTransform(const AffineTransform& transform) = 0;
-    /// Intersects the clip with the path's inside.
+    /// Intersects the clip with the path's inside; with an empty path nothing is painted until the state is restored.
     virtual void clipToPath(const Path& path, FillRule rule) = 0;
-    /// What areas and lines are painted in from now on; nothing paints black.
+    /// What areas, and lines, are painted in from now on; nothing paints black. Components are limited to 0...1 as by Color::clamped.
     virtual void setFillColor(const std::optional<Color>& color) = 0;
     virtual void setStrokeColor(const std::optional<Color>& color) = 0;
-    /// In the coordinates that are in force when a line is stroked.
+    /// In the coordinates that are in force when a line is stroked. With a width that is not finite and above 0 strokes paint nothing.
     virtual void setLineWidth(double width) = 0;
-    /// Lengths as for the width; an empty pattern gives solid lines.
+    /// Lengths as for the width; an empty pattern gives solid lines, and so does one that is none (see LineDash).
     virtual void setLineDash(const LineDash& dash) = 0;
     /// How lines end and how their segments meet.
     virtual void setLineCap(LineCap cap) = 0;
     virtual void setLineJoin(LineJoin join) = 0;
-    /// The largest ratio of a miter's length to the line's width; beyond it segments meet in a bevel.
+    /// The largest ratio of a miter's length to the line's width; beyond it segments meet in a bevel. Less than 1 counts as 1, what is not finite as 10.
     virtual void setMiterLimit(double limit) = 0;
 
     // Painting.
@@ -76,7 +77,8 @@ public:
     virtual void drawFilledPath(const Path& path, FillRule rule) = 0;
     /// Strokes the path in the stroke colour with the context's own width and dash; those of the path are not consulted (Path::stroke applies them).
     virtual void drawStrokedPath(const Path& path) = 0;
-    /// Draws the text with its own attributes; `origin` is the lower-left corner of its line box. The clip and the transform hold, the fill colour does not.
+    /// Draws the text with its own attributes; `origin` is the lower-left corner of its line box (of all lines). The clip and the transform hold, the fill colour does not.
+    /// Coordinates that are flipped are the caller's to turn back: AttributedString::drawAtPoint does so.
     virtual void drawText(const AttributedString& text, Point origin) = 0;
 
     // Repeats of one shape.
@@ -98,7 +100,7 @@ public:
 
     // Conveniences over the operations above.
 
-    /// Saves the state, runs the drawing with this context and restores the state, also when the drawing throws.
+    /// Saves the state, runs the drawing (not empty) with this context and restores the state, also when the drawing throws, which passes through. The context does not become the current one.
     void inIsolatedContext(const std::function<void(DrawingContext&)>& drawing);
     /// Adds to the current path.
     void addPath(const Path& path);

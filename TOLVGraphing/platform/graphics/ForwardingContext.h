@@ -9,7 +9,7 @@ namespace TOLVGraphing {
 /// A context that changes filled or stroked paths has to do the same to repeats.
 class TOLV_EXPORT ForwardingContext : public DrawingContext {
 public:
-    /// Draws into the target.
+    /// Draws into the target, whose state and path stay as they are.
     explicit ForwardingContext(DrawingContext& target) : m_target(target) {}
 
     void saveState() override { m_target.saveState(); }

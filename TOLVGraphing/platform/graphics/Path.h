@@ -22,17 +22,18 @@ enum class FillRule : std::uint8_t {
     EvenOdd, ///< those from which a ray crosses the path an odd number of times
 };
 
-/// A dash pattern: painted length, gap, painted length, gap, ... in points, starting `phase` points into the pattern. Empty means solid.
+/// A dash pattern: painted length, gap, painted length, gap, ... in points, starting `phase` points into the pattern. Empty means solid, as does a pattern with a length that is negative or not finite, or with none above 0. An odd number of
+/// lengths is gone through twice, so that what was painted is a gap the second time.
 struct LineDash {
     /// In points.
     std::vector<double> lengths;
-    /// Where in the pattern a line starts, in points.
+    /// Where in the pattern a line starts, in points: any number, 0 where it is not finite.
     double phase = 0.0;
 
     friend bool operator==(const LineDash&, const LineDash&) = default;
 };
 
-/// A path of straight and cubic segments in the coordinates of whatever it is drawn into. A value: copies are independent.
+/// A path of straight and cubic segments in the coordinates of whatever it is drawn into. A value: copies are independent. Any numbers will do: points are kept as they are given, and contexts skip elements with coordinates that are not finite.
 ///
 /// A path may carry a line width and a dash of its own, which then hold for its own `stroke()` in place of the context's.
 class TOLV_EXPORT Path {
@@ -48,11 +49,11 @@ public:
     /// Without elements, width and dash.
     Path() = default;
 
-    /// A rectangle, counter-clockwise from its origin where y grows upwards, closed.
+    /// A rectangle, counter-clockwise from its origin where y grows upwards, closed. A negative size runs the other way.
     [[nodiscard]] static Path pathWithRect(const Rect& rect);
-    /// A rectangle with rounded corners; the radii are limited to half the width and half the height.
+    /// A rectangle with rounded corners (radii in points); the radii are limited to half the width and half the height, from above only: callers pass none below 0 and no negative size.
     [[nodiscard]] static Path pathWithRoundedRect(const Rect& rect, double xRadius, double yRadius);
-    /// The ellipse that touches the rectangle's sides.
+    /// The ellipse that touches the rectangle's sides, of four cubic segments, closed.
     [[nodiscard]] static Path pathWithOvalInRect(const Rect& rect);
 
     // Building. Each operation takes an optional transform that is applied to its points first (null means none).
@@ -66,7 +67,7 @@ public:
     void addLineToPoint(Point point, const AffineTransform* withTransform = nullptr);
     /// A cubic Bezier segment with two control points; on an empty path it starts at its first control point.
     void addCurveToPoint(Point end, Point control1, Point control2, const AffineTransform* withTransform = nullptr);
-    /// Closes the subpath with a line to where it started.
+    /// Closes the subpath with a line to where it started, from where the path goes on; does nothing on an empty path.
     void closeSubpath();
     /// Appends a rectangle as `pathWithRect` makes it.
     void addRect(const Rect& rect, const AffineTransform* withTransform = nullptr);
@@ -76,18 +77,19 @@ public:
     void transformUsingAffineTransform(const AffineTransform& transform);
     /// Removes all elements and keeps the memory.
     void removeAllPoints();
-    /// Makes room for this many line or move elements.
+    /// Makes room for this many line or move elements. Throws what std::vector does for more than there can be.
     void reserve(std::size_t elements);
 
     // Reading.
 
     /// True when there are no elements.
     [[nodiscard]] bool isEmpty() const { return m_verbs.empty(); }
-    /// The elements' kinds in order.
+    /// The elements' kinds in order; valid until the path changes. The first one is always a move.
     [[nodiscard]] std::span<const Verb> verbs() const { return m_verbs; }
-    /// The elements' points in order: one for a move or a line, three for a curve (control 1, control 2, end), none for a close.
+    /// The elements' points in order: one for a move or a line, three for a curve (control 1, control 2, end), none for a close. Valid until the path changes.
     [[nodiscard]] std::span<const Point> points() const { return m_points; }
-    /// The smallest rectangle around the drawn shape itself (not around control points, not widened by the line). An empty path gives the zero rectangle.
+    /// The smallest rectangle around the drawn shape itself (not around control points, not widened by the line). An empty path gives the zero rectangle. Coordinates that are NaN are passed
+    /// over unless they are the first point's.
     [[nodiscard]] Rect bounds() const;
 
     // The path's own stroke settings.

@@ -7,7 +7,7 @@
 
 namespace TOLVGraphing {
 
-/// The points that a path goes through, in order: that of each move and line and the end of each curve. Closing adds none.
+/// The points that a path goes through, in order and as they are: that of each move and line and the end of each curve. Closing adds none.
 [[nodiscard]] TOLV_EXPORT std::vector<Point> onPathPoints(const Path& path);
 
 } // namespace TOLVGraphing

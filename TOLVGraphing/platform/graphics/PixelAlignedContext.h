@@ -23,7 +23,7 @@ namespace TOLVGraphing {
 /// The target is not owned and has to be in its initial state: the origin of its coordinates is the lower-left corner of a pixel. Only what is drawn through this object is known to it.
 class TOLV_EXPORT PixelAlignedContext final : public ForwardingContext {
 public:
-    /// Any ratio: 1, 1.25, 1.5, 2, ... With one that is not finite and above zero everything passes unchanged.
+    /// The target has to outlive this object. Any ratio: 1, 1.25, 1.5, 2, ... With one that is not finite and above zero everything passes unchanged.
     PixelAlignedContext(DrawingContext& target, double pixelsPerPoint);
 
     /// As it was given.

@@ -12,7 +12,7 @@ namespace TOLVGraphing {
 ///
 /// Lines: "save", "restore", "transform [a b c d tx ty]", "clip PATH", "eoclip PATH", "fillColor (r, g, b, a)", "strokeColor none", "lineWidth 1",
 /// "lineDash 0 [5, 2]", "lineCap round", "lineJoin bevel", "miterLimit 10", "fill PATH", "eofill PATH", "stroke PATH",
-/// "text "Tj" HelveticaNeue 12 (0, 0, 0, 1) at (x, y)". Numbers have the shortest digits that give them back.
+/// "text "Tj" HelveticaNeue 12 (0, 0, 0, 1) at (x, y)". Numbers have the shortest digits that give them back; those that are not finite read "nan", "inf" and "-inf". Texts stand as they are: a newline in one, or a quotation mark, is not marked.
 class TOLV_EXPORT RecordingContext final : public DrawingContext {
 public:
     void saveState() override;

@@ -21,6 +21,9 @@ std::optional<std::string> DayDateFormatter::stringFromNumber(double number) con
         return NumberFormatter::stringFromNumber(number);
     const double minutes = std::round(number * kMinutesPerDay);
     const double day = std::floor(minutes / kMinutesPerDay);
+    // The last half minute is rounded to a day that is outside.
+    if (day > kLastDay)
+        return NumberFormatter::stringFromNumber(number);
     const int minuteOfDay = static_cast<int>(minutes - day * kMinutesPerDay);
     const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{static_cast<int>(day)}}};
     char text[48];

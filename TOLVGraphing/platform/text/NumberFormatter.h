@@ -23,9 +23,10 @@ public:
     /// The most digits behind the point that the decimal style writes.
     [[nodiscard]] int maximumFractionDigits() const { return m_maximumFractionDigits; }
 
-    /// The number's text, or nothing when this formatter has none for it. Single-precision values are widened by the caller.
+    /// The number's text in UTF-8, or nothing when this formatter has none for it; the decimal style has one for every number. Single-precision values are widened by the caller. May be asked from several threads, unless a
+    /// subclass says otherwise.
     [[nodiscard]] virtual std::optional<std::string> stringFromNumber(double number) const;
-    /// An equal, independent formatter of the same class.
+    /// An equal, independent formatter of the same class. Every subclass overrides it: axes keep copies, and the base's own would write the decimal style.
     [[nodiscard]] virtual std::shared_ptr<NumberFormatter> copy() const;
 
 private:

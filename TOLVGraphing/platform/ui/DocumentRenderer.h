@@ -18,8 +18,8 @@ class TOLV_EXPORT DocumentRenderer {
 public:
     virtual ~DocumentRenderer();
 
-    /// Runs the drawing with a context whose origin is the lower-left corner of a page of the size (points), y growing upwards, and answers the document's bytes. The page of an image is white. May throw what the desktop's
-    /// writers throw for pages that they cannot make.
+    /// Runs the drawing with a context whose origin is the lower-left corner of a page of the size (points), y growing upwards, and answers the document's bytes. The page of an image is white, with two pixels a point. Throws what
+    /// the drawing does, and what the desktop's writers throw for pages that they cannot make: sizes that are empty, too large or not finite. Runs on the caller's thread; renderers are safe to ask from several.
     [[nodiscard]] virtual std::vector<std::byte> render(OutputKind kind, const Size& size, const std::function<void(DrawingContext&)>& drawing) const = 0;
 };
 

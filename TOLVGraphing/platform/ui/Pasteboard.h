@@ -30,13 +30,14 @@ public:
 
     virtual ~Pasteboard();
 
-    /// Begins new contents with these types, in this order and without data; what was there is gone.
+    /// Begins new contents with these types, in this order and without data; what was there is gone. Of several equal ones the first counts.
     virtual void declareTypes(const std::vector<std::string>& types) = 0;
     /// Adds types behind the declared ones. Types that are there stay where they are.
     virtual void addTypes(const std::vector<std::string>& types) = 0;
     /// Sets the data (copied) of a declared type; false for a type that is not declared.
     virtual bool setDataForType(Data data, std::string_view type) = 0;
-    /// Sets where the data of a declared type come from when somebody asks for them, which may be never; false for a type that is not declared. The function is called at most once.
+    /// Sets where the data of a declared type come from when somebody asks for them, which may be never; false for a type that is not declared. The function (copied; empty for none)
+    /// is called at most once.
     virtual bool setProviderForType(std::function<Data()> provider, std::string_view type) = 0;
     /// All data are there: a host hands them to the desktop now. Contents that are declared and not finished may never be seen.
     virtual void finish() {}
@@ -57,7 +58,7 @@ public:
 
     /// The declared types in order.
     [[nodiscard]] const std::vector<std::string>& types() const { return m_types; }
-    /// The data of a type, fetched from its provider if need be; nothing when there are none.
+    /// The data of a type, fetched from its provider if need be; nothing when there are none. What a provider throws passes through, and it is not asked again.
     [[nodiscard]] std::optional<Data> dataForType(std::string_view type);
 
 private:

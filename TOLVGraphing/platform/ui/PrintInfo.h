@@ -7,7 +7,7 @@
 
 namespace TOLVGraphing {
 
-/// The settings of a print job. Lengths are points, 1/72 inch. A value.
+/// The settings of a print job. Lengths are points, 1/72 inch. A value; nothing is enforced: where the margins leave no room nothing is printed.
 struct PrintInfo {
     /// The sheet as it is printed: wider than high for landscape. A4 in portrait by default.
     Size paperSize{595.0, 842.0};
@@ -16,7 +16,7 @@ struct PrintInfo {
     double rightMargin = 72.0;
     double topMargin = 90.0;
     double bottomMargin = 90.0;
-    /// What the print queue shows.
+    /// What the print queue shows, in UTF-8.
     std::string jobTitle = "Graph";
     /// How many copies are printed.
     int copies = 1;

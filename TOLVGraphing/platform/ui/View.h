@@ -29,7 +29,8 @@ struct UserInterfaceItem {
 /// `setRedisplayHandler` for when to.
 ///
 /// A view's frame is in the coordinates of the view that holds it, its bounds in its own: the frame's size at an origin that is (0, 0) unless it is set. Coordinates are points; y grows upwards, in a flipped view downwards from
-/// the upper edge. Views live in shared_ptrs; a view owns its subviews and is referred to weakly by them. Used from one thread.
+/// the upper edge. Views live in shared_ptrs (in any other, what takes or gives up subviews throws std::bad_weak_ptr); a view owns its subviews and is referred to weakly by them. Any frame will do: an empty one, or one that is not finite, shows
+/// nothing. Used from one thread.
 class TOLV_EXPORT View : public Observable, public std::enable_shared_from_this<View> {
 public:
     /// A view without subviews that needs display; the frame is in the coordinates of the view that will hold it.
@@ -69,14 +70,16 @@ public:
     [[nodiscard]] bool needsDisplay() const { return m_needsDisplay; }
     /// Asks for redisplay of the whole view. Requests are collected: the handler of the outermost view is called for the first one after a display and not again until the next.
     void setNeedsDisplay();
-    /// Called when this view, or one in it, asks for redisplay; of a view that another one holds it is not called. Empty for none. A new handler is told of the next request, whatever the former one was told; what was
+    /// Copied. Called when this view, or one in it, asks for redisplay; of a view that another one holds it is not called. Empty for none. What it throws leaves the setter that asked.
+    /// A new handler is told of the next request, whatever the former one was told; what was
     /// requested before, `needsDisplay` tells.
     void setRedisplayHandler(std::function<void()> handler);
-    /// Draws the view and its subviews, each clipped to its bounds, into the context, whose origin is the lower-left corner of this view and whose y grows upwards. The context is the current one meanwhile.
+    /// Draws the view and its subviews, each clipped to its bounds, into the context, whose origin is the lower-left corner of this view and whose y grows upwards. The context is the current one meanwhile
+    /// and has its former state afterwards, also when something throws. Nothing is drawn of a frame without area.
     void displayInContext(DrawingContext& context);
     /// The same for a part in the view's own coordinates: only that part is asked of `drawRect` and painted. Subviews that the part touches draw themselves whole, cut off at its edges; the others are left out.
     void displayInContext(DrawingContext& context, const Rect& dirtyRect);
-    /// Draws the view's own contents into the current context in its own coordinates; nothing unless a subclass does. The rectangle is the part that has to be painted.
+    /// Draws the view's own contents into the current context in its own coordinates; nothing unless a subclass does. The rectangle is the part that has to be painted, never empty and within the bounds when a display asks.
     virtual void drawRect(const Rect& dirtyRect);
 
     // Responding.
@@ -94,7 +97,7 @@ public:
     /// What becomes of nothing set for a property that is no object: the base throws Exception "NilValue".
     virtual void setNilValueForKey(std::string_view key);
 
-    // Documents, through the document renderer of the process; empty without one, and for a rectangle without area. Requests for redisplay stay as they are.
+    // Documents, through the document renderer of the process; empty without one, and for a rectangle without area or that is not finite. Requests for redisplay stay as they are. What renderer and drawing throw passes through.
 
     /// The part of the view that lies in the rectangle (own coordinates), drawn as a document of its size: the bytes of a PDF or EPS file.
     [[nodiscard]] std::vector<std::byte> dataWithPDFInsideRect(const Rect& rect);
