@@ -7,13 +7,13 @@
 #include <tests/desktop/ExampleView.h>
 #include <tests/desktop/FaultyPrintServer.h>
 #include <tests/desktop/PrivatePrintServer.h>
+#include <tests/support/TextLines.h>
 
 #include <cups/cups.h>
 #include <gmock/gmock.h>
 
 #include <cstdlib>
 #include <optional>
-#include <sstream>
 
 namespace TOLVGraphing {
 
@@ -53,15 +53,6 @@ public:
 private:
     std::optional<std::string> m_former;
 };
-
-std::vector<std::string> linesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 PrintInfo infoWithPaper(const Size& paper)
 {
