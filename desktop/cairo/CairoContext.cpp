@@ -2,7 +2,6 @@
 
 #include "../graphics/LineDashRules.h"
 #include "../graphics/PathWindow.h"
-#include "../text/PangoTextSystem.h"
 #include "../text/TextLayout.h"
 #include "AreaFills.h"
 #include "GlyphMasks.h"
@@ -360,7 +359,7 @@ void CairoContext::drawText(const AttributedString& text, Point origin)
             drawLines(layout, origin, color);
     };
     // By reference, for which no memory is needed.
-    text::PangoTextSystem::shared()->withLayout(text, std::cref(drawLayout));
+    text::SharedLayouts::withLayout(text, std::cref(drawLayout));
 }
 
 bool CairoContext::drawsRepeatsQuickly() const
