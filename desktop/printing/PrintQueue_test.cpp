@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdlib>
+#include <limits>
 #include <optional>
 
 namespace TOLVGraphing {
@@ -247,6 +248,15 @@ TEST(PrintServerThatIsAsked, HasToAnswerWhereItIsThere)
     const ServerAddress address(server.socket());
     EXPECT_EQ(errorOf([] { requireAnsweringPrintServer(kShortPatience); }), "no error");
     EXPECT_EQ(errorOf([] { requireAnsweringPrintServer(kShortPatience); }), "no error") << "nothing listens any more";
+}
+
+TEST(PrintServerThatIsAsked, IsWaitedForAMillisecondAtLeastAndNeverWithoutAnEnd)
+{
+    const FaultyPrintServer server(FaultyPrintServer::Fault::Hangs, 0);
+    const ServerAddress address(server.socket());
+    for (const int milliseconds : {0, -1, std::numeric_limits<int>::min()})
+        EXPECT_EQ(errorOf([&] { requireAnsweringPrintServer(std::chrono::milliseconds(milliseconds)); }), "the print server " + server.socket() + " does not answer")
+            << milliseconds;
 }
 
 TEST_P(FaultyServer, CannotPrint)
