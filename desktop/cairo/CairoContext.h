@@ -14,12 +14,11 @@
 
 /// The same as in cairo.h, which this header does without.
 typedef struct _cairo cairo_t;
-/// The same as in pango.h.
-typedef struct _PangoLayoutLine PangoLayoutLine;
 
 namespace TOLVGraphing::text {
 struct TextLayout;
-}
+struct TextLine;
+} // namespace TOLVGraphing::text
 
 namespace TOLVGraphing::paint {
 struct StrokeRun;
@@ -150,7 +149,7 @@ private:
     bool strokeAsMask(std::span<const paint::StrokeRun> lines);
     void drawLines(const text::TextLayout& layout, Point origin, const Color& color);
     /// True when the line's glyphs are painted from masks.
-    bool drawLineFromMasks(PangoLayoutLine* line, const AffineTransform& lineToDevice, const Color& color);
+    bool drawLineFromMasks(const text::TextLine& line, const AffineTransform& lineToDevice, const Color& color);
 
     cairo_t* m_target;
     bool m_isVector = false;
