@@ -2,7 +2,6 @@
 
 #include "../graphics/LineDashRules.h"
 #include "../graphics/PathWindow.h"
-#include "../text/PangoTextSystem.h"
 #include "../text/TextLayout.h"
 #include "AreaFills.h"
 #include "GlyphMasks.h"
@@ -360,7 +359,7 @@ void CairoContext::drawText(const AttributedString& text, Point origin)
             drawLines(layout, origin, color);
     };
     // By reference, for which no memory is needed.
-    text::PangoTextSystem::shared()->withLayout(text, std::cref(drawLayout));
+    text::SharedLayouts::withLayout(text, std::cref(drawLayout));
 }
 
 bool CairoContext::drawsRepeatsQuickly() const
@@ -614,13 +613,13 @@ bool CairoContext::strokeAsMask(std::span<const paint::StrokeRun> lines)
     return scale && strokePolylines(m_target, lines, paintedLineWidth(), m_state.dash, *scale, visibleWindow(0.0));
 }
 
-bool CairoContext::drawLineFromMasks(PangoLayoutLine* line, const AffineTransform& lineToDevice, const Color& color)
+bool CairoContext::drawLineFromMasks(const text::TextLine& line, const AffineTransform& lineToDevice, const Color& color)
 {
     if (!m_hasPlainPixels)
         return false;
     if (!m_state.clip)
-        return sharedGlyphMasks().drawLine(m_target, line, lineToDevice);
-    const auto mask = sharedGlyphMasks().maskOfLine(line, lineToDevice);
+        return sharedGlyphMasks().drawLine(m_target, line.shaped, lineToDevice);
+    const auto mask = sharedGlyphMasks().maskOfLine(line.shaped, lineToDevice);
     if (mask && !mask->range.isEmpty())
         ImagePixels(cairo_get_group_target(m_target)).drawMask(*mask, color, *m_state.clip);
     return mask.has_value();
@@ -632,7 +631,7 @@ void CairoContext::drawLines(const text::TextLayout& layout, Point origin, const
         PangoLayoutLine* line = layout.lines[i].shaped;
         AffineTransform lineToDevice = m_state.transform;
         lineToDevice.concatenate({layout.scale, 0.0, 0.0, -layout.scale, origin.x, origin.y + layout.baseline(i)});
-        if (drawLineFromMasks(line, lineToDevice, color))
+        if (drawLineFromMasks(layout.lines[i], lineToDevice, color))
             continue;
         cairo_save(m_target);
         const cairo_matrix_t matrix = matrixOf(lineToDevice);

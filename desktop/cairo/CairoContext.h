@@ -14,12 +14,11 @@
 
 /// The same as in cairo.h, which this header does without.
 typedef struct _cairo cairo_t;
-/// The same as in pango.h.
-typedef struct _PangoLayoutLine PangoLayoutLine;
 
 namespace TOLVGraphing::text {
 struct TextLayout;
-}
+struct TextLine;
+} // namespace TOLVGraphing::text
 
 namespace TOLVGraphing::paint {
 struct StrokeRun;
@@ -60,7 +59,7 @@ TOLV_EXPORT void setUpwardCoordinates(cairo_t* target, double deviceHeight, doub
 ///   with areas beyond 1e24) draws nothing until it is restored,
 ///   and no lines are drawn under one that stretches one direction a thousand million times as far as another;
 /// - colours are limited to 0...1 when something is painted, and what is wholly transparent is not painted;
-/// - a dash with a negative or non-finite length, or without any above zero, is the solid line, a phase that is not finite is 0; a line width that is not above zero draws nothing, one that is not finite likewise;
+/// - a dash with a negative or non-finite length, or without any above zero, is the solid line, a phase that is not finite is 0; a line width that is not above zero draws nothing, one that is not finite likewise; a miter limit below 1 is 1, one that is not finite 10;
 /// - a path that reaches farther than a million device units is cut to a window around the clip, the rest is exact;
 /// - a dashed line out of sight is cut off as well, because Cairo would walk along all its dashes; one of more than a million dashes and gaps is painted without them on pixels, in a colour that is weaker by the part that the gaps take;
 /// - a line with round or square ends that is a thousand times wider than its gaps is painted without them, because nothing of them would be seen and each end costs Cairo thousands of vertices.
@@ -150,7 +149,7 @@ private:
     bool strokeAsMask(std::span<const paint::StrokeRun> lines);
     void drawLines(const text::TextLayout& layout, Point origin, const Color& color);
     /// True when the line's glyphs are painted from masks.
-    bool drawLineFromMasks(PangoLayoutLine* line, const AffineTransform& lineToDevice, const Color& color);
+    bool drawLineFromMasks(const text::TextLine& line, const AffineTransform& lineToDevice, const Color& color);
 
     cairo_t* m_target;
     bool m_isVector = false;

@@ -1,6 +1,5 @@
 #include "GlyphMasks.h"
 
-#include "../text/PangoTextSystem.h"
 #include "../text/TextLayout.h"
 #include "TOLVGraphing/platform/text/AttributedString.h"
 
@@ -48,7 +47,7 @@ Ink inkOfText(GlyphMasks* masks, const std::string& string, double size, const A
 {
     const SurfacePointer surface(cairo_image_surface_create(CAIRO_FORMAT_A8, kWidth, kHeight));
     const ContextPointer target(cairo_create(surface.get()));
-    text::PangoTextSystem::shared()->withLayout(AttributedString(string, TextAttributes{Font{"HelveticaNeue", size}, std::nullopt}), [&](const text::TextLayout& layout) {
+    text::SharedLayouts::withLayout(AttributedString(string, TextAttributes{Font{"HelveticaNeue", size}, std::nullopt}), [&](const text::TextLayout& layout) {
         PangoLayoutLine* line = layout.lines.at(0).shaped;
         if (masks) {
             EXPECT_TRUE(masks->drawLine(target.get(), line, toPixels)) << string;
@@ -106,7 +105,7 @@ TEST(GlyphMasks, largeGlyphsAreLeftToFilling)
     GlyphMasks masks;
     const SurfacePointer surface(cairo_image_surface_create(CAIRO_FORMAT_A8, kWidth, kHeight));
     const ContextPointer target(cairo_create(surface.get()));
-    text::PangoTextSystem::shared()->withLayout(AttributedString("W", TextAttributes{Font{"HelveticaNeue", 300.0}, std::nullopt}), [&](const text::TextLayout& layout) {
+    text::SharedLayouts::withLayout(AttributedString("W", TextAttributes{Font{"HelveticaNeue", 300.0}, std::nullopt}), [&](const text::TextLayout& layout) {
         PangoLayoutLine* line = layout.lines.at(0).shaped;
         EXPECT_FALSE(masks.drawLine(target.get(), line, {1.0, 0.0, 0.0, 1.0, 0.0, 50.0}));
         EXPECT_FALSE(masks.drawLine(target.get(), line, {0.01, 0.0, 0.0, 0.01, 1e9, 50.0}));

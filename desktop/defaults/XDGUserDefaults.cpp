@@ -144,6 +144,9 @@ void XDGUserDefaults::setString(const std::string& value, std::string_view key)
     defaults::SettingsText settings(contents());
     settings.setValue(value, key);
     const std::string text = settings.text();
+    // It could not be read any more.
+    if (text.size() > kLongestFile)
+        throw FileError(m_path.string(), "cannot be written, settings have at most " + std::to_string(kLongestFile) + " bytes");
     writeFileAtomically(m_path, std::as_bytes(std::span(text)));
     // The next reading sees what the file has become.
     m_state.reset();

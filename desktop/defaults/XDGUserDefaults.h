@@ -21,10 +21,10 @@ namespace TOLVGraphing {
 /// than 1 MiB, has none either and is logged, as is a line that cannot be understood, with the file's name and the line's number, once for each state of the file. Used from one thread; other objects and processes may use the same file.
 ///
 /// Setters write at once, and the file is replaced as a whole; comments, other sections and lines that are not understood stay. Of two processes that set at the same moment the later one wins. Folders that are missing are made,
-/// for the user only. A setter throws FileError when the file cannot be written, and also when it cannot be read, because its other contents would be lost; the settings are then as they were. An empty name throws Exception "EmptyKey".
+/// for the user only. A setter throws FileError when the file cannot be written, and also when it cannot be read, because its other contents would be lost, or when it would have more than 1 MiB; the settings are then as they were. An empty name throws Exception "EmptyKey".
 class TOLV_EXPORT XDGUserDefaults final : public UserDefaults {
 public:
-    /// The settings in the file, which need not exist: nothing is read before the first question and nothing is made before a setting is.
+    /// The settings in the file (the path is copied, and counts from the current folder where it is relative), which need not exist: nothing is read before the first question and nothing is made before a setting is.
     explicit XDGUserDefaults(std::filesystem::path path = defaultPath());
     ~XDGUserDefaults() override;
 
@@ -43,7 +43,7 @@ public:
     void setBool(bool value, std::string_view key) override;
     /// Stores the digits.
     void setInteger(std::int64_t value, std::string_view key) override;
-    /// Stores the text, with line ends and whatever else it has.
+    /// Stores the text, with line ends and whatever other bytes it has.
     void setString(const std::string& value, std::string_view key) override;
 
 private:

@@ -204,6 +204,16 @@ TEST_F(XDGUserDefaultsTest, AFullDiskLeavesTheSettings)
     EXPECT_EQ(m_defaults.integerForKey("key"), 8);
 }
 
+TEST_F(XDGUserDefaultsTest, WhatCouldNotBeReadAnyMoreIsNotWritten)
+{
+    // "[General]\nkey=" and a newline behind the value are 15 bytes.
+    m_defaults.setString(std::string(1048576 - 15, 'x'), "key");
+    EXPECT_EQ(m_defaults.stringForKey("key").size(), 1048576U - 15U);
+    EXPECT_EQ(errorOf([&] { m_defaults.setString(std::string(1048576 - 14, 'y'), "key"); }), path() + ": cannot be written, settings have at most 1048576 bytes");
+    EXPECT_EQ(m_defaults.stringForKey("key"), std::string(1048576 - 15, 'x'));
+    EXPECT_THAT(m_log, IsEmpty());
+}
+
 TEST_F(XDGUserDefaultsTest, FoldersThatAreNoneAreNamed)
 {
     const EnvironmentVariable home("HOME", "/dev/null");

@@ -28,7 +28,7 @@ public:
     /// How many path points are drawn again in all, in repeats for areas that shine through.
     static constexpr std::size_t kMostRepeatedPoints = 200000;
 
-    /// The page's colour is opaque and has been painted already.
+    /// The page's colour is opaque, with components in 0...1, and has been painted already.
     OpaqueContext(DrawingContext& target, const Color& page) : m_target(target), m_page(page) {}
 
     void saveState() override;

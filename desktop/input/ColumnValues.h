@@ -64,7 +64,7 @@ public:
 
     /// The numbers to be changed, of this object; copied first where they are in a file. What was known of the extremes is forgotten.
     [[nodiscard]] std::vector<float>& own();
-    /// Moved out, or copied where they are in a file. Nothing remains.
+    /// The numbers as a vector: moved out, or copied where they are in a file. Nothing remains.
     operator std::vector<float>() &&;
     /// Moved out as a vector for a series, without a copy, with what is known of them. Nothing remains.
     [[nodiscard]] std::shared_ptr<const TOLVRealVector> takeVector();

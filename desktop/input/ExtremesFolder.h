@@ -51,22 +51,23 @@ public:
     /// Blocks whose samples are looked at, the first and the last among them.
     static constexpr std::size_t kProbeCount = 64;
 
-    /// The folder is made, for the user only, when something is first kept. Columns of fewer numbers are not kept, nor more than `largestSize` bytes in all: what was written first goes first.
+    /// The folder is made, for the user only, when something is first kept. Columns of fewer numbers than `shortestColumn` are not worth to be kept (see takes()); what was written first goes first where there would be more than `largestSize`
+    /// bytes in all.
     explicit ExtremesFolder(std::filesystem::path path, std::size_t shortestColumn = kUsualShortestColumn, std::uint64_t largestSize = kUsualLargestSize);
-    /// tolvgraphing/extremes in the folder that XDG_CACHE_HOME names, or else in .cache of the home folder; a relative XDG_CACHE_HOME does not count. Nothing where there is no home either, and where
+    /// tolvgraphing/extremes in the folder that XDG_CACHE_HOME names, or else in .cache of the folder that HOME names; relative ones do not count. Nothing where HOME does not name one either, and where
     /// TOLVGRAPHING_NO_CACHE has any text.
     [[nodiscard]] static std::optional<ExtremesFolder> usualFolder();
 
     /// The folder, as it was given; it need not exist.
     [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
-    /// The column is long enough to be kept.
+    /// The column is long enough to be kept: for the caller to ask before it looks for extremes, as the reader does.
     [[nodiscard]] bool takes(const FileColumn& column) const { return column.samples.size() >= m_shortestColumn; }
     /// The file that the column has in the folder.
     [[nodiscard]] std::filesystem::path pathFor(const FileColumn& column) const;
 
     /// What is kept of the column, mapped from its file; nothing where there is none to be trusted.
     [[nodiscard]] std::optional<ColumnExtremes> extremesOf(const FileColumn& column) const;
-    /// Keeps them, which have to be of this column with blocks of the usual size, in place of former ones.
+    /// Keeps them, which have to be of this column (not empty) with blocks of the usual size and a pyramid, in place of former ones, however short the column is. Does nothing with others, and with more than fits the folder.
     void keep(const FileColumn& column, const ColumnExtremes& extremes) const;
 
 private:

@@ -17,13 +17,14 @@ class MappingGuard;
 /// A whole regular file, mapped for reading and kept open, so that it can be asked for its length. What maps it is shared and lasts as long as anyone has it.
 ///
 /// No lock is held and nothing is copied, so the bytes are those of the file now: where somebody writes into the file they change, at any time and in parts. A file that is replaced by another one of its name (as careful
-/// programs save) stays as it was. A file that is cut leaves zeros behind its new end instead of ending the process, see MappingGuard, and hasLostPages() tells so once they were touched; pages that a disk or a network
-/// fails to give are zeros likewise. Bytes up to a page behind the end may be read: a search that finds no longer what had been there ends in zeros.
+/// programs save) stays as it was. A file that is cut leaves zeros behind its new end instead of ending the process, and hasLostPages() tells so once they were touched; pages that a disk or a network
+/// fails to give are zeros likewise. For that the first mapping installs a handler of the signal SIGBUS, which passes on what it does not know to the handler that was there before; a program that installs one of its own later has to pass on
+/// likewise. At most 256 files are mapped at a time. Bytes up to a page behind the end may be read: a search that finds no longer what had been there ends in zeros.
 class TOLV_EXPORT MappedFile {
 public:
-    /// Throws MeasurementError where the path is missing, unreadable, a folder, a pipe or a device, or where the system refuses. An empty file has no bytes.
+    /// Throws MeasurementError where the path is missing, unreadable, a folder, a pipe or a device, or where the system refuses or too many files are mapped. An empty file has no bytes.
     [[nodiscard]] static std::shared_ptr<const MappedFile> fileAtPath(const std::string& path);
-    /// The file of an open descriptor, which stays the caller's; null where it is not a regular file or the system refuses.
+    /// The file of an open descriptor, which stays the caller's; null where it is not a regular file, the system refuses or too many files are mapped.
     [[nodiscard]] static std::shared_ptr<const MappedFile> fileOfDescriptor(int descriptor);
 
     ~MappedFile();

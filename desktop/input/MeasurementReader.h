@@ -18,7 +18,7 @@ namespace TOLVGraphing::input {
 ///     for (const SelectedSeries& series : selection.series)
 ///         graph->addGraphData(series.data);
 ///
-/// `path` may be `-` for standard input. The first bytes decide the kind of file, and only where they do not, the letters behind the last
+/// `path` may be `-` for standard input, from where it stands. Pipes are waited for, and read to their end. The first bytes decide the kind of file, and only where they do not, the letters behind the last
 /// point (a file called .npy or .wav that is none is an error); everything else is text. Files called .f32 or .f64 are raw numbers, whatever
 /// they start with.
 ///

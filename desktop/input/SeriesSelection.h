@@ -54,12 +54,14 @@ struct SeriesSelection {
 };
 
 /// Makes series of a table, whose values are moved out. Samples whose abscissa or ordinate is not a finite number are left out, and where the abscissae do not ascend the samples are sorted by them, because
-/// a curve needs both; each is noted. Series of one table share their abscissae where no sample had to be left out.
+/// a curve needs both; each is noted. A column that has no samples left is no series. Series of one table share their abscissae where no sample had to be left out. Row numbers are floats as all samples are: exact up to 16,777,216, the nearest
+/// ones beyond.
 ///
 /// With categories nothing is left out or sorted, so that sample i of every series belongs to row i: an ordinate that is not a finite number becomes NaN, which is noted. The abscissae are shared by all series; they are
 /// the x column's values where these are finite and each is greater than the one before, and the row numbers otherwise.
 ///
-/// Throws MeasurementError when a column does not exist, when no column to draw has a number, or when there are more categories than kMaximumCategoryCount.
+/// Throws MeasurementError when a column does not exist, when one that is asked for or all that could be drawn have no number, when no sample is left, or when there are more categories than kMaximumCategoryCount.
+/// The table is not of use any more then.
 [[nodiscard]] TOLV_EXPORT SeriesSelection selectSeries(MeasurementTable&& table, const ColumnRequest& request);
 
 /// The index (from 0) of the column that a name or number means. Throws MeasurementError naming the table's columns when there is none.

@@ -12,7 +12,7 @@ class TOLV_EXPORT FileError : public std::runtime_error {
 public:
     /// Of a path and a reason, both as they will be read; no full stop at the end.
     FileError(std::string path, std::string reason);
-    /// The reason is what was attempted, followed by the system's text for the error number: "cannot be opened: No such file or directory".
+    /// The reason is what was attempted, followed by the system's text for the error number (a value of errno): "cannot be opened: No such file or directory".
     FileError(std::string path, const std::string& attempt, int errorNumber);
 
     /// The path as the caller gave it.

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <vector>
@@ -61,6 +62,9 @@ TEST(PixelDrawing, MemoryThatCannotBeAnImageIsRefused)
     EXPECT_TRUE(refused({nullptr, 4, 3, 20}, 1.0));
     EXPECT_TRUE(refused({good.pixels, 4, 3, 15}, 1.0));
     EXPECT_TRUE(refused({good.pixels, 4, 3, 12}, 1.0));
+    EXPECT_TRUE(refused({good.pixels, 4, 3, -20}, 1.0));
+    // What is left of it in 32 bits would be right.
+    EXPECT_TRUE(refused({good.pixels, 4, 3, (std::ptrdiff_t{1} << 32) + 20}, 1.0));
     EXPECT_TRUE(refused(good, 0.0));
     EXPECT_TRUE(refused(good, std::numeric_limits<double>::quiet_NaN()));
     // Nothing to draw on is nothing to complain about.

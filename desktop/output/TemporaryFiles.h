@@ -7,7 +7,7 @@
 namespace TOLVGraphing {
 
 /// From now on a signal that asks the program to end (SIGHUP, SIGINT, SIGTERM) first removes the temporary files of what is being written, and then ends the program as the signal does by itself: a shell answers 128 and its number.
-/// A signal that is ignored, as nohup does it, or that has a handler already, stays as it is. For a program to call at its start; libraries leave signals to programs.
+/// A signal that is ignored, as nohup does it, or that has a handler already, stays as it is. More calls change nothing. For a program to call at its start; libraries leave signals to programs.
 TOLV_EXPORT void removeTemporaryFilesAtSignals();
 
 namespace output {

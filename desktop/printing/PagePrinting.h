@@ -20,7 +20,7 @@ namespace TOLVGraphing {
 ///
 /// Lays the page out and draws it once, in the thread that the view is used from. A view or a sheet without area, because the margins are as large as the paper, and one beyond the limits of OutputSettings throw OutputError.
 [[nodiscard]] TOLV_EXPORT std::vector<std::byte> dataOfPage(TOLVPrintView& view, OutputKind kind);
-/// Prints into a PDF file: `dataOfPage` as the contents of the file, which is replaced as a whole. A file that cannot be written throws FileError and stays as it was.
+/// Prints into a PDF file: `dataOfPage`, with its errors, as the contents of the file, which is replaced as a whole. A file that cannot be written throws FileError and stays as it was.
 TOLV_EXPORT void printPageToPDF(TOLVPrintView& view, const std::string& path);
 /// The same as PostScript. The paper's size is in the file for printers to choose the tray by.
 TOLV_EXPORT void printPageToPostScript(TOLVPrintView& view, const std::string& path);

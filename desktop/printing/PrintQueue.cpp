@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -58,14 +59,20 @@ bool isSuccess(ipp_status_t status)
     return status < IPP_STATUS_REDIRECTION_OTHER_SITE;
 }
 
+/// The library takes a patience that is not above zero for one without an end, or for no wish to connect.
+int millisecondsOf(std::chrono::milliseconds patience)
+{
+    return static_cast<int>(std::clamp<std::chrono::milliseconds::rep>(patience.count(), 1, std::numeric_limits<int>::max()));
+}
+
 /// The conversation with the print server.
 class Server {
 public:
     explicit Server(std::chrono::milliseconds patience)
-        : m_connection(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, static_cast<int>(patience.count()), nullptr))
+        : m_connection(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, millisecondsOf(patience), nullptr))
     {
         if (m_connection)
-            httpSetTimeout(m_connection.get(), std::chrono::duration<double>(patience).count(), &Server::answerInstead, this);
+            httpSetTimeout(m_connection.get(), millisecondsOf(patience) / 1000.0, &Server::answerInstead, this);
     }
 
     [[nodiscard]] http_t* connection() const { return m_connection.get(); }

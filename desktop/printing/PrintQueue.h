@@ -26,7 +26,7 @@ private:
 
 /// A queue of the print server. A value.
 ///
-/// The server is the one that libcups finds: in CUPS_SERVER (a host, or the path of a socket), else in the user's and the system's client.conf, else on this machine. The functions below wait for it, at most `patience` for an answer; a
+/// The server is the one that libcups finds: in CUPS_SERVER (a host, or the path of a socket), else in the user's and the system's client.conf, else on this machine. The functions below wait for it, at most `patience` for each answer, a millisecond at least; a
 /// server that stops answering, or goes away, is an error then. They may be called from any thread, but for the view that is printed.
 struct PrintQueue {
     /// The queue's name, and behind a '/' that of the user's own set of options where it is one: "office/draft".
@@ -49,7 +49,8 @@ TOLV_EXPORT void requireAnsweringPrintServer(std::chrono::milliseconds patience 
 [[nodiscard]] TOLV_EXPORT std::vector<PrintQueue> printQueues(std::chrono::milliseconds patience = kUsualPrintPatience);
 
 /// Sends the page as PDF to a queue, of which the name counts alone, with the job's title, copies and paper of the view's PrintInfo, unscaled, and the options that the user has set for the queue. Answers the job's number on the server. Paper goes by its size, portrait or landscape, under the
-/// name that the queue has for it, or as a custom size where it has none. Throws OutputError as `dataOfPage` does, and PrintError also for less than one copy; no job is left behind then.
+/// name that the queue has for it, or as a custom size where it has none. Throws OutputError as `dataOfPage` does, and PrintError also for a queue that the server does not have and for less than one copy; no job is left behind then. The page
+/// is laid out and drawn in the calling thread, which is the view's.
 TOLV_EXPORT int printPage(TOLVPrintView& view, const PrintQueue& queue, std::chrono::milliseconds patience = kUsualPrintPatience);
 
 } // namespace TOLVGraphing

@@ -7,13 +7,14 @@
 #include <tests/desktop/ExampleView.h>
 #include <tests/desktop/FaultyPrintServer.h>
 #include <tests/desktop/PrivatePrintServer.h>
+#include <tests/support/TextLines.h>
 
 #include <cups/cups.h>
 #include <gmock/gmock.h>
 
 #include <cstdlib>
+#include <limits>
 #include <optional>
-#include <sstream>
 
 namespace TOLVGraphing {
 
@@ -53,15 +54,6 @@ public:
 private:
     std::optional<std::string> m_former;
 };
-
-std::vector<std::string> linesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 PrintInfo infoWithPaper(const Size& paper)
 {
@@ -256,6 +248,15 @@ TEST(PrintServerThatIsAsked, HasToAnswerWhereItIsThere)
     const ServerAddress address(server.socket());
     EXPECT_EQ(errorOf([] { requireAnsweringPrintServer(kShortPatience); }), "no error");
     EXPECT_EQ(errorOf([] { requireAnsweringPrintServer(kShortPatience); }), "no error") << "nothing listens any more";
+}
+
+TEST(PrintServerThatIsAsked, IsWaitedForAMillisecondAtLeastAndNeverWithoutAnEnd)
+{
+    const FaultyPrintServer server(FaultyPrintServer::Fault::Hangs, 0);
+    const ServerAddress address(server.socket());
+    for (const int milliseconds : {0, -1, std::numeric_limits<int>::min()})
+        EXPECT_EQ(errorOf([&] { requireAnsweringPrintServer(std::chrono::milliseconds(milliseconds)); }), "the print server " + server.socket() + " does not answer")
+            << milliseconds;
 }
 
 TEST_P(FaultyServer, CannotPrint)

@@ -3,7 +3,6 @@
 #include "../graphics/LineDashRules.h"
 #include "../graphics/PathWindow.h"
 #include "../text/FontName.h"
-#include "../text/PangoTextSystem.h"
 #include "../text/TextLayout.h"
 #include "SVGWriter.h"
 #include "TOLVGraphing/platform/text/AttributedString.h"
@@ -214,7 +213,7 @@ void SVGContext::drawText(const AttributedString& text, Point origin)
     if (!m_state.isUsable || !origin.valid() || color.alphaComponent() <= 0.0 || text.string().empty())
         return;
     const Font& font = text.attributes().fontOrDefault();
-    text::PangoTextSystem::shared()->withLayout(text, [&](const text::TextLayout& layout) {
+    text::SharedLayouts::withLayout(text, [&](const text::TextLayout& layout) {
         for (std::size_t i = 0; i < layout.lines.size(); ++i) {
             const text::TextLine& line = layout.lines[i];
             AffineTransform place = m_state.transform;

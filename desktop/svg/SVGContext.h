@@ -20,8 +20,8 @@ namespace TOLVGraphing::svg {
 /// `textLength` makes it squeeze or widen the glyphs to that length. Each line is an element of its own, upright in the coordinates in force.
 ///
 /// Clips become groups; the elements of one clip stay in one group across save and restore, and equal clips share a definition.
-/// Nothing is written for elements that would paint nothing, for non-finite points (see paint::finiteElements) or under a transform without inverse. Paths that reach
-/// farther than a million points are cut to the surroundings of the page. Bytes that are no UTF-8, and characters that XML does not know, are replaced.
+/// Nothing is written for elements that would paint nothing, for those with non-finite points (what follows goes on from the last finite point) or under a transform without inverse. Line widths, dashes and miter limits that cannot
+/// be are what they are in a cairo::CairoContext. Paths that reach farther than a million points are cut to the surroundings of the page. Bytes that are no UTF-8, and characters that XML does not know, are replaced.
 ///
 /// `renderToBytes` makes one for OutputKind::SVG; a host needs it only for a document of its own. Texts are set by the desktop's text system (see installDesktopTextSystem). One object is used from one thread at a time.
 class TOLV_EXPORT SVGContext final : public DrawingContext {

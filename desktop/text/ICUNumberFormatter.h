@@ -9,7 +9,7 @@
 namespace TOLVGraphing {
 
 /// The decimal style of a locale: its digits, its separators, its grouping, at most three fraction digits, halves to even. For "en_US" it writes what the base class writes.
-/// NaN has no sign, a positive infinity has the locale's plus sign. Texts are UTF-8. An axis takes it as its formatter; it is not changed once it is made.
+/// NaN has no sign, a positive infinity has the locale's plus sign. Texts are UTF-8. An axis takes it as its formatter; it is not changed once it is made, and several threads may ask it.
 class TOLV_EXPORT ICUNumberFormatter final : public NumberFormatter {
 public:
     /// For a locale such as "de_CH" or "en-IN"; one that is not known reads as its language or as the root locale. An empty name is the process's own locale.

@@ -259,10 +259,11 @@ double PangoTextSystem::lineHeight(const Font& font) const
     return m_engine->faceFor(font.name).metrics.lineHeight() * font.size;
 }
 
-void PangoTextSystem::withLayout(const AttributedString& text, const std::function<void(const TextLayout&)>& use) const
+void SharedLayouts::withLayout(const AttributedString& text, const std::function<void(const TextLayout&)>& use)
 {
-    const std::scoped_lock lock(m_engine->mutex);
-    use(m_engine->layoutFor(text));
+    PangoTextSystem::Engine& engine = *PangoTextSystem::shared()->m_engine;
+    const std::scoped_lock lock(engine.mutex);
+    use(engine.layoutFor(text));
 }
 
 } // namespace TOLVGraphing::text

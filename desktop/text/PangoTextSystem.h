@@ -3,7 +3,6 @@
 #include "TOLVGraphing/platform/text/TextSystem.h"
 #include <TOLVMath/Export.h>
 
-#include <functional>
 #include <memory>
 
 namespace TOLVGraphing {
@@ -17,8 +16,6 @@ TOLV_EXPORT void installDesktopTextSystem();
 /// Fonts and texts of the desktop.
 namespace TOLVGraphing::text {
 
-struct TextLayout;
-
 /// Measures and lays out text with Pango. The library's own faces (HelveticaNeue, HelveticaNeue-Bold, HelveticaNeue-Light, Helvetica and further styles of both families; an empty name means Helvetica) are the real fonts where they are
 /// installed, else Nimbus Sans, else Liberation Sans, else the sans-serif font that fontconfig offers, of which one line in the log tells, as it does where no font is installed at all: a box then stands for each character. Their extents are
 /// always those of the named faces. Any other name is the face of that PostScript or full name, else the family of that name, else a family with a style ("Family-Bold"); what is not installed is left to fontconfig.
@@ -27,7 +24,7 @@ struct TextLayout;
 /// in a file and on paper, and every output has the same layout. Characters that a face lacks come from other fonts. Bytes that are not UTF-8 read U+FFFD.
 ///
 /// The width of a text is the advance width of its longest line. The line box reaches from the baseline up by the ascender and down by the descender and the leading: the
-/// leading is below. A text has as many lines as newlines and one more. A font size that is not a finite number above zero gives the size zero, nothing is drawn then.
+/// leading is below. A newline, a carriage return (both together once) and Unicode's separators of lines and paragraphs end a line; a text has one line more than such ends, an empty one too. A font size that is not a finite number above zero gives the size zero, nothing is drawn then.
 /// A text is cut after 200,000 bytes.
 ///
 /// Making a text system only begins to read the list of fonts, in the background; the first text that is measured or drawn waits for it.
@@ -47,11 +44,9 @@ public:
     /// The height of a text of one line in points: ascender, descender and leading. Of the library's own faces it is known before any font is loaded.
     [[nodiscard]] double lineHeight(const Font& font) const override;
 
-    /// Calls the function with the text's layout, for the library's own backends to draw it: what is in a layout, no installed header tells. The layout is valid during the call only and no other text is laid out meanwhile: the function must
-    /// not ask for another one.
-    void withLayout(const AttributedString& text, const std::function<void(const TextLayout&)>& use) const;
-
 private:
+    /// The library's own.
+    friend struct SharedLayouts;
     struct Engine;
 
     std::unique_ptr<Engine> m_engine;

@@ -64,6 +64,9 @@ TEST(PangoTextSystem, heightsOfTheNamedFacesArePinned)
     EXPECT_DOUBLE_EQ(sizeOf("Tj\nx\n", "HelveticaNeue-Light", 11.0).height, 1.193 * 11.0 * 3.0);
     EXPECT_DOUBLE_EQ(sizeOf("Tj", "Helvetica", 10.0).height, 10.0);
     EXPECT_DOUBLE_EQ(sizeOf("∞ 漢字", "Helvetica", 10.0).height, 10.0);
+    EXPECT_DOUBLE_EQ(sizeOf("", "Helvetica", 10.0).height, 10.0);
+    for (const char* twoLines : {"T\nj", "T\rj", "T\r\nj", "T\u2028j", "T\u2029j"})
+        EXPECT_DOUBLE_EQ(sizeOf(twoLines, "Helvetica", 10.0).height, 20.0) << twoLines;
     for (const char* font : {"HelveticaNeue", "HelveticaNeue-Light", "Helvetica", "", "DejaVu Sans", "No Such Font", "Helvetica\xFF"}) {
         for (const double size : {12.0, 0.5, 2000.0, 0.0, -1.0, std::numeric_limits<double>::quiet_NaN()})
             EXPECT_EQ(PangoTextSystem::shared()->lineHeight({font, size}), sizeOf("Tj", font, size).height) << font << " " << size;
@@ -82,7 +85,7 @@ TEST(PangoTextSystem, theWidthIsThatOfTheLongestLine)
 
 TEST(PangoTextSystem, baselinesLeaveTheLeadingBelow)
 {
-    PangoTextSystem::shared()->withLayout(set("first\nsecond", "HelveticaNeue", 10.0), [](const TextLayout& layout) {
+    SharedLayouts::withLayout(set("first\nsecond", "HelveticaNeue", 10.0), [](const TextLayout& layout) {
         ASSERT_EQ(layout.lines.size(), 2U);
         EXPECT_EQ(layout.text.substr(layout.lines[1].start, layout.lines[1].length), "second");
         EXPECT_NEAR(layout.baseline(1), 2.13 + 0.28, 1e-12);
@@ -116,7 +119,7 @@ TEST(PangoTextSystem, endlessTextsAreCut)
     std::string accented = "x";
     for (int i = 0; i < 200000; ++i)
         accented += "é";
-    PangoTextSystem::shared()->withLayout(set(accented, "Helvetica", 10.0), [](const TextLayout& layout) { EXPECT_EQ(layout.text.size(), 199999U); });
+    SharedLayouts::withLayout(set(accented, "Helvetica", 10.0), [](const TextLayout& layout) { EXPECT_EQ(layout.text.size(), 199999U); });
 }
 
 TEST(PangoTextSystem, rememberedLayoutsAnswerAsFreshOnes)

@@ -3,10 +3,16 @@
 #include "TOLVGraphing/platform/geometry/Point.h"
 
 #include "PangoPointers.h"
+#include <TOLVMath/Export.h>
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
+
+namespace TOLVGraphing {
+class AttributedString;
+}
 
 namespace TOLVGraphing::text {
 
@@ -35,6 +41,12 @@ struct TextLayout {
 
     /// The height of the line's baseline above the bottom of the text.
     [[nodiscard]] double baseline(std::size_t line) const { return size.height - static_cast<double>(line) * lineHeight - ascender; }
+};
+
+/// The layouts of PangoTextSystem::shared(), for the backends that draw them.
+struct SharedLayouts {
+    /// Calls the function with the text's layout, which is valid during the call only. No other text is laid out meanwhile, in whatever thread: the function must not ask for another one.
+    TOLV_EXPORT static void withLayout(const AttributedString& text, const std::function<void(const TextLayout&)>& use);
 };
 
 } // namespace TOLVGraphing::text

@@ -19,6 +19,7 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <QVariant>
 
 #include <algorithm>
 #include <array>
@@ -101,9 +102,11 @@ PrintPreviewDialog::PrintPreviewDialog(std::shared_ptr<TOLVGraphView> view, cons
     setWindowTitle(tr("Print preview"));
     const QPageLayout layout = layoutOf(printInfo);
     for (const QPageSize::PageSizeId id : kPapers)
-        m_paper->addItem(QPageSize::name(id), static_cast<int>(id));
-    const int known = m_paper->findData(static_cast<int>(layout.pageSize().id()));
-    m_paper->setCurrentIndex(std::max(0, known));
+        m_paper->addItem(QPageSize::name(id), QVariant::fromValue(QPageSize(id)));
+    const auto* const known = std::find(kPapers.begin(), kPapers.end(), layout.pageSize().id());
+    if (known == kPapers.end())
+        m_paper->addItem(layout.pageSize().name(), QVariant::fromValue(layout.pageSize()));
+    m_paper->setCurrentIndex(static_cast<int>(known - kPapers.begin()));
     m_paper->setAccessibleName(tr("Paper"));
     m_direction->addItem(tr("Portrait"), static_cast<int>(QPageLayout::Portrait));
     m_direction->addItem(tr("Landscape"), static_cast<int>(QPageLayout::Landscape));
@@ -112,6 +115,7 @@ PrintPreviewDialog::PrintPreviewDialog(std::shared_ptr<TOLVGraphView> view, cons
     m_page->setAlignment(Qt::AlignCenter);
     m_page->setMinimumSize(240, 240);
     m_page->setAccessibleName(tr("The page"));
+    m_page->setTextFormat(Qt::PlainText);
     // The picture follows the dialog's size, not the other way round.
     m_page->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
 
@@ -132,10 +136,7 @@ PrintPreviewDialog::PrintPreviewDialog(std::shared_ptr<TOLVGraphView> view, cons
     connect(save, &QPushButton::clicked, this, &PrintPreviewDialog::savePDF);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     resize(520, 640);
-    if (known < 0)
-        showPage();
-    else
-        choosePaper();
+    choosePaper();
 }
 
 PrintPreviewDialog::~PrintPreviewDialog() = default;
@@ -143,7 +144,7 @@ PrintPreviewDialog::~PrintPreviewDialog() = default;
 void PrintPreviewDialog::choosePaper()
 {
     QPageLayout layout = layoutOf(m_printInfo);
-    layout.setPageSize(QPageSize(static_cast<QPageSize::PageSizeId>(m_paper->currentData().toInt())), layout.minimumMargins());
+    layout.setPageSize(m_paper->currentData().value<QPageSize>(), layout.minimumMargins());
     layout.setOrientation(static_cast<QPageLayout::Orientation>(m_direction->currentData().toInt()));
     takePaper(m_printInfo, layout);
     showPage();

@@ -21,7 +21,7 @@ class TOLVPrintView;
 [[nodiscard]] TOLV_EXPORT std::shared_ptr<TOLVPrintView> printViewOfGraphView(const TOLVGraphView& view, const PrintInfo& printInfo);
 
 /// Lets the user choose a printer or a file, paper, margins and copies, and prints such a page; the dialog is modal to `parent`, which may be null. `printInfo` is what the dialog starts with and receives what was chosen. A printer's queue receives the page as PDF, a file the page as PDF, or as
-/// PostScript when its name ends in .ps. False when the user cancels. Throws what printPage and printPageToPDF throw; PrintError instead of the dialog where the print server has not answered within three seconds.
+/// PostScript when its name ends in .ps. False when the user cancels, and `printInfo` is as it was. Throws what printPage and printPageToPDF throw; PrintError instead of the dialog where the print server has not answered within three seconds.
 TOLV_EXPORT bool printWithDialog(const TOLVGraphView& view, PrintInfo& printInfo, QWidget* parent);
 
 /// Shows the page as it will be printed, with the choice of paper and direction, and offers to print it or to save it as PDF or PostScript; printing closes the dialog as accepted. Errors are shown, those of the page in its place. Modal or not, as the host shows
@@ -30,7 +30,7 @@ class TOLV_EXPORT PrintPreviewDialog final : public QDialog {
     Q_OBJECT
 
 public:
-    /// The view is shared and not null; `printInfo` (copied) is what the dialog starts with.
+    /// The view is shared and not null; `printInfo` (copied) is what the dialog starts with; its paper is one of those to choose from.
     PrintPreviewDialog(std::shared_ptr<TOLVGraphView> view, const PrintInfo& printInfo, QWidget* parent = nullptr);
     ~PrintPreviewDialog() override;
 

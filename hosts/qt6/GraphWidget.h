@@ -75,9 +75,9 @@ public:
     /// What gestures and keys have led to: the pointer, the nearest samples, the box. Valid until `setGraph`.
     [[nodiscard]] const GraphInteraction& interaction() const { return *m_interaction; }
 
-    /// Adds a series (the vectors are taken over; the shorter one counts) in the next colour of `seriesColor` and shows all data, as the command Fit does. Abscissae ascend. An empty name is none. Does nothing without a graph.
+    /// Adds a series (the vectors are taken over; the shorter one counts) in the next colour of `seriesColor` and shows all data, as the command Fit does. Abscissae ascend; samples that are NaN are passed over. An empty name is none. Does nothing without a graph.
     void addSeries(std::vector<float> x, std::vector<float> y, const QString& name = {});
-    /// The same with copies, each number rounded to the nearest float; the numbers have to lie in the range of float.
+    /// The same with copies, each number rounded to the nearest float; beyond the range of float it is an infinity.
     void addSeries(std::span<const double> x, std::span<const double> y, const QString& name = {});
 
     /// Dark on light or light on dark, or as the palette has it: light text on a dark window is dark. FollowsPalette by default.

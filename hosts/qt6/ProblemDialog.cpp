@@ -1,5 +1,6 @@
 #include "ProblemDialog.h"
 
+#include <QLabel>
 #include <QMessageBox>
 
 #include <exception>
@@ -12,6 +13,9 @@ void showProblem(QWidget* parent, const QString& failure, const QString& reason)
     QMessageBox box(QMessageBox::Warning, QString(), failure, QMessageBox::Ok, parent);
     box.setInformativeText(reason);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // Reasons have words of files in them, and no "<b>" of those is meant for the dialog.
+    for (QLabel* label : box.findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
     box.exec();
 }
 

@@ -11,7 +11,7 @@
 namespace TOLVGraphing {
 
 /// The application's clipboard. Contents are collected and go to the clipboard as a whole when they are finished; data that a provider makes are made when another program asks for them, in the thread of the application.
-/// Where a clipboard manager runs, the contents outlive the program, which hands all of them over when the application is about to quit. A provider that throws gives nothing, with a line in the log.
+/// Where a clipboard manager runs, the contents outlive the program, which hands all of them over when the application is about to quit and waits for it, 10 seconds at most. A provider that throws gives nothing, with a line in the log.
 ///
 /// installQtServices makes one the general pasteboard; a host with a clipboard of its own installs that one afterwards (Pasteboard::setGeneralPasteboard). Needs a QGuiApplication and is used from its thread.
 class TOLV_EXPORT QtPasteboard final : public Pasteboard {

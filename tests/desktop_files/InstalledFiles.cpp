@@ -2,6 +2,7 @@
 
 #include "../desktop/Process.h"
 #include "../desktop/TemporaryFolder.h"
+#include "../support/TextLines.h"
 
 #include <TestPaths.h>
 
@@ -89,15 +90,6 @@ std::set<std::string> wordsOfOption(const std::string& option)
     for (std::string word; stream >> word;)
         words.insert(word);
     return words;
-}
-
-std::vector<std::string> linesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
 }
 
 } // namespace TOLVGraphing::testing_support

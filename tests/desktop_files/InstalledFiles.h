@@ -4,7 +4,6 @@
 #include <map>
 #include <set>
 #include <string>
-#include <vector>
 
 namespace TOLVGraphing::testing_support {
 
@@ -22,7 +21,5 @@ using OptionTable = std::map<std::string, std::string>;
 [[nodiscard]] std::set<std::string> namesOf(const OptionTable& options);
 /// The words that an option of the command line takes, as its own message about another word has them.
 [[nodiscard]] std::set<std::string> wordsOfOption(const std::string& option);
-
-[[nodiscard]] std::vector<std::string> linesOf(const std::string& text);
 
 } // namespace TOLVGraphing::testing_support

@@ -4,6 +4,7 @@
 
 #include "../desktop/Process.h"
 #include "../desktop/TemporaryFolder.h"
+#include "../support/TextLines.h"
 
 #include <apps/viewer/DocumentArchive.h>
 #include <desktop/archive/PropertyListArchive.h>

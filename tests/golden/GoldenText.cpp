@@ -1,5 +1,6 @@
 #include "GoldenText.h"
 
+#include "../support/TextLines.h"
 #include "GoldenScenes.h"
 
 #include <TOLVGraphing/platform/graphics/CurrentContext.h>
@@ -9,21 +10,10 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <sstream>
-#include <vector>
 
 namespace TOLVGraphing::testing_support {
 
 namespace {
-
-std::vector<std::string> linesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 /// The first line that differs, with its number.
 testing::AssertionResult sameLines(const std::string& got, const std::string& expected)

@@ -138,4 +138,20 @@ TEST_F(Printing, PreviewShowsThePageOnThePaperThatIsChosen)
     EXPECT_DOUBLE_EQ(dialog.printInfo().leftMargin, m_info.leftMargin);
 }
 
+TEST_F(Printing, PreviewKeepsPaperOfASizeOfItsOwn)
+{
+    m_info.paperSize = {500.0, 300.0};
+    PrintPreviewDialog dialog(m_view, m_info);
+    EXPECT_EQ(dialog.printInfo(), m_info);
+    const auto boxes = dialog.findChildren<QComboBox*>();
+    ASSERT_EQ(boxes.size(), 2);
+    EXPECT_EQ(boxes[0]->currentIndex(), boxes[0]->count() - 1);
+    EXPECT_THAT(boxes[0]->currentText().toStdString(), HasSubstr("300"));
+    boxes[1]->setCurrentIndex(0);
+    EXPECT_EQ(dialog.printInfo().paperSize, (Size{300.0, 500.0}));
+    boxes[0]->setCurrentText("A5");
+    boxes[0]->setCurrentIndex(boxes[0]->count() - 1);
+    EXPECT_EQ(dialog.printInfo().paperSize, (Size{300.0, 500.0}));
+}
+
 } // namespace
