@@ -12,12 +12,11 @@
 #include <TOLVGraphing/axes/TOLVLinearAxis.h>
 #include <TOLVGraphing/axes/TOLVLogarithmicAxis.h>
 #include <TOLVGraphing/drawing/BarGraphDrawing.h>
-#include <TOLVGraphing/drawing/CurveGraphDrawing.h>
 #include <TOLVGraphing/drawing/LineGraphDrawing.h>
-#include <TOLVGraphing/drawing/TOLVCurveGraphDrawing.h>
 #include <TOLVGraphing/drawing/TOLVDottedCurveGraphDrawing.h>
 #include <TOLVGraphing/drawing/TOLVVerticalLineGraphDrawing.h>
 #include <TOLVGraphing/drawing/TOLVXGraphDrawing.h>
+#include <TOLVGraphing/drawing/WholeCurveGraphDrawing.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
 
 #include <algorithm>
@@ -96,7 +95,6 @@ public:
         if (!keepsRange(m_kept.yRange, m_graph->verticalAxis(), m_options.yAxis))
             y = visibleYRange(*m_draft, m_options);
         const TOLVGraph::Markers markers = m_kept.markers ? TOLVGraph::Markers() : newMarkers(x.value_or(rangeOf(m_graph->horizontalAxis())));
-        completeCurves(*m_draft, m_options, fittingX);
 
         takeSeries();
         installAxes();
@@ -219,14 +217,14 @@ private:
     {
         switch (m_options.drawing) {
         case DrawingKind::Curve: break;
-        case DrawingKind::PlainCurve: return std::make_shared<TOLVCurveGraphDrawing>();
+        case DrawingKind::PlainCurve: return std::make_shared<WholeCurveGraphDrawing>(false);
         case DrawingKind::Dotted: return std::make_shared<TOLVDottedCurveGraphDrawing>();
         case DrawingKind::Line: return std::make_shared<LineGraphDrawing>(m_graph->verticalAxis()->tickLabelFormatter());
         case DrawingKind::Bar: return std::make_shared<BarGraphDrawing>();
         case DrawingKind::X: return std::make_shared<TOLVXGraphDrawing>();
         case DrawingKind::Impulse: return std::make_shared<TOLVVerticalLineGraphDrawing>();
         }
-        return std::make_shared<CurveGraphDrawing>();
+        return std::make_shared<WholeCurveGraphDrawing>();
     }
 
     /// Categories are marked by their text or their abscissa; outside of the visible ones there is nothing to mark.

@@ -130,12 +130,13 @@ TEST_F(ConfiguredGraph, replacesSeriesAndLooks)
 TEST_F(ConfiguredGraph, leavesTheFilesSeriesAsTheyWereRead)
 {
     const TOLVGraphData& read = *files.front().selection.series.front().data;
-    // The graph's curve has a sample more, which completes it.
-    EXPECT_EQ(graph->graphData().front()->X()->length(), 4U);
+    // The graph's series has a style of its own and the same samples.
+    EXPECT_EQ(graph->graphData().front()->X()->components(), read.X()->components());
     EXPECT_EQ(read.X()->length(), 3U);
     EXPECT_EQ(read.color(), Color::blackColor());
     configureKeepingAll({});
-    EXPECT_EQ(graph->graphData().front()->X()->length(), 4U);
+    EXPECT_EQ(graph->graphData().front()->X()->components(), read.X()->components());
+    EXPECT_EQ(graph->graphData().front()->X()->length(), 3U);
 }
 
 TEST_F(ConfiguredGraph, answersALegendEntryForEachSeries)

@@ -20,12 +20,10 @@ namespace {
 constexpr double kFreePart = 0.05;
 /// Room for a callout above the highest point, as a part of the picture's height in points.
 constexpr double kCalloutRoom = 26.0;
-/// The free space behind the last sample of a curve, in points of the picture's width: room for the column that completes it.
+/// The free space behind the last sample of a curve, in points of the picture's width: it ends clear of the frame.
 constexpr double kSpaceBehindCurve = 4.0;
 /// The free space on either side of marks that stand on their samples, likewise: a cross reaches 4 points to the side.
 constexpr double kSpaceAroundMarks = 6.0;
-/// Curves of more samples fill every column; that the last column is missing cannot be seen in them.
-constexpr std::size_t kMostSamplesCompleted = 100'000;
 /// The widest step between abscissae may differ from the mean by this part before samples count as unevenly spaced.
 constexpr double kEvenSpacingTolerance = 0.1;
 
@@ -180,29 +178,6 @@ bool canShowRange(const TOLVGraph& graph, Range range, AxisKind kind)
     if (!std::isfinite(from) || !std::isfinite(to) || !(from < to) || (kind == AxisKind::Logarithmic && !(from > 0.0F)))
         return false;
     return !isCategorical(kind) || hasCategoriesOfEverySeries(graph, range);
-}
-
-void completeCurves(TOLVGraph& graph, const Options& options, Range range)
-{
-    if (!drawsCurves(options))
-        return;
-    const Scale scale(options.xAxis);
-    const double step = scale.length(range) * 0.75 * kSpaceBehindCurve / options.size.width;
-    for (const auto& series : graph.graphData()) {
-        const std::size_t count = series->X()->length();
-        const float last = series->X()->components()[count - 1];
-        if (count > kMostSamplesCompleted || (scale.isLogarithmic() && !(last > 0.0F)))
-            continue;
-        const auto next = static_cast<float>(std::min(range.to, scale.moved(static_cast<double>(last), step)));
-        if (!(last < next))
-            continue;
-        std::vector<float> x(series->X()->components(), series->X()->components() + count);
-        std::vector<float> y(series->Y()->components(), series->Y()->components() + count);
-        x.push_back(next);
-        y.push_back(y.back());
-        series->setX(TOLVRealVector::vectorWithComponents(std::move(x)));
-        series->setY(TOLVRealVector::vectorWithComponents(std::move(y)));
-    }
 }
 
 } // namespace TOLVGraphing::app

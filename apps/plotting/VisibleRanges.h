@@ -23,8 +23,4 @@ namespace TOLVGraphing::app {
 /// some in it: the axis shows nothing otherwise.
 [[nodiscard]] bool canShowRange(const TOLVGraph& graph, Range range, AxisKind kind);
 
-/// Gives each curve of the graph, whose fitting x range this is, a sample behind its last one. A curve draws a pixel column when the next one begins, so the last sample of a short series would be missing; the further one, with
-/// the same ordinate, begins that column and is not drawn itself. Does nothing for other kinds of drawing.
-void completeCurves(TOLVGraph& graph, const Options& options, Range range);
-
 } // namespace TOLVGraphing::app

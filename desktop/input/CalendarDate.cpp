@@ -111,28 +111,46 @@ std::optional<double> secondsOfTime(PartReader& reader, bool& isValid)
     return seconds - (sign == '-' ? -60.0 : 60.0) * *offset;
 }
 
+struct DayOfYear {
+    int year = 0;
+    int month = 1;
+    int day = 1;
+};
+
+/// The year first, parted by dashes or strokes.
+std::optional<DayOfYear> dayBehindYear(PartReader& reader)
+{
+    const auto year = reader.digits(4);
+    const char mark = year ? reader.oneOf("-/") : '\0';
+    const auto month = mark ? reader.digits(2) : std::nullopt;
+    if (!month)
+        return std::nullopt;
+    // With strokes only a whole date is one: 2012/01 may be a fraction.
+    if (reader.isAtEnd() && mark == '-')
+        return DayOfYear{*year, *month, 1};
+    const auto day = reader.oneOf(std::string_view(&mark, 1)) ? reader.digits(2) : std::nullopt;
+    return day ? std::optional(DayOfYear{*year, *month, *day}) : std::nullopt;
+}
+
+/// The year last, parted by points.
+std::optional<DayOfYear> dayBeforeYear(PartReader& reader)
+{
+    const auto day = reader.digits(2);
+    const auto month = day && reader.oneOf(".") ? reader.digits(2) : std::nullopt;
+    const auto year = month && reader.oneOf(".") ? reader.digits(4) : std::nullopt;
+    return year ? std::optional(DayOfYear{*year, *month, *day}) : std::nullopt;
+}
+
 } // namespace
 
 std::optional<double> daysOfDate(std::string_view text)
 {
     PartReader reader(text);
-    auto year = reader.digits(4);
-    char mark = year ? reader.oneOf("-/") : '\0';
-    if (!mark)
+    const auto parts = text.size() > 2 && text[2] == '.' ? dayBeforeYear(reader) : dayBehindYear(reader);
+    if (!parts)
         return std::nullopt;
-    auto month = reader.digits(2);
-    if (!month)
-        return std::nullopt;
-    int day = 1;
     double seconds = 0;
     bool isValid = true;
-    // With strokes only a whole date is one: 2012/01 may be a fraction.
-    if (!reader.isAtEnd() || mark == '/') {
-        auto part = reader.oneOf(std::string_view(&mark, 1)) ? reader.digits(2) : std::nullopt;
-        if (!part)
-            return std::nullopt;
-        day = *part;
-    }
     if (!reader.isAtEnd()) {
         char separator = reader.oneOf("Tt ");
         while (separator == ' ' && reader.oneOf(" ")) {}
@@ -141,7 +159,7 @@ std::optional<double> daysOfDate(std::string_view text)
             return std::nullopt;
         seconds = *time;
     }
-    std::chrono::year_month_day date(std::chrono::year(*year), std::chrono::month(static_cast<unsigned>(*month)), std::chrono::day(static_cast<unsigned>(day)));
+    std::chrono::year_month_day date(std::chrono::year(parts->year), std::chrono::month(static_cast<unsigned>(parts->month)), std::chrono::day(static_cast<unsigned>(parts->day)));
     if (!isValid || !date.ok())
         return std::numeric_limits<double>::quiet_NaN();
     auto days = static_cast<double>(std::chrono::sys_days(date).time_since_epoch().count());

@@ -7,9 +7,9 @@
 
 namespace TOLVGraphing::input {
 
-/// The days from 1970-01-01 00:00 UTC to an ISO date, with the time of day as a fraction; negative before 1970.
+/// The days from 1970-01-01 00:00 UTC to a date, with the time of day as a fraction; negative before 1970.
 ///
-/// Forms: `2012-01` (the first of the month), `2012-01-31`, `2012/01/31`, and behind a full date, after T, t or blanks, `12:30`, `12:30:45` or
+/// Forms: `2012-01` (the first of the month), `2012-01-31`, `2012/01/31`, `31.01.2012`, and behind a full date, after T, t or blanks, `12:30`, `12:30:45` or
 /// `12:30:45.5` (also with a comma), then nothing (which counts as UTC), Z, `+02:00`, `+0200` or `+02`.
 /// `24:00` is the end of the day; a 60th second is accepted. The calendar is the Gregorian one throughout, also before 1582.
 ///

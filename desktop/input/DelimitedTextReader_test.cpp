@@ -197,6 +197,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, DelimitedFormat, ::testing::ValuesIn(kTextCases)
 
 const FormatCase kDateCases[] = {
     {"days", "date,v\n2012-01-01,1\n2012-01-02,2\n", "date(date): 15340 15341 | v: 1 2"},
+    {"daysBeforeYears", "Datum;v\n01.02.2012;1,5\n02.02.2012 12:00;2,5\n", "Datum(date): 15371 15372.5 | v: 1.5 2.5"},
     {"months", "1969-12,1\n1970-02,2\n", "column 1(date): -31 31 | column 2: 1 2"},
     {"timesOfDay", "2012-01-01T12:00:00Z,1\n2012-01-01 18:00,2\n", "column 1(date): 15340.5 15340.75 | column 2: 1 2"},
     {"offsets", "2012-01-01T12:00:00+02:00,1\n2012-01-01T00:00:00-0600,2\n", "column 1(date): 15340.417 15340.25 | column 2: 1 2"},
@@ -292,6 +293,17 @@ TEST(DelimitedTextReader, gapCountsAreTheNumbersOfNaN)
         EXPECT_EQ(column.wordCount, words[index]) << index;
         EXPECT_EQ(column.values.size(), 7U) << index;
     }
+}
+
+TEST(DelimitedTextReader, datesThatRoundingMakesEqualAreCounted)
+{
+    // A float has a step of 169 s in 2026: seconds fall together, and equal times are the file's own.
+    const auto merged = [](const std::string& text) { return readContent(text).columns[0].mergedDateCount; };
+    EXPECT_EQ(merged("2026-03-01 12:00:00,1\n2026-03-01 12:00:01,2\n2026-03-01 12:00:02,3\n2026-03-01 12:05:00,4\n"), 2U);
+    EXPECT_EQ(merged("2026-03-01,1\n2026-03-01,2\n2026-03-02,3\n"), 0U);
+    EXPECT_EQ(merged("2026-03-01 12:00:00,1\n,2\n2026-03-01 12:00:01,3\n"), 1U);
+    // Where numbers prevail, there are no dates to tell apart.
+    EXPECT_EQ(merged("2026-03-01 12:00:00,1\n2026-03-01 12:00:01,2\n3,3\n4,4\n5,5\n"), 0U);
 }
 
 TEST(DelimitedTextReader, columnThatIsEmptyForLongIsANumberColumn)

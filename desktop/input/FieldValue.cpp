@@ -47,9 +47,9 @@ FieldValue fieldValue(std::string_view text, NumberStyle style)
     char otherMark = style.decimalMark == ',' ? '.' : ',';
     if (style.allowsBothMarks && scanNumber(text.data(), otherMark, value) == end)
         return {FieldKind::Number, value};
-    if (text.size() >= 7 && (text[4] == '-' || text[4] == '/')) {
+    if (text.size() >= 7 && (text[4] == '-' || text[4] == '/' || (text[2] == '.' && text[5] == '.'))) {
         if (auto days = daysOfDate(text))
-            return {FieldKind::Date, static_cast<float>(*days)};
+            return {FieldKind::Date, static_cast<float>(*days), *days};
     }
     return wordValue(text);
 }

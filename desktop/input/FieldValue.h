@@ -8,7 +8,7 @@ namespace TOLVGraphing::input {
 enum class FieldKind {
     Empty,  ///< nothing, or a word that stands for nothing: nan, NA, N/A, null (in any case)
     Number, ///< a number; inf and infinity too
-    Date,   ///< has the form of an ISO date; the value is NaN where no such day exists
+    Date,   ///< has the form of a date, see daysOfDate(); the value is NaN where no such day exists
     Word,   ///< anything else
 };
 
@@ -16,6 +16,8 @@ struct FieldValue {
     FieldKind kind = FieldKind::Empty;
     /// The number, or the days since 1970-01-01; NaN for the others.
     float value = 0;
+    /// Those days before they were rounded to a float; 0 where there is no date.
+    double days = 0;
 };
 
 /// How numbers are written in a file.

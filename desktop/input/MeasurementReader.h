@@ -29,7 +29,7 @@ namespace TOLVGraphing::input {
 /// - A field that is empty, a word or an impossible date is a gap (NaN). A row of empty fields only is a row of gaps, except at the end of the file, where such rows are dropped. A row with too few fields is filled with gaps and
 ///   counted; where it has no number at all, it is a remark and skipped. Surplus fields are dropped and counted.
 /// - A separator at the end of every line makes no column. Columns beyond the header's names have no name.
-/// - Dates are ISO: `2012-01`, `2012-01-31` or `2012/01/31`, and behind a full date `12:30`, `12:30:45` or `12:30:45.5`, then nothing (UTC), Z, `+02:00`, `+0200` or `+02`.
+/// - Dates are `2012-01`, `2012-01-31`, `2012/01/31` or `31.01.2012`, and behind a full date `12:30`, `12:30:45` or `12:30:45.5`, then nothing (UTC), Z, `+02:00`, `+0200` or `+02`.
 /// - Separators of thousands are not understood: `1,234.5` between semicolons is a word.
 /// - Files are read in blocks: beside the values a few megabytes of memory are needed.
 ///

@@ -15,7 +15,7 @@ namespace TOLVGraphing::input {
 /// What the fields of a column are.
 enum class ColumnKind {
     Number, ///< at least half of the fields that are not empty are numbers; also a column without any field filled
-    Date,   ///< at least nine tenths of the fields that are not empty are ISO dates; the values are days, see MeasurementColumn::values
+    Date,   ///< at least nine tenths of the fields that are not empty are dates; the values are days, see MeasurementColumn::values
     Text,   ///< words; numbers among them are still in the values
 };
 
@@ -45,6 +45,8 @@ struct TOLV_EXPORT MeasurementColumn {
     std::size_t gapCount = 0;
     /// How many of those gaps have a word in the file, in contrast to nothing or "nan".
     std::size_t wordCount = 0;
+    /// How many dates differ from the one in the row before in the file but not in the values: their times of day lie closer together than the steps of a float.
+    std::size_t mergedDateCount = 0;
     /// The fields as they stand in the file, one per row, without quotes; empty unless ReadSettings asks for this column's texts.
     std::vector<std::string> texts;
 

@@ -194,6 +194,18 @@ void noteChanges(const Samples& samples, const std::string& name, const std::str
         notes.push_back(name + ": samples sorted by " + xName + ", which does not ascend in the file");
 }
 
+/// What the abscissae do not tell as the file does: `column` is theirs, nothing for the row number.
+void noteAbscissae(const MeasurementTable& table, const ColumnRequest& request, std::optional<std::size_t> column, std::vector<std::string>& notes)
+{
+    if (!column && !request.x && table.columns.size() > 1 && !table.areColumnsChannels)
+        notes.push_back(table.columns[0].displayName() + ": words, no numbers or dates, so that the row number is x");
+    if (!column || table.columns[*column].mergedDateCount == 0)
+        return;
+    const std::size_t merged = table.columns[*column].mergedDateCount;
+    notes.push_back(table.columns[*column].displayName() + ": " + std::to_string(merged) + (merged == 1 ? " time falls" : " times fall")
+        + " together with the one before, because times of dates are kept to a few minutes; a column of seconds tells them apart");
+}
+
 std::shared_ptr<TOLVGraphData> seriesNamed(const std::string& name, const Vector& x, const Vector& y)
 {
     auto data = TOLVGraphData::graphDataWithX(x, y, Color::blackColor());
@@ -213,6 +225,7 @@ SeriesSelection sampleSeries(MeasurementTable& table, const ColumnRequest& reque
     const std::string xDisplayName = xColumn ? table.columns[*xColumn].displayName() : selection.xName;
     selection.xUnit = xColumn ? table.columns[*xColumn].unit : "";
     selection.xIsDate = xColumn && table.columns[*xColumn].kind == ColumnKind::Date;
+    noteAbscissae(table, request, xColumn, selection.notes);
     const Vector x = xColumn ? vectors.vector(*xColumn) : TOLVRealVector::vectorWithComponents(rowNumbers(rows));
     for (const std::size_t column : yColumns) {
         Samples samples{x, vectors.vector(column)};

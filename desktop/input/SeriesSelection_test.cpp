@@ -70,8 +70,25 @@ TEST(SeriesSelection, WhereTheFirstColumnIsNotXTheRowNumberIs)
     const auto words = selectSeries(table({column("name", {kGap, kGap}, ColumnKind::Text), column("a", {3, 4})}), {});
     EXPECT_EQ(values(words.series[0].data->X()), (std::vector<float>{0, 1}));
     EXPECT_EQ(words.xName, "sample");
+    EXPECT_EQ(words.notes, (std::vector<std::string>{"name: words, no numbers or dates, so that the row number is x"}));
     const auto asked = selectSeries(table({column("t", {7, 8}), column("a", {3, 4})}), {"index", {"a"}});
     EXPECT_EQ(values(asked.series[0].data->X()), (std::vector<float>{0, 1}));
+    EXPECT_TRUE(asked.notes.empty());
+}
+
+TEST(SeriesSelection, TimesThatFallTogetherAreNotedForX)
+{
+    const auto make = [](std::size_t merged) {
+        MeasurementColumn time = column("time", {20513.5F, 20513.5F, 20513.5F}, ColumnKind::Date);
+        time.mergedDateCount = merged;
+        return table({std::move(time), column("a", {3, 4, 5})});
+    };
+    EXPECT_TRUE(selectSeries(make(0), {}).notes.empty());
+    EXPECT_EQ(selectSeries(make(1), {}).notes,
+        (std::vector<std::string>{"time: 1 time falls together with the one before, because times of dates are kept to a few minutes; a column of seconds tells them apart"}));
+    EXPECT_EQ(selectSeries(make(2), {}).notes,
+        (std::vector<std::string>{"time: 2 times fall together with the one before, because times of dates are kept to a few minutes; a column of seconds tells them apart"}));
+    EXPECT_TRUE(selectSeries(make(2), {"index", {"a"}}).notes.empty());
 }
 
 TEST(SeriesSelection, ColumnsAreFoundByNameBeforeNumber)

@@ -92,6 +92,7 @@ void TableBuilder::finish(MeasurementTable& table)
             dropKind(column, isDateKept == column.isDateFirst);
         }
         result.wordCount = column.wordCount + column.invalidDateCount;
+        result.mergedDateCount = result.kind == ColumnKind::Date ? column.mergedDateCount : 0;
         result.values = std::move(column.values);
         result.texts = std::move(column.texts);
         result.gapCount = static_cast<std::size_t>(std::count_if(result.values.begin(), result.values.end(), [](float value) { return std::isnan(value); }));
@@ -117,6 +118,10 @@ void TableBuilder::addField(Column& column, const FieldText* field, const FieldV
     column.wordCount += value.kind == FieldKind::Word ? 1 : 0;
     column.dateCount += isDate ? 1 : 0;
     column.invalidDateCount += isDate && std::isnan(value.value) ? 1 : 0;
+    if (isDate) {
+        column.mergedDateCount += value.days != column.lastDays && value.value == static_cast<float>(column.lastDays) ? 1 : 0;
+        column.lastDays = value.days;
+    }
     if (column.keepsTexts)
         column.texts.push_back(field ? field->unquoted() : std::string());
 }

@@ -57,6 +57,9 @@ private:
         std::size_t wordCount = 0;
         std::size_t dateCount = 0;
         std::size_t invalidDateCount = 0;
+        /// Dates that rounding made equal to the one before them, and the date of the last row that had one.
+        std::size_t mergedDateCount = 0;
+        double lastDays = 0;
         /// Rows of the kind, numbers or dates, that came second in this column: they are gaps in the end, or all others are.
         bool isDateFirst = false;
         std::vector<std::size_t> secondKindRows;

@@ -7,6 +7,7 @@
 #include "QtServices.h"
 
 #include <TOLVGraphing/data/SeriesColors.h>
+#include <TOLVGraphing/drawing/WholeCurveGraphDrawing.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
 #include <TOLVGraphing/views/GraphDisplayObserver.h>
 #include <TOLVMath/TOLVRealVector.h>
@@ -89,6 +90,7 @@ std::shared_ptr<TOLVGraphView> newView()
     installQtServices();
     auto view = TOLVGraphView::initWithFrame({});
     view->setFitsMarginsToLabels(true);
+    view->graph()->setDrawingStrategy(std::make_shared<WholeCurveGraphDrawing>());
     return view;
 }
 
@@ -166,6 +168,9 @@ void GraphWidget::addSeries(std::vector<float> x, std::vector<float> y, const QS
     const auto shown = graph();
     if (!shown)
         return;
+    const std::size_t count = std::min(x.size(), y.size());
+    x.resize(count);
+    y.resize(count);
     auto series = TOLVGraphData::graphDataWithX(
         TOLVRealVector::vectorWithComponents(std::move(x)), TOLVRealVector::vectorWithComponents(std::move(y)), seriesColor(shown->graphData().size()));
     if (!name.isEmpty())

@@ -58,7 +58,7 @@ class TOLV_EXPORT GraphWidget : public QWidget {
     Q_OBJECT
 
 public:
-    /// A widget with a view of a new graph, whose margins fit its labels, and which has an undo manager. Needs a QApplication.
+    /// A widget with a view of a new graph, whose margins fit its labels, which draws its curves whole (WholeCurveGraphDrawing), and which has an undo manager. Needs a QApplication.
     explicit GraphWidget(QWidget* parent = nullptr);
     /// A widget with this view (shared, not null), which is as it is; its graph, if any, gets an undo manager where it has none. The view belongs to this widget alone as long as the widget lives, which takes the view's redisplay handler and
     /// takes it away at its end; whether the view draws its background is decided before.
@@ -75,7 +75,7 @@ public:
     /// What gestures and keys have led to: the pointer, the nearest samples, the box. Valid until `setGraph`.
     [[nodiscard]] const GraphInteraction& interaction() const { return *m_interaction; }
 
-    /// Adds a series (the vectors are taken over; the shorter one counts) in the next colour of `seriesColor` and shows all data, as the command Fit does. Abscissae ascend; samples that are NaN are passed over. An empty name is none. Does nothing without a graph.
+    /// Adds a series (the vectors are taken over; of different lengths, the longer one is cut to the shorter) in the next colour of `seriesColor` and shows all data, as the command Fit does. Abscissae ascend; samples that are NaN are left out where the strategy does so, as the widget's own graph does for up to 16,384 samples in range. An empty name is none. Does nothing without a graph.
     void addSeries(std::vector<float> x, std::vector<float> y, const QString& name = {});
     /// The same with copies, each number rounded to the nearest float; beyond the range of float it is an infinity.
     void addSeries(std::span<const double> x, std::span<const double> y, const QString& name = {});

@@ -83,6 +83,34 @@ TEST(GraphWidget, SeriesAddedShowWholeInColoursOfTheirOwn)
     EXPECT_TRUE(shown.widget().action(GraphCommand::Copy)->isEnabled());
 }
 
+TEST(GraphWidget, SeriesOfDifferentLengthsAreCutToTheShorterOne)
+{
+    GraphWidget widget;
+    widget.addSeries({1.0F, 2.0F, 3.0F}, {5.0F, 6.0F});
+    widget.addSeries({1.0F}, {5.0F, 6.0F});
+    const auto series = widget.graph()->graphData();
+    ASSERT_EQ(series.size(), 2U);
+    EXPECT_EQ(series[0]->X()->length(), 2U);
+    EXPECT_EQ(series[0]->Y()->length(), 2U);
+    EXPECT_EQ(series[1]->X()->length(), 1U);
+    EXPECT_EQ(series[1]->Y()->length(), 1U);
+}
+
+TEST(GraphWidget, ACurveOfAFewSamplesReachesTheLastOne)
+{
+    GraphWidget widget;
+    widget.resize(400, 300);
+    widget.addSeries({0.0F, 1.0F, 2.0F}, {0.0F, 2.0F, 1.0F});
+    // Three quarters along x and up: halfway between the second sample and the last one. The line is steep enough to be met within a few pixels.
+    const QImage image = widget.grab().toImage();
+    const Rect data = widget.graph()->dataRectInRect(widget.view()->bounds());
+    const int x = static_cast<int>(data.x() + 0.75 * data.width());
+    int coloured = 0;
+    for (int y = 0; y < image.height(); ++y)
+        coloured += image.pixelColor(x, y).hsvSaturation() > 60 ? 1 : 0;
+    EXPECT_GT(coloured, 0);
+}
+
 TEST(GraphWidget, WheelZoomsXAboutThePointerWithShiftYAndWithControlBoth)
 {
     struct Case {

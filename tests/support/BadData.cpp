@@ -11,6 +11,7 @@
 #include <TOLVGraphing/drawing/TOLVDottedCurveGraphDrawing.h>
 #include <TOLVGraphing/drawing/TOLVVerticalLineGraphDrawing.h>
 #include <TOLVGraphing/drawing/TOLVXGraphDrawing.h>
+#include <TOLVGraphing/drawing/WholeCurveGraphDrawing.h>
 #include <TOLVMath/TOLVRealVector.h>
 
 #include <iostream>
@@ -127,6 +128,7 @@ const std::vector<NamedStrategy>& allStrategies()
     static const std::vector<NamedStrategy> kStrategies = {
         {"curve", [] { return std::make_shared<CurveGraphDrawing>(); }},
         {"plainCurve", [] { return std::make_shared<TOLVCurveGraphDrawing>(); }},
+        {"wholeCurve", [] { return std::make_shared<WholeCurveGraphDrawing>(); }},
         {"dottedCurve", [] { return std::make_shared<TOLVDottedCurveGraphDrawing>(); }},
         {"lineWithCallouts", [] { return std::make_shared<LineGraphDrawing>(); }},
         {"bars", [] { return std::make_shared<BarGraphDrawing>(); }},
