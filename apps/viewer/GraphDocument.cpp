@@ -221,7 +221,9 @@ KeptView GraphDocument::viewKeptWith(const ReadDocumentData& data) const
     const Options& wanted = data.options;
     const bool areFilesSame
         = std::equal(m_sources.begin(), m_sources.end(), data.sources.begin(), data.sources.end(), [](const auto& one, const auto& other) { return one.path == other.path; });
-    const bool isXSame = areFilesSame && wanted.x == m_options.x && wanted.hasCategories() == m_options.hasCategories() && wanted.categoryColumn == m_options.categoryColumn;
+    // Other channels are other rows.
+    const bool areRowsSame = areFilesSame && wanted.channels == m_options.channels;
+    const bool isXSame = areRowsSame && wanted.x == m_options.x && wanted.hasCategories() == m_options.hasCategories() && wanted.categoryColumn == m_options.categoryColumn;
     return {isXSame && wanted.xRange == m_options.xRange, isXSame && wanted.y == m_options.y && wanted.yRange == m_options.yRange, true};
 }
 

@@ -85,7 +85,7 @@ public:
     [[nodiscard]] std::vector<std::string> sourcePaths() const;
     /// The paths of the sources whose size or time of modification are others than when they were read, or in an opened document not yet read, than when it was saved; also of those that are missing now.
     [[nodiscard]] std::vector<std::string> changedSources() const;
-    /// Shows what was read: the first data, the same files once more, other files or other columns. Options and sources become those of the data. Markers stay with their undo steps. Visible ranges stay where files, columns and range
+    /// Shows what was read: the first data, the same files once more, other files or other columns. Options and sources become those of the data. Markers stay with their undo steps. Visible ranges stay where files, channels, columns and range
     /// texts are the same as before; for other ordinates that of x stays. Of no files, the graph becomes empty.
     /// Throws UsageError when the options cannot be met with these data; the document is then as it was.
     void install(ReadDocumentData data);

@@ -187,6 +187,7 @@ TEST_F(GraphDocumentTest, fitsTheRangesThatOtherColumnsAndFilesNeed)
                 options.yRange = RangeText{"0", ""};
             },
             true, false},
+        {"channels", [](Options& options, std::vector<std::string>&) { options.channels = 2; }, false, false},
         {"files", [&](Options&, std::vector<std::string>& paths) { paths.push_back(another); }, false, false},
     };
     for (const Case& one : cases) {

@@ -14,6 +14,7 @@
 #include <QColor>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QSpinBox>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -127,6 +128,33 @@ TEST_F(PanelsOfWindow, anUnknownColumnIsSaidAndTheFieldGoesBack)
     EXPECT_THAT(answer.reason(), testing::HasSubstr("voltage"));
     EXPECT_EQ(panel().columns()->y()->text(), "");
     EXPECT_EQ(graph().graphData().size(), 2U);
+    EXPECT_FALSE(window.graphWidget()->action(GraphCommand::Undo)->isEnabled()) << "nothing has changed";
+}
+
+TEST_F(PanelsOfWindow, rawNumbersHaveAsManyChannelsAsTheFieldSays)
+{
+    QSpinBox* channels = panel().columns()->channels();
+    EXPECT_FALSE(channels->isVisibleTo(&panel())) << "other files say themselves";
+    const float numbers[] = {1.0F, 10.0F, 2.0F, 20.0F, 3.0F, 30.0F};
+    open({WindowTest::write("raw.f32", std::string(reinterpret_cast<const char*>(numbers), sizeof numbers))});
+    EXPECT_TRUE(channels->isVisibleTo(&panel()));
+    EXPECT_EQ(graph().graphData().size(), 1U);
+    channels->setValue(2);
+    ASSERT_TRUE(waitUntil([&] { return graph().graphData().size() == 2; }));
+    EXPECT_EQ(graph().graphData()[1]->Y()->length(), 3U);
+    EXPECT_EQ(graph().maxYValue(), 30.0F);
+    EXPECT_LT(graph().extents()->x()->max(), 5.0F) << "the ranges are those of the rows now";
+    {
+        DialogAnswer answer(QMessageBox::Ok);
+        channels->setValue(4);
+        ASSERT_TRUE(waitUntil([&] { return answer.isGiven(); }));
+        EXPECT_THAT(answer.reason(), testing::HasSubstr("raw.f32"));
+        EXPECT_EQ(channels->value(), 2);
+    }
+    // What failed is no step.
+    undo();
+    ASSERT_TRUE(waitUntil([&] { return graph().graphData().size() == 1; }));
+    EXPECT_EQ(channels->value(), 1);
 }
 
 TEST_F(PanelsOfWindow, textsReplaceThoseOfTheData)

@@ -7,6 +7,11 @@
 
 namespace TOLVGraphing {
 
+bool UndoManager::hasTarget(const Step& step)
+{
+    return std::any_of(step.begin(), step.end(), [](const Action& action) { return !action.target.expired(); });
+}
+
 UndoManager::UndoManager() = default;
 
 UndoManager::~UndoManager() = default;
@@ -35,12 +40,12 @@ void UndoManager::endUndoGrouping()
 
 bool UndoManager::canUndo() const
 {
-    return !m_undoSteps.empty();
+    return std::any_of(m_undoSteps.begin(), m_undoSteps.end(), hasTarget);
 }
 
 bool UndoManager::canRedo() const
 {
-    return !m_redoSteps.empty();
+    return std::any_of(m_redoSteps.begin(), m_redoSteps.end(), hasTarget);
 }
 
 void UndoManager::undo()
@@ -70,6 +75,8 @@ void UndoManager::perform(std::vector<Step>& from, Phase phase)
 {
     if (m_depth > 0)
         throw Exception("UndoGrouping", "Undo and redo need every group to be ended first");
+    while (!from.empty() && !hasTarget(from.back()))
+        from.pop_back();
     if (from.empty())
         return;
     Step step = std::move(from.back());

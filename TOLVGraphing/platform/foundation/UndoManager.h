@@ -10,7 +10,7 @@ namespace TOLVGraphing {
 
 /// Records how to take edits back. Each registration outside an explicit group is one step of its own; a group is one step, however much it holds.
 /// While a step is undone, the registrations that arrive become the redo step, and the other way round. A fresh registration clears what could be redone.
-/// What an operation captures is kept alive; its target is not, and the operations of a target that is gone are passed over. Used from one thread.
+/// What an operation captures is kept alive; its target is not: the operations of a target that is gone are passed over, and a step that has no other is none. Used from one thread.
 class TOLV_EXPORT UndoManager {
 public:
     /// Called with the target when the step is undone.
@@ -53,6 +53,7 @@ private:
     };
     using Step = std::vector<Action>;
 
+    static bool hasTarget(const Step& step);
     void perform(std::vector<Step>& from, Phase phase);
     void pushStep(Step step);
     void trim();

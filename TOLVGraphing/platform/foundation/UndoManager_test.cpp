@@ -178,6 +178,23 @@ TEST_F(UndoManagerTest, PassesOverGoneTargetsInAGroup)
     EXPECT_EQ(counter->value(), 0);
 }
 
+TEST_F(UndoManagerTest, AStepWhoseTargetsAreAllGoneIsNone)
+{
+    counter->set(1);
+    auto other = std::make_shared<Counter>(manager);
+    other->set(1);
+    EXPECT_TRUE(manager.canUndo());
+    other.reset();
+    manager.undo();
+    EXPECT_EQ(counter->value(), 0) << "the step before it is taken back";
+    EXPECT_FALSE(manager.canUndo());
+    EXPECT_TRUE(manager.canRedo());
+    counter.reset();
+    EXPECT_FALSE(manager.canRedo());
+    manager.redo();
+    EXPECT_FALSE(manager.canUndo());
+}
+
 TEST_F(UndoManagerTest, KeepsWhatOperationsCapture)
 {
     auto argument = std::make_shared<int>(7);

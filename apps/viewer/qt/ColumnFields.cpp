@@ -3,6 +3,8 @@
 #include "Words.h"
 
 #include <apps/viewer/GraphDocument.h>
+#include <desktop/input/RawNumberReader.h>
+#include <desktop/input/ReadSettings.h>
 
 #include <QAction>
 #include <QComboBox>
@@ -12,6 +14,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QSpinBox>
 
 #include <algorithm>
 
@@ -43,6 +46,7 @@ ColumnFields::ColumnFields(QFormLayout* form, QObject* parent)
     , m_y(new QLineEdit)
     , m_menu(new QMenu(m_y))
     , m_categories(columnBox(tr("Column of the categories' texts")))
+    , m_channels(new QSpinBox)
 {
     m_y->setAccessibleName(tr("Columns of y"));
     m_y->setPlaceholderText(tr("All numbers"));
@@ -52,11 +56,18 @@ ColumnFields::ColumnFields(QFormLayout* form, QObject* parent)
     auto* row = new QHBoxLayout;
     row->addWidget(m_y, 1);
     row->addWidget(choose);
+    m_channels->setAccessibleName(tr("Channels"));
+    m_channels->setToolTip(tr("How many channels stand side by side in files of raw numbers (.f32, .f64), each a column"));
+    m_channels->setRange(1, static_cast<int>(input::kMaximumChannelCount));
+    // While a number is written, what there is of it is none.
+    m_channels->setKeyboardTracking(false);
+    form->addRow(tr("Channels"), m_channels);
     form->addRow(tr("x column"), m_x);
     form->addRow(tr("y columns"), row);
     form->addRow(tr("Categories"), m_categories);
     connect(m_menu, &QMenu::aboutToShow, this, &ColumnFields::fillMenu);
     connect(m_y, &QLineEdit::editingFinished, this, &ColumnFields::changed);
+    connect(m_channels, &QSpinBox::valueChanged, this, &ColumnFields::changed);
     for (QComboBox* box : {m_x, m_categories}) {
         connect(box, &QComboBox::activated, this, &ColumnFields::changed);
         connect(box->lineEdit(), &QLineEdit::editingFinished, this, &ColumnFields::changed);
@@ -104,6 +115,10 @@ void ColumnFields::showDocument(const GraphDocument& document)
     showIn(m_x, options.x);
     showIn(m_categories, options.categoryColumn);
     m_form->setRowVisible(m_categories, options.hasCategories());
+    const QSignalBlocker quiet(m_channels);
+    m_channels->setValue(static_cast<int>(options.channels));
+    const auto& sources = document.sources();
+    m_form->setRowVisible(m_channels, std::any_of(sources.begin(), sources.end(), [](const DocumentSource& source) { return input::hasRawNumberSuffix(source.path); }));
     m_y->setText(textOfNames(options.y));
     m_y->setCursorPosition(0);
 }
@@ -122,6 +137,7 @@ void ColumnFields::putInto(Options& options) const
     options.x = columnIn(m_x);
     options.y = namesOfText(m_y->text());
     options.categoryColumn = options.hasCategories() ? columnIn(m_categories) : std::nullopt;
+    options.channels = static_cast<std::size_t>(m_channels->value());
 }
 
 void ColumnFields::fillMenu()

@@ -12,12 +12,13 @@ class QComboBox;
 class QFormLayout;
 class QLineEdit;
 class QMenu;
+class QSpinBox;
 
 namespace TOLVGraphing::app {
 
 class GraphDocument;
 
-/// The choice of a document's columns: x and the categories' texts from a list or by name or number, y from a menu or as a list of names.
+/// The choice of a document's columns: x and the categories' texts from a list or by name or number, y from a menu or as a list of names; and how many channels stand side by side in its files of raw numbers, where it has some.
 class ColumnFields final : public QObject {
     Q_OBJECT
 
@@ -33,6 +34,7 @@ public:
     [[nodiscard]] QComboBox* x() const { return m_x; }
     [[nodiscard]] QLineEdit* y() const { return m_y; }
     [[nodiscard]] QComboBox* categories() const { return m_categories; }
+    [[nodiscard]] QSpinBox* channels() const { return m_channels; }
 
 signals:
     void changed();
@@ -48,6 +50,7 @@ private:
     QLineEdit* m_y = nullptr;
     QMenu* m_menu = nullptr;
     QComboBox* m_categories = nullptr;
+    QSpinBox* m_channels = nullptr;
     /// As options call them, in the order of the files.
     std::vector<std::string> m_columns;
     std::vector<std::string> m_shownOrdinates;

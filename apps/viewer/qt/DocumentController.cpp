@@ -51,6 +51,7 @@ void DocumentController::replaceDocument(std::unique_ptr<GraphDocument> document
 {
     // The former one lives until everybody has let go of its graph.
     const auto former = std::exchange(m_document, std::move(document));
+    m_undoSteps.clear();
     if (former)
         former->setChangeHandler(nullptr);
     m_document->setChangeHandler([this] { emit nameChanged(); });
@@ -79,6 +80,7 @@ void DocumentController::announceContent()
 
 void DocumentController::start(const std::vector<std::string>& paths, const Options& options, const Plan& plan)
 {
+    m_pendingUndoStep = nullptr;
     emit readingStarted(namesOfFiles(paths));
     DocumentReading::Callbacks callbacks;
     callbacks.progress = [this](const DocumentProgress& progress) {
@@ -105,6 +107,8 @@ void DocumentController::finish(const Plan& plan, ReadDocumentData data)
         fail(plan, plainText(problem.what()));
         return;
     }
+    if (m_pendingUndoStep)
+        m_undoSteps.push_back(std::exchange(m_pendingUndoStep, nullptr));
     if (std::exchange(m_reloadIsDue, false))
         sourcesChanged();
 }
@@ -112,6 +116,7 @@ void DocumentController::finish(const Plan& plan, ReadDocumentData data)
 void DocumentController::fail(const Plan& plan, const QString& reason)
 {
     m_reloadIsDue = false;
+    m_pendingUndoStep = nullptr;
     // Panels show the options that hold.
     announceContent();
     if (plan.isQuiet)
@@ -126,6 +131,7 @@ void DocumentController::cancelReading()
         return;
     m_reading.cancel();
     m_reloadIsDue = false;
+    m_pendingUndoStep = nullptr;
     emit readingEnded();
     announceContent();
     emit message(tr("Reading was cancelled."));
@@ -246,9 +252,11 @@ void DocumentController::save(const QString& path)
     m_document->save(fileOfText(path));
 }
 
-void DocumentController::registerUndo(const Options& former)
+std::shared_ptr<const void> DocumentController::registerUndo(const Options& former)
 {
-    m_document->undoManager()->registerUndoWithTarget(m_undoTarget, [this, former] { setOptions(former); });
+    auto step = std::make_shared<const int>(0);
+    m_document->undoManager()->registerUndoWithTarget(step, [this, former] { setOptions(former); });
+    return step;
 }
 
 /// Bars and impulses stand on zero, and dots in cells of their own: ranges that were chosen for others do not suit them.
@@ -269,7 +277,7 @@ void DocumentController::setOptions(const Options& wanted)
     const QString failure = tr("The graph cannot be drawn so.");
     if (m_document->needsReading(wanted)) {
         // Registered before the reading, so that it is the counterpart of a step that is being undone.
-        registerUndo(former);
+        auto step = registerUndo(former);
         start(m_document->sourcePaths(), wanted,
             {[this, former](ReadDocumentData data) {
                  m_document->install(std::move(data));
@@ -278,11 +286,12 @@ void DocumentController::setOptions(const Options& wanted)
                  contentDidChange();
              },
                 failure, false});
+        m_pendingUndoStep = std::move(step);
         return;
     }
     try {
         m_document->setOptions(wanted);
-        registerUndo(former);
+        m_undoSteps.push_back(registerUndo(former));
         if (fitsAfterChange(former))
             m_document->fitRanges();
     } catch (const std::exception& problem) {

@@ -14,6 +14,7 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace TOLVGraphing::app {
 
@@ -86,7 +87,8 @@ private:
     void fail(const Plan& plan, const QString& reason);
     void openDocument(const QString& path);
     void replaceDocument(std::unique_ptr<GraphDocument> document);
-    void registerUndo(const Options& former);
+    /// A step back to these options that holds as long as what is answered.
+    [[nodiscard]] std::shared_ptr<const void> registerUndo(const Options& former);
     void readAgain(bool isQuiet);
     void sourcesChanged();
     void contentDidChange();
@@ -99,8 +101,10 @@ private:
     bool m_reloadsAutomatically = true;
     /// A source changed while something else was read.
     bool m_reloadIsDue = false;
-    /// What undo steps belong to.
-    std::shared_ptr<int> m_undoTarget = std::make_shared<int>(0);
+    /// What the undo steps of this document hold as long as.
+    std::vector<std::shared_ptr<const void>> m_undoSteps;
+    /// That of a change whose data are being read: there is nothing to undo when they do not come.
+    std::shared_ptr<const void> m_pendingUndoStep;
     /// Last, so that it ends first.
     DocumentReading m_reading;
 };
