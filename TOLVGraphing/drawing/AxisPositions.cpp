@@ -1,5 +1,6 @@
 #include "AxisPositions.h"
 
+#include "../axes/TOLVDateAxis.h"
 #include "../axes/TOLVLinearAxis.h"
 #include "../axes/TOLVLogarithmicAxis.h"
 #include "../mapping/TOLVMapping.h"
@@ -13,7 +14,7 @@ namespace {
 /// True for an axis whose positions are those of its mapping. A subclass may have positions of its own.
 bool hasMappedPositions(const TOLVAxis& axis)
 {
-    return typeid(axis) == typeid(TOLVLinearAxis) || typeid(axis) == typeid(TOLVLogarithmicAxis);
+    return typeid(axis) == typeid(TOLVLinearAxis) || typeid(axis) == typeid(TOLVLogarithmicAxis) || typeid(axis) == typeid(TOLVDateAxis);
 }
 
 } // namespace

@@ -10,7 +10,7 @@ namespace TOLVGraphing {
 class TOLVAxis;
 class TOLVMapping;
 
-/// The positions of many values along one axis: what TOLVAxis::pointForValue answers, float for float. The mapping of a linear or logarithmic axis is set up once instead of for each value; any other axis is asked each time.
+/// The positions of many values along one axis: what TOLVAxis::pointForValue answers, float for float. The mapping of a linear or logarithmic axis or one of dates is set up once instead of for each value; any other axis is asked each time.
 ///
 /// The axis is not owned, may be null, has to outlive this object, and stays as it is meanwhile (its mapping may be the axis's own: two of these for one axis and different rectangles disturb each other). Without an axis every position is 0.
 class TOLV_EXPORT AxisPositions {

@@ -1,5 +1,6 @@
 #include "AxisPositions.h"
 
+#include "../axes/TOLVDateAxis.h"
 #include "../axes/TOLVLineAxis.h"
 #include "../axes/TOLVLinearAxis.h"
 #include "../axes/TOLVLogarithmicAxis.h"
@@ -46,8 +47,8 @@ std::vector<float> someValues()
 
 TEST(AxisPositions, AreThoseOfTheGraphToTheLastBit)
 {
-    const std::vector<std::shared_ptr<TOLVAxis>> axes
-        = {std::make_shared<TOLVLinearAxis>(), std::make_shared<TOLVLogarithmicAxis>(), std::make_shared<ShiftedAxis>(), std::make_shared<TOLVLineAxis>(), nullptr};
+    const std::vector<std::shared_ptr<TOLVAxis>> axes = {std::make_shared<TOLVLinearAxis>(), std::make_shared<TOLVLogarithmicAxis>(), std::make_shared<TOLVDateAxis>(),
+        std::make_shared<ShiftedAxis>(), std::make_shared<TOLVLineAxis>(), nullptr};
     const Rect rect(3.0, 5.0, 612.3, 417.9);
     for (const auto& axis : axes) {
         const auto graph = TOLVGraph::graph();

@@ -1,6 +1,7 @@
 #include "GraphDescription.h"
 
 #include "../axes/TOLVBarAxis.h"
+#include "../axes/TOLVDateAxis.h"
 #include "../axes/TOLVLineAxis.h"
 #include "../axes/TOLVLogarithmicAxis.h"
 #include "../graph/TOLVGraph.h"
@@ -18,6 +19,8 @@ std::string scaleText(const TOLVAxis& axis)
 {
     if (dynamic_cast<const TOLVLogarithmicAxis*>(&axis))
         return ", logarithmic,";
+    if (dynamic_cast<const TOLVDateAxis*>(&axis))
+        return ", dates,";
     const bool hasCategories = dynamic_cast<const TOLVBarAxis*>(&axis) || dynamic_cast<const TOLVLineAxis*>(&axis);
     return hasCategories ? ", categories," : "";
 }

@@ -1,6 +1,8 @@
 #include "GraphDescription.h"
 
+#include "../axes/DateTickFormatter.h"
 #include "../axes/TOLVBarAxis.h"
+#include "../axes/TOLVDateAxis.h"
 #include "../axes/TOLVLogarithmicAxis.h"
 #include "../graph/TOLVGraph.h"
 
@@ -52,6 +54,18 @@ TEST(GraphDescription, SaysTitlesScalesRangesSeriesAndMarkers)
     graph->placeHorizontalAxisMarkerWithValue(3.0);
     EXPECT_EQ(graphName(*graph), "Run 7");
     EXPECT_EQ(graphDescription(*graph), "Time (s) from 1 to 1,000. y, logarithmic, from 1 to 1,000. 3 series: left, right. 1 marker.");
+}
+
+TEST(GraphDescription, DatesAreNamed)
+{
+    const auto graph = TOLVGraph::graph();
+    const auto axis = std::make_shared<TOLVDateAxis>();
+    axis->setOrigin(20513.0);
+    graph->setHorizontalAxis(axis);
+    EXPECT_EQ(graphDescription(*graph), "x, dates. y. No series.");
+    graph->horizontalAxis()->setTickLabelFormatter(std::make_shared<DateTickFormatter>(graph->horizontalAxis()));
+    graph->zoomXToFixedMin(0.0F, 0.4375F);
+    EXPECT_EQ(graphDescription(*graph), "x, dates, from 2026-03-01 to 2026-03-01 10:30. y. No series.");
 }
 
 TEST(GraphDescription, CategoriesAreNamedAndNoMoreThanTenSeries)

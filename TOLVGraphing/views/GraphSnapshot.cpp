@@ -1,5 +1,6 @@
 #include "GraphSnapshot.h"
 
+#include "../axes/DateTickFormatter.h"
 #include "../axes/TickNumberFormatter.h"
 #include "../graph/TOLVGraph.h"
 
@@ -9,15 +10,26 @@ namespace TOLVGraphing {
 
 namespace {
 
-/// The formatter for the snapshot's axes: what looks at an axis of the graph looks at the snapshot's. Others are kept; the axis copies them.
-std::shared_ptr<const NumberFormatter> formatterInSnapshot(const std::shared_ptr<NumberFormatter>& formatter, const TOLVGraph& graph, const TOLVGraph& snapshot)
+/// A formatter of the class that looks at an axis of the graph, for the same axis of the snapshot; null for others.
+template <typename Formatter>
+std::shared_ptr<const NumberFormatter> formatterForSnapshot(const std::shared_ptr<NumberFormatter>& formatter, const TOLVGraph& graph, const TOLVGraph& snapshot)
 {
-    const auto tickFormatter = std::dynamic_pointer_cast<const TickNumberFormatter>(formatter);
+    const auto tickFormatter = std::dynamic_pointer_cast<const Formatter>(formatter);
     const auto axis = tickFormatter ? tickFormatter->axis() : nullptr;
     if (axis && axis == graph.horizontalAxis())
         return tickFormatter->copyForAxis(snapshot.horizontalAxis());
     if (axis && axis == graph.verticalAxis())
         return tickFormatter->copyForAxis(snapshot.verticalAxis());
+    return nullptr;
+}
+
+/// The formatter for the snapshot's axes: what looks at an axis of the graph looks at the snapshot's. Others are kept; the axis copies them.
+std::shared_ptr<const NumberFormatter> formatterInSnapshot(const std::shared_ptr<NumberFormatter>& formatter, const TOLVGraph& graph, const TOLVGraph& snapshot)
+{
+    if (auto numbers = formatterForSnapshot<TickNumberFormatter>(formatter, graph, snapshot))
+        return numbers;
+    if (auto dates = formatterForSnapshot<DateTickFormatter>(formatter, graph, snapshot))
+        return dates;
     return formatter;
 }
 

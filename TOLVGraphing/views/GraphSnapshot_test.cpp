@@ -1,5 +1,7 @@
 #include "GraphSnapshot.h"
 
+#include "../axes/DateTickFormatter.h"
+#include "../axes/TOLVDateAxis.h"
 #include "../axes/AdaptiveNumberFormatter.h"
 #include "../axes/SINumberFormatter.h"
 #include "../axes/ScientificNumberFormatter.h"
@@ -136,6 +138,17 @@ TEST(GraphSnapshot, FormattersLookAtTheTicksOfItsOwnAxes)
     EXPECT_EQ(axisOf(*snapshot->verticalAxis()), snapshot->horizontalAxis());
     EXPECT_EQ(axisOf(*graph->horizontalAxis()), graph->horizontalAxis());
     EXPECT_NE(std::dynamic_pointer_cast<const ScientificNumberFormatter>(snapshot->verticalAxis()->tickLabelFormatter()), nullptr);
+}
+
+TEST(GraphSnapshot, FormattersOfDatesLookAtItsOwnAxes)
+{
+    const auto graph = TOLVGraph::graph();
+    graph->setHorizontalAxis(std::make_shared<TOLVDateAxis>());
+    graph->horizontalAxis()->setTickLabelFormatter(std::make_shared<DateTickFormatter>(graph->horizontalAxis()));
+    const auto snapshot = snapshotOfGraph(*graph);
+    const auto formatter = std::dynamic_pointer_cast<const DateTickFormatter>(snapshot->horizontalAxis()->tickLabelFormatter());
+    ASSERT_TRUE(formatter);
+    EXPECT_EQ(formatter->axis(), snapshot->horizontalAxis());
 }
 
 TEST(GraphSnapshot, SharesSamplesAndStrategyAndNothingElse)

@@ -106,8 +106,8 @@ inline void requireRoundTrip(const std::shared_ptr<ArchiveObject>& object)
 /// Draws a graph as an application would, with a series, into areas of several sizes.
 inline void drawOnNothing(TOLVGraph& graph)
 {
-    const bool canBeDrawn = isDrawable(graph.horizontalAxis(), {"TOLVLinearAxis", "TOLVLogarithmicAxis", "TOLVBarAxis", "TOLVLineAxis"})
-        && isDrawable(graph.verticalAxis(), {"TOLVLinearAxis", "TOLVLogarithmicAxis"});
+    const bool canBeDrawn = isDrawable(graph.horizontalAxis(), {"TOLVLinearAxis", "TOLVLogarithmicAxis", "TOLVDateAxis", "TOLVBarAxis", "TOLVLineAxis"})
+        && isDrawable(graph.verticalAxis(), {"TOLVLinearAxis", "TOLVLogarithmicAxis", "TOLVDateAxis"});
     NullContext context;
     const CurrentContextScope scope(context);
     const auto x = TOLVRealVector::vectorWithComponents({-1.0F, 0.0F, 1.0F, 2.5F, 1000.0F});

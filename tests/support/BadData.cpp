@@ -1,6 +1,7 @@
 #include "BadData.h"
 
 #include <TOLVGraphing/axes/TOLVBarAxis.h>
+#include <TOLVGraphing/axes/TOLVDateAxis.h>
 #include <TOLVGraphing/axes/TOLVLineAxis.h>
 #include <TOLVGraphing/axes/TOLVLinearAxis.h>
 #include <TOLVGraphing/axes/TOLVLogarithmicAxis.h>
@@ -152,6 +153,7 @@ const std::vector<NamedAxes>& allAxes()
             for (const auto& [verticalName, vertical] : kinds)
                 axes.push_back({std::string(horizontalName) + "By_" + verticalName, horizontal, vertical});
         }
+        axes.push_back({"dateBy_date", std::make_shared<TOLVDateAxis>(), std::make_shared<TOLVDateAxis>()});
         return axes;
     }();
     return kAxes;

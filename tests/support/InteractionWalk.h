@@ -1,5 +1,6 @@
 #pragma once
 
+#include <TOLVGraphing/axes/TOLVDateAxis.h>
 #include <TOLVGraphing/axes/TOLVLineAxis.h>
 #include <TOLVGraphing/axes/TOLVLinearAxis.h>
 #include <TOLVGraphing/axes/TOLVLogarithmicAxis.h>
@@ -44,6 +45,7 @@ inline std::vector<WalkSetting> walkSettings()
         {"impulses", logarithmic, linear, std::make_shared<TOLVVerticalLineGraphDrawing>()},
         {"bars", std::make_shared<TOLVBarAxis>(), linear, std::make_shared<BarGraphDrawing>()},
         {"lines", std::make_shared<TOLVLineAxis>(), logarithmic, std::make_shared<LineGraphDrawing>()},
+        {"dates", std::make_shared<TOLVDateAxis>(), std::make_shared<TOLVDateAxis>(), std::make_shared<CurveGraphDrawing>()},
     };
 }
 
