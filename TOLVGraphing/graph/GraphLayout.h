@@ -65,6 +65,8 @@ struct AxisLayout {
     /// The visible range in data units; 0 and 0 without one.
     double min = 0.0;
     double max = 0.0;
+    /// Of a TOLVDateAxis, what its values count from, in days since 1970-01-01; nothing for others.
+    std::optional<double> origin;
     /// The axis's own rectangle, and in it the strips of the tick labels and of the title.
     Rect rect;
     Rect tickLabelRect;

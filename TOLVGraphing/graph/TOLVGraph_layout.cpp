@@ -1,6 +1,7 @@
 // The graph's account of its layout.
 
 #include "../axes/TOLVBarAxis.h"
+#include "../axes/TOLVDateAxis.h"
 #include "GraphLayout.h"
 #include "TOLVGraph.h"
 
@@ -47,6 +48,8 @@ AxisLayout axisLayout(const TOLVAxis& axis, const Rect& rect, const TOLVAxis::Ma
 {
     AxisLayout layout;
     layout.kind = axis.archiveClassName();
+    if (const auto* dates = dynamic_cast<const TOLVDateAxis*>(&axis))
+        layout.origin = dates->origin();
     if (const auto range = axis.extents()) {
         layout.min = range->min();
         layout.max = range->max();

@@ -8,6 +8,7 @@
 #include "VisibleRanges.h"
 
 #include <TOLVGraphing/axes/TOLVBarAxis.h>
+#include <TOLVGraphing/axes/TOLVDateAxis.h>
 #include <TOLVGraphing/axes/TOLVLineAxis.h>
 #include <TOLVGraphing/axes/TOLVLinearAxis.h>
 #include <TOLVGraphing/axes/TOLVLogarithmicAxis.h>
@@ -53,7 +54,7 @@ bool isOfKind(const std::shared_ptr<TOLVAxis>& axis, AxisKind kind)
     case AxisKind::Bar: return isExactly<TOLVBarAxis>(*axis);
     case AxisKind::Line: return isExactly<TOLVLineAxis>(*axis);
     }
-    return isExactly<TOLVLinearAxis>(*axis);
+    return isExactly<TOLVLinearAxis>(*axis) || isExactly<TOLVDateAxis>(*axis);
 }
 
 /// A series for one graph: the samples and the name are shared, the style is its own.
@@ -70,6 +71,7 @@ public:
         : m_files(files)
         , m_options(options)
         , m_kept(kept)
+        , m_dateOrigin(dateOriginOf(files))
         , m_graph(std::move(graph))
         , m_draft(TOLVGraph::graph())
         , m_notes(notesOnHiddenSamples(files, options))
@@ -86,7 +88,7 @@ public:
         // Whatever can fail comes before the first change.
         requireFewSeries();
         addSeriesToDraft();
-        const Range fittingX = narrowed(visibleXRange(*m_draft, m_options, xIsDate(), m_notes));
+        const Range fittingX = narrowed(visibleXRange(*m_draft, m_options, m_dateOrigin, m_notes));
         std::optional<Range> x;
         if (!keepsRange(m_kept.xRange, m_graph->horizontalAxis(), m_options.xAxis))
             x = fittingX;
@@ -99,7 +101,7 @@ public:
         takeSeries();
         installAxes();
         setRanges(x, y);
-        setTickFormats(*m_graph, m_options, xIsDate(), m_categories ? &*m_categories : nullptr);
+        setTickFormats(*m_graph, m_options, m_dateOrigin, m_categories ? &*m_categories : nullptr);
         m_graph->setDrawingStrategy(strategy());
         setTexts();
         if (!m_kept.markers)
@@ -109,11 +111,6 @@ public:
     }
 
 private:
-    bool xIsDate() const
-    {
-        return std::all_of(m_files.begin(), m_files.end(), [](const FileSeries& file) { return file.selection.xIsDate; });
-    }
-
     void addSeriesToDraft()
     {
         std::size_t position = 0;
@@ -154,17 +151,25 @@ private:
     /// Axes that stay get the texts of their categories; a new one draws the grid lines of the former one.
     void installAxes()
     {
-        if (!isOfKind(m_graph->horizontalAxis(), m_options.xAxis))
-            m_graph->setHorizontalAxis(axisOfKind(m_options.xAxis, m_graph->horizontalAxis()));
+        const auto& former = m_graph->horizontalAxis();
+        if (!isOfKind(former, m_options.xAxis) || isExactly<TOLVDateAxis>(*former) != hasAxisOfDates())
+            m_graph->setHorizontalAxis(inPlaceOf(former, hasAxisOfDates() ? std::make_shared<TOLVDateAxis>(m_graph) : axisOfKind(m_options.xAxis)));
         else if (m_options.hasCategories())
             std::static_pointer_cast<TOLVBarAxis>(m_graph->horizontalAxis())->setTickLabels(m_categories->texts());
+        if (hasAxisOfDates())
+            std::static_pointer_cast<TOLVDateAxis>(m_graph->horizontalAxis())->setOrigin(m_dateOrigin.value_or(0.0));
         if (!isOfKind(m_graph->verticalAxis(), m_options.yAxis))
-            m_graph->setVerticalAxis(axisOfKind(m_options.yAxis, m_graph->verticalAxis()));
+            m_graph->setVerticalAxis(inPlaceOf(m_graph->verticalAxis(), axisOfKind(m_options.yAxis)));
     }
 
-    std::shared_ptr<TOLVAxis> axisOfKind(AxisKind kind, const std::shared_ptr<TOLVAxis>& former) const
+    /// Dates along x, unless they are to be written as other numbers, and numbers that are to be written as dates.
+    bool hasAxisOfDates() const
     {
-        auto axis = axisOfKind(kind);
+        return m_options.xAxis == AxisKind::Linear && m_options.xFormat.value_or(m_dateOrigin ? NumberStyle::Date : NumberStyle::Adaptive) == NumberStyle::Date;
+    }
+
+    static std::shared_ptr<TOLVAxis> inPlaceOf(const std::shared_ptr<TOLVAxis>& former, std::shared_ptr<TOLVAxis> axis)
+    {
         if (former) {
             axis->setDrawsMajorLines(former->drawsMajorLines());
             axis->setDrawsMinorLines(former->drawsMinorLines());
@@ -233,7 +238,7 @@ private:
         TOLVGraph::Markers markers;
         for (const std::string& text : m_options.markers) {
             const auto category = m_categories ? m_categories->abscissaOf(text) : std::nullopt;
-            const double value = category ? *category : parseNumberOrDate("--marker", text, xIsDate());
+            const double value = category ? *category : parseNumberOrDate("--marker", text, m_dateOrigin);
             if (!m_categories || (value >= visible.from && value <= visible.to))
                 markers.push_back(TOLVMarker::markerWithValue(value));
         }
@@ -301,6 +306,7 @@ private:
     const std::vector<FileSeries>& m_files;
     Options m_options;
     KeptView m_kept;
+    std::optional<double> m_dateOrigin;
     std::shared_ptr<TOLVGraph> m_graph;
     /// Holds the new series while everything else is worked out.
     std::shared_ptr<TOLVGraph> m_draft;

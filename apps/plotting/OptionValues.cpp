@@ -70,14 +70,14 @@ std::optional<double> numberFromText(const std::string& text)
     return number;
 }
 
-double parseNumberOrDate(const std::string& option, const std::string& text, bool isDate)
+double parseNumberOrDate(const std::string& option, const std::string& text, std::optional<double> dateOrigin)
 {
     if (const auto number = numberFromText(text))
-        return *number;
-    if (isDate) {
+        return *number - dateOrigin.value_or(0.0);
+    if (dateOrigin) {
         const auto days = input::daysOfDate(text);
         if (days && std::isfinite(*days))
-            return *days;
+            return *days - *dateOrigin;
         throw UsageError(option, text, "a number or a date such as 2026-11-21");
     }
     throw UsageError(option, text, "a number");

@@ -48,8 +48,8 @@ inline constexpr double kLargestThickness = 1000.0;
 [[nodiscard]] EdgeInsets parseInsets(const std::string& option, const std::string& text);
 /// The parts of a list separated by commas; no part may be empty.
 [[nodiscard]] std::vector<std::string> parseList(const std::string& option, const std::string& text);
-/// A finite number, or with `isDate` also an ISO date, as days since 1970-01-01.
-[[nodiscard]] double parseNumberOrDate(const std::string& option, const std::string& text, bool isDate);
+/// A finite number, or with a `dateOrigin` a date or days since 1970-01-01, as days since that origin (which is in days since 1970-01-01 itself).
+[[nodiscard]] double parseNumberOrDate(const std::string& option, const std::string& text, std::optional<double> dateOrigin);
 /// The words that the operations above read as these values.
 [[nodiscard]] std::string wordFor(LinePattern pattern);
 [[nodiscard]] std::string wordFor(DrawingKind drawing);

@@ -47,6 +47,8 @@ struct Options {
     std::vector<std::string> y;
     /// Channels side by side in files of raw numbers.
     std::size_t channels = 1;
+    /// What dates along x are counted from, in days since 1970-01-01: nothing until the first file with dates has been read, which says it for all others.
+    std::optional<double> dateOrigin;
     std::optional<RangeText> xRange;
     std::optional<RangeText> yRange;
     std::optional<std::string> title;

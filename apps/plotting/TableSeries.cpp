@@ -2,6 +2,7 @@
 
 #include <desktop/input/MappedFile.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <utility>
@@ -12,6 +13,10 @@ input::ReadSettings readSettingsWithoutTexts(const Options& options)
 {
     input::ReadSettings settings;
     settings.channelCount = options.channels;
+    // Logarithms need all days to be greater than 0.
+    settings.dateOrigin = options.dateOrigin;
+    if (!settings.dateOrigin && options.xAxis == AxisKind::Logarithmic)
+        settings.dateOrigin = 0.0;
     settings.extremesFolder = input::ExtremesFolder::usualFolder();
     return settings;
 }
@@ -34,6 +39,18 @@ FileSeries seriesOfTable(input::MeasurementTable&& table, const Options& options
     std::string file = table.sourceName;
     auto mappedFile = table.mappedFile();
     return {std::move(file), input::selectSeries(std::move(table), {options.x, options.y, options.hasCategories(), options.categoryColumn}), std::move(mappedFile)};
+}
+
+void keepDateOrigin(const FileSeries& file, Options& options)
+{
+    if (file.selection.xIsDate && !options.dateOrigin)
+        options.dateOrigin = file.selection.xDateOrigin;
+}
+
+std::optional<double> dateOriginOf(const std::vector<FileSeries>& files)
+{
+    const bool areDates = !files.empty() && std::all_of(files.begin(), files.end(), [](const FileSeries& file) { return file.selection.xIsDate; });
+    return areDates ? std::optional(files.front().selection.xDateOrigin) : std::nullopt;
 }
 
 void requireWholeFiles(const std::vector<FileSeries>& files)

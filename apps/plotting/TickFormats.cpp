@@ -4,8 +4,10 @@
 #include "Scale.h"
 
 #include <TOLVGraphing/axes/AdaptiveNumberFormatter.h>
+#include <TOLVGraphing/axes/DateTickFormatter.h>
 #include <TOLVGraphing/axes/SINumberFormatter.h>
 #include <TOLVGraphing/axes/ScientificNumberFormatter.h>
+#include <TOLVGraphing/axes/TOLVDateAxis.h>
 #include <TOLVGraphing/axes/TOLVLinearAxis.h>
 #include <TOLVGraphing/graph/TOLVGraph.h>
 #include <TOLVGraphing/platform/text/DayDateFormatter.h>
@@ -20,14 +22,22 @@ namespace TOLVGraphing::app {
 
 namespace {
 
-std::shared_ptr<const NumberFormatter> formatterForAxis(NumberStyle style, const std::shared_ptr<const TOLVAxis>& axis)
+bool isAxisOfDates(const TOLVAxis* axis)
+{
+    return dynamic_cast<const TOLVDateAxis*>(axis) != nullptr;
+}
+
+std::shared_ptr<const NumberFormatter> formatterForAxis(NumberStyle style, const std::shared_ptr<const TOLVAxis>& axis, double dateOrigin = 0.0)
 {
     switch (style) {
     case NumberStyle::Decimal: break;
     case NumberStyle::Adaptive: return std::make_shared<AdaptiveNumberFormatter>(axis);
     case NumberStyle::SI: return std::make_shared<SINumberFormatter>(axis);
     case NumberStyle::Scientific: return std::make_shared<ScientificNumberFormatter>(axis);
-    case NumberStyle::Date: return std::make_shared<DayDateFormatter>();
+    case NumberStyle::Date:
+        if (isAxisOfDates(axis.get()))
+            return std::make_shared<DateTickFormatter>(axis);
+        return std::make_shared<DayDateFormatter>(dateOrigin);
     }
     return std::make_shared<NumberFormatter>();
 }
@@ -81,18 +91,19 @@ void dropUnevenMinorLabels(TOLVGraph& graph, const Rect& inRect)
 
 void chooseMinorLabels(TOLVGraph& graph, const Options& options)
 {
-    graph.horizontalAxis()->setDrawsMinorLabels(areMajorValuesFew(*graph.horizontalAxis()->extents(), Scale(options.xAxis)));
+    // The steps of dates leave no need for more.
+    graph.horizontalAxis()->setDrawsMinorLabels(!isAxisOfDates(graph.horizontalAxis().get()) && areMajorValuesFew(*graph.horizontalAxis()->extents(), Scale(options.xAxis)));
     graph.verticalAxis()->setDrawsMinorLabels(areMajorValuesFew(*graph.verticalAxis()->extents(), Scale(options.yAxis)));
 }
 
-void setTickFormats(TOLVGraph& graph, const Options& options, bool xIsDate, const Categories* categories)
+void setTickFormats(TOLVGraph& graph, const Options& options, std::optional<double> dateOrigin, const Categories* categories)
 {
     const auto& horizontal = graph.horizontalAxis();
     const auto& vertical = graph.verticalAxis();
     if (categories)
         horizontal->setTickLabelFormatter(std::make_shared<CategoryFormatter>(*categories));
     else
-        horizontal->setTickLabelFormatter(formatterForAxis(options.xFormat.value_or(xIsDate ? NumberStyle::Date : NumberStyle::Adaptive), horizontal));
+        horizontal->setTickLabelFormatter(formatterForAxis(options.xFormat.value_or(dateOrigin ? NumberStyle::Date : NumberStyle::Adaptive), horizontal, dateOrigin.value_or(0.0)));
     vertical->setTickLabelFormatter(formatterForAxis(options.yFormat.value_or(NumberStyle::Adaptive), vertical));
     chooseMinorLabels(graph, options);
 }

@@ -12,9 +12,9 @@ namespace TOLVGraphing::app {
 
 class Categories;
 
-/// Sets how the axes of a graph write numbers and which of them they label, as the options say: `adaptive` where they do not, and dates where `xIsDate`. Axes and ranges are set before; an axis that
+/// Sets how the axes of a graph write numbers and which of them they label, as the options say: `adaptive` where they do not, and dates where those along x have a `dateOrigin`, see dateOriginOf(). Axes and ranges are set before; an axis that
 /// is replaced later needs this again. Categories, null where there are none, are written as their texts.
-void setTickFormats(TOLVGraph& graph, const Options& options, bool xIsDate, const Categories* categories);
+void setTickFormats(TOLVGraph& graph, const Options& options, std::optional<double> dateOrigin, const Categories* categories);
 
 /// Has the axes of a graph label minor values where the visible ranges of this moment have few major ones. Part of the above; ranges that change later need it again.
 void chooseMinorLabels(TOLVGraph& graph, const Options& options);

@@ -37,21 +37,21 @@ bool standsOnBottom(const Options& options)
     return options.drawing == DrawingKind::Bar || options.drawing == DrawingKind::Impulse;
 }
 
-double endOfRange(const std::string& option, const std::string& text, const Scale& scale, bool isDate)
+double endOfRange(const std::string& option, const std::string& text, const Scale& scale, std::optional<double> dateOrigin)
 {
-    const double end = parseNumberOrDate(option, text, isDate);
+    const double end = parseNumberOrDate(option, text, dateOrigin);
     if (scale.isLogarithmic() && !(static_cast<float>(end) > 0.0F))
         throw UsageError(option, text, "a number greater than 0, as the axis is logarithmic");
     return end;
 }
 
-Range chosenRange(const std::string& option, const std::optional<RangeText>& text, Range fitting, const Scale& scale, bool isDate)
+Range chosenRange(const std::string& option, const std::optional<RangeText>& text, Range fitting, const Scale& scale, std::optional<double> dateOrigin)
 {
     Range range = fitting;
     if (text && !text->from.empty())
-        range.from = endOfRange(option, text->from, scale, isDate);
+        range.from = endOfRange(option, text->from, scale, dateOrigin);
     if (text && !text->to.empty())
-        range.to = endOfRange(option, text->to, scale, isDate);
+        range.to = endOfRange(option, text->to, scale, dateOrigin);
     if (!(static_cast<float>(range.from) < static_cast<float>(range.to)))
         throw UsageError(option, text ? text->from + ":" + text->to : "", "an end greater than the start");
     return range;
@@ -158,9 +158,9 @@ bool hasCategoriesOfEverySeries(const TOLVGraph& graph, Range range)
 
 } // namespace
 
-Range visibleXRange(const TOLVGraph& graph, const Options& options, bool xIsDate, std::vector<std::string>& notes)
+Range visibleXRange(const TOLVGraph& graph, const Options& options, std::optional<double> dateOrigin, std::vector<std::string>& notes)
 {
-    const Range range = chosenRange("--x-range", options.xRange, fittingX(graph, options, notes), Scale(options.xAxis), xIsDate);
+    const Range range = chosenRange("--x-range", options.xRange, fittingX(graph, options, notes), Scale(options.xAxis), dateOrigin);
     if (options.hasCategories() && options.xRange && !hasCategoriesOfEverySeries(graph, range))
         throw UsageError("--x-range", options.xRange->from + ":" + options.xRange->to, "a range with categories of every series");
     return range;
@@ -168,7 +168,7 @@ Range visibleXRange(const TOLVGraph& graph, const Options& options, bool xIsDate
 
 Range visibleYRange(const TOLVGraph& graph, const Options& options)
 {
-    return chosenRange("--y-range", options.yRange, fittingY(graph, options), Scale(options.yAxis), false);
+    return chosenRange("--y-range", options.yRange, fittingY(graph, options), Scale(options.yAxis), std::nullopt);
 }
 
 bool canShowRange(const TOLVGraph& graph, Range range, AxisKind kind)

@@ -14,10 +14,10 @@ namespace {
 using input::ColumnKind;
 using input::MeasurementColumn;
 
-std::string valueText(float value, ColumnKind kind)
+std::string valueText(float value, const MeasurementColumn& column)
 {
-    if (kind == ColumnKind::Date)
-        return DayDateFormatter().stringFromNumber(static_cast<double>(value)).value_or("");
+    if (column.kind == ColumnKind::Date)
+        return DayDateFormatter(column.dateOrigin).stringFromNumber(static_cast<double>(value)).value_or("");
     return shortestText(value);
 }
 
@@ -25,7 +25,7 @@ std::string rangeText(const MeasurementColumn& column)
 {
     if (const ExtremePyramid* pyramid = column.values.pyramid()) {
         const Extremes& extremes = pyramid->extremes();
-        return extremes.areOfNothing() ? std::string() : ", " + valueText(extremes.minimum, column.kind) + " to " + valueText(extremes.maximum, column.kind);
+        return extremes.areOfNothing() ? std::string() : ", " + valueText(extremes.minimum, column) + " to " + valueText(extremes.maximum, column);
     }
     std::optional<float> low;
     std::optional<float> high;
@@ -37,7 +37,7 @@ std::string rangeText(const MeasurementColumn& column)
         if (!high || value > *high)
             high = value;
     }
-    return low ? ", " + valueText(*low, column.kind) + " to " + valueText(*high, column.kind) : std::string();
+    return low ? ", " + valueText(*low, column) + " to " + valueText(*high, column) : std::string();
 }
 
 std::string columnLine(const MeasurementColumn& column, std::size_t number)
@@ -47,7 +47,7 @@ std::string columnLine(const MeasurementColumn& column, std::size_t number)
         line += " (" + column.unit + ")";
     line += ": " + std::string(input::columnKindName(column.kind));
     if (column.kind == ColumnKind::Date)
-        line += " in days since 1970-01-01";
+        line += " in days since " + DayDateFormatter().stringFromNumber(column.dateOrigin).value_or("");
     line += ", " + std::to_string(column.values.size()) + (column.values.size() == 1 ? " row" : " rows");
     if (column.gapCount > 0)
         line += ", " + std::to_string(column.gapCount) + (column.gapCount == 1 ? " gap" : " gaps");

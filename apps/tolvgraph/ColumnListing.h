@@ -6,7 +6,7 @@
 
 namespace TOLVGraphing::app {
 
-/// The table's source and format and, a line each, its columns: number, name, unit, kind, rows, gaps and the range of the values. A column of dates says that it counts days since 1970-01-01.
+/// The table's source and format and, a line each, its columns: number, name, unit, kind, rows, gaps and the range of the values. A column of dates says from which day on it counts.
 [[nodiscard]] std::string columnListing(const input::MeasurementTable& table);
 
 } // namespace TOLVGraphing::app

@@ -97,9 +97,10 @@ void Run::run() const
 std::vector<FileSeries> Run::readSeries() const
 {
     std::vector<FileSeries> files;
-    for (const std::string& file : m_options.files) {
+    Options options = m_options;
+    for (const std::string& file : options.files) {
         // Only a graph needs the texts of categories.
-        input::MeasurementTable table = readFile(file, m_options.needsGraph() ? readSettings(m_options) : readSettingsWithoutTexts(m_options));
+        input::MeasurementTable table = readFile(file, options.needsGraph() ? readSettings(options) : readSettingsWithoutTexts(options));
         for (const std::string& note : notesOnRaggedRows(table))
             warn(note);
         if (m_options.listsColumns) {
@@ -111,7 +112,8 @@ std::vector<FileSeries> Run::readSeries() const
         }
         if (!m_options.needsGraph())
             continue;
-        files.push_back(seriesOfTable(std::move(table), m_options));
+        files.push_back(seriesOfTable(std::move(table), options));
+        keepDateOrigin(files.back(), options);
         for (const std::string& note : files.back().selection.notes)
             warn(std::string(file).append(": ").append(note));
     }

@@ -24,6 +24,9 @@ namespace TOLVGraphing::app {
 
 namespace {
 
+/// The first days of the years 0 and 10000, since 1970.
+constexpr double kFirstDay = -719528.0;
+constexpr double kLastDay = 2932897.0;
 constexpr const char* kDocumentClass = "TOLVGraphDocument";
 constexpr const char* kSourceClass = "TOLVDocumentSource";
 constexpr const char* kOptionsClass = "TOLVDocumentOptions";
@@ -116,6 +119,8 @@ std::shared_ptr<ArchiveObject> archived(const Options& options)
     putIfAny(*object, "categoryColumn", options.categoryColumn);
     if (options.channels != 1)
         put(*object, "channels", static_cast<std::int64_t>(options.channels));
+    if (options.dateOrigin)
+        put(*object, "dateOrigin", *options.dateOrigin);
     putRange(*object, "xRange", options.xRange);
     putRange(*object, "yRange", options.yRange);
     putIfAny(*object, "title", options.title);
@@ -213,7 +218,7 @@ std::optional<RangeText> rangeFrom(const ArchivedValues& values, const char* key
         values.fail(key, std::to_string(ends.size()) + " texts", "two, for the ends of a range");
     for (const std::string& end : ends) {
         if (!end.empty())
-            static_cast<void>(parseNumberOrDate(values.wayTo(key), end, mayBeDates));
+            static_cast<void>(parseNumberOrDate(values.wayTo(key), end, mayBeDates ? std::optional(0.0) : std::nullopt));
     }
     return RangeText{ends[0], ends[1]};
 }
@@ -247,6 +252,8 @@ Options optionsFrom(const ArchivedValues& values)
     options.y = values.texts("y");
     options.categoryColumn = values.optionalText("categoryColumn");
     options.channels = channelsFrom(values);
+    if (values.has("dateOrigin"))
+        options.dateOrigin = values.number("dateOrigin", kFirstDay, kLastDay);
     options.xRange = rangeFrom(values, "xRange", true);
     options.yRange = rangeFrom(values, "yRange", false);
     options.title = values.optionalText("title");
@@ -282,7 +289,7 @@ std::shared_ptr<TOLVGraph> graphFrom(const ArchivedValues& document)
     auto graph = std::dynamic_pointer_cast<TOLVGraph>(KeyedUnarchiver::unarchivedObject(document.anyObject("graph")));
     if (!graph)
         document.fail("graph", "an object of class " + document.anyObject("graph")->className, "one of class TOLVGraph");
-    requireAxis(document, graph->horizontalAxis(), {"TOLVLinearAxis", "TOLVLogarithmicAxis", "TOLVBarAxis", "TOLVLineAxis"}, "x");
+    requireAxis(document, graph->horizontalAxis(), {"TOLVLinearAxis", "TOLVLogarithmicAxis", "TOLVBarAxis", "TOLVLineAxis", "TOLVDateAxis"}, "x");
     requireAxis(document, graph->verticalAxis(), {"TOLVLinearAxis", "TOLVLogarithmicAxis"}, "y");
     requireRange(document, graph->extents()->x(), "x");
     requireRange(document, graph->extents()->y(), "y");

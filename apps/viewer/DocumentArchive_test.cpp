@@ -15,6 +15,7 @@ DocumentContents usualContents()
     contents.sources = {{"/data/scope.csv", "scope.csv", FileStamp{12, -5}}, {"/elsewhere/far.csv", std::nullopt, std::nullopt}};
     contents.options.title = "gypsum";
     contents.options.channels = 3;
+    contents.options.dateOrigin = 20513.0;
     contents.options.colors = {Color(1.0, 0.5, 0.0)};
     contents.graph = TOLVGraph::graph();
     contents.graph->zoomXToFixedMin(1.0F, 2.0F);

@@ -33,14 +33,14 @@ class SourceReader {
 public:
     using Report = std::function<bool(const DocumentProgress&)>;
 
-    SourceReader(const std::vector<std::string>& paths, const Options& options, Report report) : m_paths(paths), m_options(options), m_report(std::move(report)) {}
+    SourceReader(const std::vector<std::string>& paths, Options options, Report report) : m_paths(paths), m_options(std::move(options)), m_report(std::move(report)) {}
 
     ReadDocumentData read()
     {
         ReadDocumentData data;
-        data.options = m_options;
         for (std::size_t i = 0; i < m_paths.size(); ++i)
             readInto(data, i);
+        data.options = m_options;
         return data;
     }
 
@@ -56,6 +56,7 @@ private:
         data.notes.insert(data.notes.end(), ragged.begin(), ragged.end());
         std::vector<SourceColumn> columns = columnsOf(table);
         FileSeries series = seriesOfTable(std::move(table), m_options);
+        keepDateOrigin(series, m_options);
         // Found here once, so that a window that fits its ranges to them need not look through the samples.
         for (const auto& one : series.selection.series) {
             one.data->Y()->getMinimum(nullptr, nullptr);
@@ -105,7 +106,7 @@ private:
     }
 
     const std::vector<std::string>& m_paths;
-    const Options& m_options;
+    Options m_options;
     Report m_report;
 };
 

@@ -221,8 +221,8 @@ KeptView GraphDocument::viewKeptWith(const ReadDocumentData& data) const
     const Options& wanted = data.options;
     const bool areFilesSame
         = std::equal(m_sources.begin(), m_sources.end(), data.sources.begin(), data.sources.end(), [](const auto& one, const auto& other) { return one.path == other.path; });
-    // Other channels are other rows.
-    const bool areRowsSame = areFilesSame && wanted.channels == m_options.channels;
+    // Other channels are other rows, and another origin other numbers.
+    const bool areRowsSame = areFilesSame && wanted.channels == m_options.channels && wanted.dateOrigin.value_or(0.0) == m_options.dateOrigin.value_or(0.0);
     const bool isXSame = areRowsSame && wanted.x == m_options.x && wanted.hasCategories() == m_options.hasCategories() && wanted.categoryColumn == m_options.categoryColumn;
     return {isXSame && wanted.xRange == m_options.xRange, isXSame && wanted.y == m_options.y && wanted.yRange == m_options.yRange, true};
 }

@@ -337,6 +337,37 @@ TEST_F(GraphDocumentTest, reopensWithOptionsRangesMarkersAndData)
     EXPECT_EQ(markerValues(*opened->graph()), (std::vector<double>{1.0 / 3.0}));
 }
 
+TEST_F(GraphDocumentTest, keepsWhatItsDatesAreCountedFrom)
+{
+    const auto document = documentOf("time,v\n2026-03-01 06:00:00,1\n2026-03-01 18:00:00,2\n2026-03-02,3\n");
+    EXPECT_EQ(document->options().dateOrigin, 20513.0);
+    document->graph()->zoomXToFixedMin(0.25F, 0.75F);
+    document->graph()->placeHorizontalAxisMarkerWithValue(0.5);
+    document->save(folder.path("plot.tolvgraph"));
+    // The first lines of the file have gone, and others have come.
+    write("data.csv", "time,v\n2026-03-02 06:00:00,1\n2026-03-04 12:00:00,2\n");
+    document->install(readDocumentData(document->sourcePaths(), document->options()));
+    const auto opened = GraphDocument::open(folder.path("plot.tolvgraph"));
+    opened->install(readDocumentData(opened->sourcePaths(), opened->options()));
+    for (const GraphDocument* each : {document.get(), opened.get()}) {
+        const TOLVRealVector& x = *std::dynamic_pointer_cast<const TOLVRealVector>(each->graph()->graphData()[0]->X());
+        EXPECT_EQ(x.components()[0], 1.25F);
+        EXPECT_EQ(x.components()[1], 3.5F);
+        EXPECT_EQ(toString(*each->graph()->extents()->x()), "[0.25, 0.75]");
+        EXPECT_EQ(markerValues(*each->graph()), std::vector<double>{0.5});
+        EXPECT_EQ(each->options().dateOrigin, 20513.0);
+    }
+    // Of another column the days are others, and so is the range.
+    write("data.csv", "time,v,when\n2026-03-02 06:00:00,1,2012-01-01 12:00\n2026-03-04 12:00:00,2,2012-01-02\n");
+    Options other = opened->options();
+    other.x = "when";
+    other.dateOrigin = std::nullopt;
+    opened->install(readDocumentData(opened->sourcePaths(), other));
+    EXPECT_EQ(opened->options().dateOrigin, 15340.0);
+    EXPECT_EQ(opened->graph()->minXValue(), 0.5F);
+    EXPECT_GT(opened->graph()->extents()->x()->max(), 0.9F);
+}
+
 TEST_F(GraphDocumentTest, reopensCategories)
 {
     Options options;

@@ -8,6 +8,7 @@
 #include <desktop/input/TextBuffer.h>
 
 #include <algorithm>
+#include <cmath>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -192,7 +193,8 @@ void DelimitedTextReader::startTable(const TableLayout& layout)
     if (layout.columnCount > kMaximumColumnCount || widest > kMaximumColumnCount + 1)
         fail(m_line + layout.dataLine - 1, std::to_string(widest) + " columns", "expected at most " + std::to_string(kMaximumColumnCount));
     m_splitter = RecordSplitter(m_dialect.delimiter);
-    m_builder = TableBuilder(layout.columnCount);
+    const bool hasOrigin = m_settings.dateOrigin && std::isfinite(*m_settings.dateOrigin);
+    m_builder = TableBuilder(layout.columnCount, hasOrigin ? m_settings.dateOrigin : std::nullopt);
     m_fieldCount = layout.fieldCount;
     m_table.sourceName = m_source.name();
     m_table.sampleRate = layout.sampleRate;

@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdio>
 #include <limits>
+#include <optional>
 
 namespace TOLVGraphing::input {
 
@@ -197,12 +200,18 @@ INSTANTIATE_TEST_SUITE_P(Texts, DelimitedFormat, ::testing::ValuesIn(kTextCases)
 
 const FormatCase kDateCases[] = {
     {"days", "date,v\n2012-01-01,1\n2012-01-02,2\n", "date(date): 15340 15341 | v: 1 2"},
-    {"daysBeforeYears", "Datum;v\n01.02.2012;1,5\n02.02.2012 12:00;2,5\n", "Datum(date): 15371 15372.5 | v: 1.5 2.5"},
+    {"daysBeforeYears", "Datum;v\n01.02.2012;1,5\n02.02.2012 12:00;2,5\n", "Datum(date from 15371): 0 1.5 | v: 1.5 2.5"},
     {"months", "1969-12,1\n1970-02,2\n", "column 1(date): -31 31 | column 2: 1 2"},
-    {"timesOfDay", "2012-01-01T12:00:00Z,1\n2012-01-01 18:00,2\n", "column 1(date): 15340.5 15340.75 | column 2: 1 2"},
-    {"offsets", "2012-01-01T12:00:00+02:00,1\n2012-01-01T00:00:00-0600,2\n", "column 1(date): 15340.417 15340.25 | column 2: 1 2"},
-    {"timeBetweenTabs", "2012-01-01 06:00\t1,5\n2012-01-01 12:00\t2,5\n", "column 1(date): 15340.25 15340.5 | column 2: 1.5 2.5"},
+    {"timesOfDay", "2012-01-01T12:00:00Z,1\n2012-01-01 18:00,2\n", "column 1(date from 15340): 0.5 0.75 | column 2: 1 2"},
+    {"offsets", "2012-01-01T12:00:00+02:00,1\n2012-01-01T00:00:00-0600,2\n", "column 1(date from 15340): 0.41666666 0.25 | column 2: 1 2"},
+    {"timeBetweenTabs", "2012-01-01 06:00\t1,5\n2012-01-01 12:00\t2,5\n", "column 1(date from 15340): 0.25 0.5 | column 2: 1.5 2.5"},
     {"impossibleDate", "2012-01-01,1\n2012-13-45,2\n2012-01-03,3\n", "column 1(date): 15340 nan 15342 | column 2: 1 2 3"},
+    {"timeBehindWholeDays", "2012-01-03,1\n2012-01-01,2\n2012-01-02 12:00,3\n", "column 1(date from 15342): 0 -2 -0.5 | column 2: 1 2 3"},
+    {"timeBehindAnImpossibleDate", "2012-13-45,1\n2012-01-01 18:00,2\n", "column 1(date from 15340): nan 0.75 | column 2: 1 2"},
+    {"timesBefore1970", "1969-12-30 12:00,1\n1970-01-01,2\n", "column 1(date from -2): 0.5 2 | column 2: 1 2"},
+    {"timesBehindEmptyFields", "a,b\n,1\n2012-01-01 06:00,2\n,3\n", "a(date from 15340): nan 0.25 nan | b: 1 2 3"},
+    {"timesAmongWordsAreText", "2012-01-01 12:00,1\nsoon,2\nlater,3\n", "column 1(text): 15340.5 nan nan | column 2: 1 2 3"},
+    {"eachColumnHasItsOrigin", "a,b\n2012-01-01 06:00,2013-01-01 12:00\n2012-01-02,2013-01-02\n", "a(date from 15340): 0.25 1 | b(date from 15706): 0.5 1"},
     {"fewDatesAmongNumbers", "1,1\n2,2\n2012-01-01,3\n4,4\n", "column 1: 1 2 nan 4 | column 2: 1 2 3 4"},
     {"oneNumberAmongManyDates", "2012-01-01,1\n7,1\n2012-01-02,1\n2012-01-03,1\n2012-01-04,1\n2012-01-05,1\n2012-01-06,1\n2012-01-07,1\n2012-01-08,1\n2012-01-09,1\n",
         "column 1(date): 15340 nan 15341 15342 15343 15344 15345 15346 15347 15348 | column 2: 1 1 1 1 1 1 1 1 1 1"},
@@ -297,13 +306,51 @@ TEST(DelimitedTextReader, gapCountsAreTheNumbersOfNaN)
 
 TEST(DelimitedTextReader, datesThatRoundingMakesEqualAreCounted)
 {
-    // A float has a step of 169 s in 2026: seconds fall together, and equal times are the file's own.
-    const auto merged = [](const std::string& text) { return readContent(text).columns[0].mergedDateCount; };
-    EXPECT_EQ(merged("2026-03-01 12:00:00,1\n2026-03-01 12:00:01,2\n2026-03-01 12:00:02,3\n2026-03-01 12:05:00,4\n"), 2U);
-    EXPECT_EQ(merged("2026-03-01,1\n2026-03-01,2\n2026-03-02,3\n"), 0U);
-    EXPECT_EQ(merged("2026-03-01 12:00:00,1\n,2\n2026-03-01 12:00:01,3\n"), 1U);
+    // A float has a step of 169 s, 20,513 days behind its origin: seconds fall together, and equal times are the file's own.
+    const auto merged = [](const std::string& text, std::optional<double> origin) {
+        ReadSettings settings;
+        settings.dateOrigin = origin;
+        return readContent(text, settings).columns[0].mergedDateCount;
+    };
+    const std::string seconds = "2026-03-01 12:00:00,1\n2026-03-01 12:00:01,2\n2026-03-01 12:00:02,3\n2026-03-01 12:05:00,4\n";
+    EXPECT_EQ(merged(seconds, 0.0), 2U);
+    EXPECT_EQ(merged(seconds, std::nullopt), 0U);
+    EXPECT_EQ(merged("2026-03-01,1\n2026-03-01,2\n2026-03-02,3\n", 0.0), 0U);
+    EXPECT_EQ(merged("2026-03-01 12:00:00,1\n,2\n2026-03-01 12:00:01,3\n", 0.0), 1U);
+    EXPECT_EQ(merged("1970-01-01 00:00:00,1\n1970-01-01 00:00:01,2\n", 0.0), 0U);
     // Where numbers prevail, there are no dates to tell apart.
-    EXPECT_EQ(merged("2026-03-01 12:00:00,1\n2026-03-01 12:00:01,2\n3,3\n4,4\n5,5\n"), 0U);
+    EXPECT_EQ(merged("2026-03-01 12:00:00,1\n2026-03-01 12:00:01,2\n3,3\n4,4\n5,5\n", 0.0), 0U);
+}
+
+TEST(DelimitedTextReader, everySecondOfADayIsTheDaysOwn)
+{
+    std::string content;
+    for (int second = 0; second < 86'400; ++second) {
+        char line[48];
+        std::snprintf(line, sizeof line, "2026-03-01 %02d:%02d:%02d,%d\n", second / 3600, second / 60 % 60, second % 60, second);
+        content += line;
+    }
+    const MeasurementTable table = readContent(content);
+    const MeasurementColumn& column = table.columns[0];
+    EXPECT_EQ(column.dateOrigin, 20513.0);
+    ASSERT_EQ(column.values.size(), 86'400U);
+    for (int second = 0; second < 86'400; ++second)
+        ASSERT_EQ(std::lround(static_cast<double>(column.values[static_cast<std::size_t>(second)]) * 86'400.0), second);
+    EXPECT_EQ(column.mergedDateCount, 0U);
+}
+
+TEST(DelimitedTextReader, datesAreCountedFromTheOriginThatIsAskedFor)
+{
+    const auto read = [](const std::string& text, double origin) {
+        ReadSettings settings;
+        settings.dateOrigin = origin;
+        return summary(readContent(text, settings));
+    };
+    EXPECT_EQ(read("2012-01-03,1\n2012-01-01,2\n", 15340.0), "column 1(date from 15340): 2 0 | column 2: 1 2");
+    EXPECT_EQ(read("2012-01-01 12:00,1\n2012-01-02,2\n", 0.0), "column 1(date): 15340.5 15341 | column 2: 1 2");
+    EXPECT_EQ(read("2012-01-01 12:00,1\n2012-01-02,2\n", 15000.25), "column 1(date from 15000.25): 340.25 340.75 | column 2: 1 2");
+    EXPECT_EQ(read("2012-01-01 12:00,1\n2012-01-02,2\n", std::numeric_limits<double>::quiet_NaN()), "column 1(date from 15340): 0.5 1 | column 2: 1 2") << "none is asked for";
+    EXPECT_EQ(read("7,1\n8,2\n", 15000.0), "column 1: 7 8 | column 2: 1 2");
 }
 
 TEST(DelimitedTextReader, columnThatIsEmptyForLongIsANumberColumn)

@@ -65,7 +65,7 @@ bool operator==(const MeasurementColumn& left, const MeasurementColumn& right)
 {
     auto isSame = [](float first, float second) { return first == second || (std::isnan(first) && std::isnan(second)); };
     return left.number == right.number && left.name == right.name && left.unit == right.unit && left.kind == right.kind && left.gapCount == right.gapCount
-        && left.wordCount == right.wordCount && left.mergedDateCount == right.mergedDateCount && left.texts == right.texts
+        && left.wordCount == right.wordCount && left.dateOrigin == right.dateOrigin && left.mergedDateCount == right.mergedDateCount && left.texts == right.texts
         && std::equal(left.values.begin(), left.values.end(), right.values.begin(), right.values.end(), isSame);
 }
 

@@ -36,10 +36,11 @@ struct TOLV_EXPORT MeasurementColumn {
     /// One value per row, NaN for a gap (an empty or missing field, a word). A number is the float nearest to the decimal text: beyond
     /// the range of float it is an infinity, below it a zero.
     ///
-    /// A date is days since 1970-01-01 00:00 UTC. A float has 24 bits, so a time of day survives only roughly: whole days are exact for
-    /// 45,000 years, but from 1992 (day 8,192) to 2014-11-08 the step is 2^-10 day (84 s) and from 2014-11-09 (day 16,384) to 2059 it is
-    /// 2^-9 day (169 s). A time without an offset counts as UTC.
+    /// A date is days since `dateOrigin`. A time without an offset counts as UTC.
     ColumnValues values;
+    /// Of dates, what their values are counted from: days since 1970-01-01 00:00 UTC, so that a date is `dateOrigin` + value. 0 where every date is a whole day, for which floats are exact for 45,000 years. Where some have a time of day it
+    /// is the day of the first one, because floats tell seconds apart for half a year behind their origin only (a step is 2^-24 of the distance: 5 ms after a day, 2.6 s after a year). ReadSettings::dateOrigin goes before both. 0 for other kinds.
+    double dateOrigin = 0.0;
 
     /// How many of the values are NaN.
     std::size_t gapCount = 0;

@@ -59,6 +59,9 @@ struct ReadSettings {
     /// Keeps the texts of every column whose first rows are words.
     bool keepsTextsOfTextColumns = false;
 
+    /// Where the values of dates are counted from, in days since 1970-01-01, for every column of dates; see MeasurementColumn::dateOrigin. Each column has its own where absent or not finite. Files of one graph need the same.
+    std::optional<double> dateOrigin;
+
     /// Channels side by side in a file of raw numbers, 1 to kMaximumChannelCount. Other files say themselves.
     std::size_t channelCount = 1;
     /// Files of at least this many bytes are mapped, where their columns can be used as they lie there, and stay mapped as long as the values are used; shorter ones are read, so that nothing can happen to them any more.

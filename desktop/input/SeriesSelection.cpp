@@ -203,7 +203,8 @@ void noteAbscissae(const MeasurementTable& table, const ColumnRequest& request, 
         return;
     const std::size_t merged = table.columns[*column].mergedDateCount;
     notes.push_back(table.columns[*column].displayName() + ": " + std::to_string(merged) + (merged == 1 ? " time falls" : " times fall")
-        + " together with the one before, because times of dates are kept to a few minutes; a column of seconds tells them apart");
+        + " together with the one before: single precision does not tell them apart so far from "
+        + DayDateFormatter().stringFromNumber(table.columns[*column].dateOrigin).value_or(""));
 }
 
 std::shared_ptr<TOLVGraphData> seriesNamed(const std::string& name, const Vector& x, const Vector& y)
@@ -225,6 +226,7 @@ SeriesSelection sampleSeries(MeasurementTable& table, const ColumnRequest& reque
     const std::string xDisplayName = xColumn ? table.columns[*xColumn].displayName() : selection.xName;
     selection.xUnit = xColumn ? table.columns[*xColumn].unit : "";
     selection.xIsDate = xColumn && table.columns[*xColumn].kind == ColumnKind::Date;
+    selection.xDateOrigin = selection.xIsDate ? table.columns[*xColumn].dateOrigin : 0.0;
     noteAbscissae(table, request, xColumn, selection.notes);
     const Vector x = xColumn ? vectors.vector(*xColumn) : TOLVRealVector::vectorWithComponents(rowNumbers(rows));
     for (const std::size_t column : yColumns) {
@@ -257,7 +259,7 @@ std::vector<std::string> categoryTexts(MeasurementTable& table, std::optional<st
         if (std::isnan(value))
             texts.emplace_back();
         else if (table.columns[*column].kind == ColumnKind::Date)
-            texts.push_back(DayDateFormatter().stringFromNumber(static_cast<double>(value)).value_or(""));
+            texts.push_back(DayDateFormatter(table.columns[*column].dateOrigin).stringFromNumber(static_cast<double>(value)).value_or(""));
         else
             texts.push_back(shortestText(value));
     }
@@ -302,6 +304,7 @@ SeriesSelection categorySeries(MeasurementTable& table, const ColumnRequest& req
     selection.xName = columns.texts ? table.columns[*columns.texts].name : kRowNumberName;
     selection.xUnit = columns.texts ? table.columns[*columns.texts].unit : "";
     selection.xIsDate = usesX && table.columns[*columns.x].kind == ColumnKind::Date;
+    selection.xDateOrigin = selection.xIsDate ? table.columns[*columns.x].dateOrigin : 0.0;
     selection.categoryTexts = categoryTexts(table, columns.texts);
     ColumnVectors vectors(table);
     const Vector x = usesX ? vectors.vector(*columns.x) : TOLVRealVector::vectorWithComponents(rowNumbers(rows));

@@ -45,8 +45,9 @@ struct SeriesSelection {
     /// The abscissae's name and unit as the file states them; the name is "sample" where the row number stands in. With categories those of the column of their texts.
     std::string xName;
     std::string xUnit;
-    /// The abscissae are days since 1970-01-01.
+    /// The abscissae are days since `xDateOrigin`, which is itself in days since 1970-01-01: MeasurementColumn::dateOrigin of their column. 0 where they are no dates.
     bool xIsDate = false;
+    double xDateOrigin = 0.0;
     /// One text per row where categories were asked for, else none. They are those of the file where the table kept them; otherwise numbers in their shortest form, ISO dates, and empty texts for gaps.
     std::vector<std::string> categoryTexts;
     /// What the user should know about the data: samples left out, left empty or sorted. Each is a sentence without the file's name.

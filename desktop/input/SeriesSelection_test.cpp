@@ -85,10 +85,30 @@ TEST(SeriesSelection, TimesThatFallTogetherAreNotedForX)
     };
     EXPECT_TRUE(selectSeries(make(0), {}).notes.empty());
     EXPECT_EQ(selectSeries(make(1), {}).notes,
-        (std::vector<std::string>{"time: 1 time falls together with the one before, because times of dates are kept to a few minutes; a column of seconds tells them apart"}));
+        (std::vector<std::string>{"time: 1 time falls together with the one before: single precision does not tell them apart so far from 1970-01-01"}));
     EXPECT_EQ(selectSeries(make(2), {}).notes,
-        (std::vector<std::string>{"time: 2 times fall together with the one before, because times of dates are kept to a few minutes; a column of seconds tells them apart"}));
+        (std::vector<std::string>{"time: 2 times fall together with the one before: single precision does not tell them apart so far from 1970-01-01"}));
     EXPECT_TRUE(selectSeries(make(2), {"index", {"a"}}).notes.empty());
+}
+
+TEST(SeriesSelection, DatesKeepTheirOrigin)
+{
+    const auto make = [](ColumnKind kind) {
+        MeasurementColumn time = column("time", {0.25F, 0.5F, 1.0F}, kind);
+        time.dateOrigin = kind == ColumnKind::Date ? 20513.0 : 0.0;
+        return table({std::move(time), column("a", {3, 4, 5})});
+    };
+    const auto dates = selectSeries(make(ColumnKind::Date), {});
+    EXPECT_TRUE(dates.xIsDate);
+    EXPECT_EQ(dates.xDateOrigin, 20513.0);
+    EXPECT_EQ(values(dates.series[0].data->X()), (std::vector<float>{0.25F, 0.5F, 1.0F}));
+    EXPECT_EQ(selectSeries(make(ColumnKind::Number), {}).xDateOrigin, 0.0);
+    EXPECT_EQ(selectSeries(make(ColumnKind::Date), {"index", {"a"}}).xDateOrigin, 0.0);
+    ColumnRequest categories;
+    categories.categories = true;
+    const auto rows = selectSeries(make(ColumnKind::Date), categories);
+    EXPECT_EQ(rows.xDateOrigin, 20513.0);
+    EXPECT_EQ(rows.categoryTexts, (std::vector<std::string>{"2026-03-01 06:00", "2026-03-01 12:00", "2026-03-02"}));
 }
 
 TEST(SeriesSelection, ColumnsAreFoundByNameBeforeNumber)

@@ -19,7 +19,7 @@ std::size_t stageLengthFor(std::size_t columnCount)
 
 } // namespace
 
-TableBuilder::TableBuilder(std::size_t columnCount) : m_columns(columnCount), m_stageLength(stageLengthFor(columnCount))
+TableBuilder::TableBuilder(std::size_t columnCount, std::optional<double> dateOrigin) : m_dateOrigin(dateOrigin), m_columns(columnCount), m_stageLength(stageLengthFor(columnCount))
 {
     m_stage.resize(columnCount * m_stageLength);
 }
@@ -46,8 +46,7 @@ void TableBuilder::addRow(const std::vector<FieldText>& fields, const std::vecto
     for (std::size_t index = 0; index < m_columns.size(); ++index) {
         bool isPresent = index < fields.size();
         FieldValue value = isPresent ? values[index] : FieldValue{FieldKind::Empty, kGap};
-        addField(m_columns[index], isPresent ? &fields[index] : nullptr, value);
-        stage(index)[m_stagedRows] = value.value;
+        stage(index)[m_stagedRows] = addField(m_columns[index], isPresent ? &fields[index] : nullptr, value);
     }
     ++m_stagedRows;
 }
@@ -92,7 +91,7 @@ void TableBuilder::finish(MeasurementTable& table)
             dropKind(column, isDateKept == column.isDateFirst);
         }
         result.wordCount = column.wordCount + column.invalidDateCount;
-        result.mergedDateCount = result.kind == ColumnKind::Date ? column.mergedDateCount : 0;
+        finishDates(column, result.kind, result);
         result.values = std::move(column.values);
         result.texts = std::move(column.texts);
         result.gapCount = static_cast<std::size_t>(std::count_if(result.values.begin(), result.values.end(), [](float value) { return std::isnan(value); }));
@@ -103,7 +102,7 @@ void TableBuilder::finish(MeasurementTable& table)
     }
 }
 
-void TableBuilder::addField(Column& column, const FieldText* field, const FieldValue& value)
+float TableBuilder::addField(Column& column, const FieldText* field, const FieldValue& value)
 {
     std::size_t row = rowCount();
     bool isDate = value.kind == FieldKind::Date;
@@ -118,12 +117,39 @@ void TableBuilder::addField(Column& column, const FieldText* field, const FieldV
     column.wordCount += value.kind == FieldKind::Word ? 1 : 0;
     column.dateCount += isDate ? 1 : 0;
     column.invalidDateCount += isDate && std::isnan(value.value) ? 1 : 0;
-    if (isDate) {
-        column.mergedDateCount += value.days != column.lastDays && value.value == static_cast<float>(column.lastDays) ? 1 : 0;
-        column.lastDays = value.days;
-    }
     if (column.keepsTexts)
         column.texts.push_back(field ? field->unquoted() : std::string());
+    return isDate ? addDate(column, value.days) : value.value;
+}
+
+float TableBuilder::addDate(Column& column, double days) const
+{
+    if (std::isnan(days))
+        return kGap;
+    const double day = std::floor(days);
+    if (!column.dateOrigin)
+        column.dateOrigin = m_dateOrigin.value_or(day);
+    column.hasTimes = column.hasTimes || days != day;
+    const auto value = static_cast<float>(days - *column.dateOrigin);
+    if (column.lastDays && *column.lastDays != days && static_cast<float>(*column.lastDays - *column.dateOrigin) == value)
+        ++column.mergedDateCount;
+    column.lastDays = days;
+    return value;
+}
+
+/// Whole days are counted from 1970 after all, where nobody has said otherwise, and so are the dates of a column of words.
+void TableBuilder::finishDates(Column& column, ColumnKind kind, MeasurementColumn& result) const
+{
+    const bool areDates = kind == ColumnKind::Date || (kind == ColumnKind::Text && column.dateCount > numberCount(column, m_flushedRows));
+    if (!areDates || !column.dateOrigin)
+        return;
+    if (kind == ColumnKind::Date && (m_dateOrigin || column.hasTimes)) {
+        result.dateOrigin = *column.dateOrigin;
+        result.mergedDateCount = column.mergedDateCount;
+        return;
+    }
+    for (float& value : column.values)
+        value = static_cast<float>(static_cast<double>(value) + *column.dateOrigin);
 }
 
 std::size_t TableBuilder::numberCount(const Column& column, std::size_t rows)

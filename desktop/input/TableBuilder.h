@@ -5,6 +5,7 @@
 #include <desktop/input/RecordSplitter.h>
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace TOLVGraphing::input {
@@ -15,7 +16,8 @@ namespace TOLVGraphing::input {
 /// all others go field by field through addRow(), which also counts what each column holds and so finds out its kind.
 class TableBuilder {
 public:
-    explicit TableBuilder(std::size_t columnCount);
+    /// Dates are counted from `dateOrigin`, in days since 1970-01-01, or else from an origin that suits the column.
+    explicit TableBuilder(std::size_t columnCount, std::optional<double> dateOrigin = std::nullopt);
 
     [[nodiscard]] std::size_t columnCount() const { return m_columns.size(); }
     [[nodiscard]] std::size_t rowCount() const { return m_flushedRows + m_stagedRows; }
@@ -59,17 +61,25 @@ private:
         std::size_t invalidDateCount = 0;
         /// Dates that rounding made equal to the one before them, and the date of the last row that had one.
         std::size_t mergedDateCount = 0;
-        double lastDays = 0;
+        std::optional<double> lastDays;
+        /// What the values of dates are counted from, in days since 1970-01-01, from the first one on.
+        std::optional<double> dateOrigin;
+        /// Some date has a time of day.
+        bool hasTimes = false;
         /// Rows of the kind, numbers or dates, that came second in this column: they are gaps in the end, or all others are.
         bool isDateFirst = false;
         std::vector<std::size_t> secondKindRows;
     };
 
-    void addField(Column& column, const FieldText* field, const FieldValue& value);
+    /// Answers the value as the column has it.
+    float addField(Column& column, const FieldText* field, const FieldValue& value);
+    float addDate(Column& column, double days) const;
+    void finishDates(Column& column, ColumnKind kind, MeasurementColumn& result) const;
     [[nodiscard]] static std::size_t numberCount(const Column& column, std::size_t rows);
     [[nodiscard]] ColumnKind kindOf(const Column& column) const;
     static void dropKind(Column& column, bool dropsSecondKind);
 
+    std::optional<double> m_dateOrigin;
     std::vector<Column> m_columns;
     std::vector<float> m_stage;
     std::size_t m_stageLength = 0;

@@ -80,9 +80,13 @@ Json jsonOrNull(const std::optional<Value>& value)
 
 Json jsonOf(const AxisLayout& axis)
 {
-    return {{"kind", axis.kind}, {"range", {axis.min, axis.max}}, {"rect", jsonOf(axis.rect)}, {"tickLabelRect", jsonOf(axis.tickLabelRect)}, {"labelRect", jsonOf(axis.labelRect)},
-        {"majorTicks", listOf(axis.majorTicks)}, {"minorTicks", listOf(axis.minorTicks)}, {"drawsMajorLines", axis.drawsMajorLines}, {"drawsMinorLines", axis.drawsMinorLines},
-        {"slots", listOf(axis.slotCenters)}, {"labels", listOf(axis.labels)}, {"markerLabels", listOf(axis.markerLabels)}, {"title", jsonOrNull(axis.title)}};
+    Json json{{"kind", axis.kind}, {"range", {axis.min, axis.max}}, {"rect", jsonOf(axis.rect)}, {"tickLabelRect", jsonOf(axis.tickLabelRect)},
+        {"labelRect", jsonOf(axis.labelRect)}, {"majorTicks", listOf(axis.majorTicks)}, {"minorTicks", listOf(axis.minorTicks)}, {"drawsMajorLines", axis.drawsMajorLines},
+        {"drawsMinorLines", axis.drawsMinorLines}, {"slots", listOf(axis.slotCenters)}, {"labels", listOf(axis.labels)}, {"markerLabels", listOf(axis.markerLabels)},
+        {"title", jsonOrNull(axis.title)}};
+    if (axis.origin)
+        json["origin"] = *axis.origin;
+    return json;
 }
 
 Json jsonOf(const GraphLayout& layout)

@@ -167,14 +167,49 @@ TEST_F(Options, ranges)
 
 TEST_F(Options, rangesAndMarkersOfDates)
 {
-    const DrawnPage page = drawnInPlace("dates.csv", {"--x-range", "2012-01-01:2012-03-31", "--y-range", "0:5", "--marker", "2012-02-01"});
+    const DrawnPage page = drawnInPlace("dates.csv", {"--x-range", "2012-01-01:2012-03-31", "--y-range", "0:5", "--marker", "2012-02-02"});
     const auto points = curvePoints(page);
     ASSERT_EQ(points.size(), 5U);
     EXPECT_NEAR(points[2].x, 60.0 + 300.0 * 31.0 / 90.0, 1e-3);
-    EXPECT_TRUE(page.hasText("2012-02-01")) << page.allTexts();
+    EXPECT_TRUE(page.hasText("2012-02-02")) << page.allTexts();
     // In days and with a time of day.
     EXPECT_EQ(curvePoints(drawnInPlace("dates.csv", {"--x-range", "15340:15430", "--y-range", "0:5"})).at(2).x, points[2].x);
     EXPECT_NEAR(curvePoints(drawnInPlace("dates.csv", {"--x-range", "2011-12-31T12:00:2012-02-02T12:00", "--y-range", "0:5"})).at(0).x, 60.0 + 300.0 * 0.5 / 33.0, 1e-3);
+}
+
+TEST_F(Options, secondsOfDates)
+{
+    folder().write("log.csv", "time,v\n2026-03-01 10:00:00,1\n2026-03-01 10:00:01,2\n2026-03-01 10:00:02,1\n2026-03-01 10:00:04,3\n2026-03-01 10:00:10,0\n");
+    const DrawnPage page = drawnInPlace("log.csv", {"--x-range", "2026-03-01 10:00:00:2026-03-01 10:00:10", "--y-range", "0:5", "--marker", "2026-03-01 10:00:04"});
+    const auto points = curvePoints(page);
+    // The first sample makes two vertices.
+    const double seconds[] = {0.0, 0.0, 1.0, 2.0, 4.0};
+    ASSERT_GE(points.size(), std::size(seconds));
+    for (std::size_t i = 0; i < std::size(seconds); ++i)
+        EXPECT_NEAR(points[i].x, 60.0 + 300.0 * seconds[i] / 10.0, 0.05) << i;
+    for (const char* text : {"2026-03-01 10:00:00", "10:00:04", "10:00:05"})
+        EXPECT_TRUE(page.hasText(text)) << text << " in " << page.allTexts();
+}
+
+TEST_F(Options, filesOfDatesAreCountedFromOneDay)
+{
+    folder().write("first.csv", "time,v\n2026-03-01 12:00,1\n2026-03-02 12:00,2\n");
+    folder().write("second.csv", "time,w\n2026-03-02 00:00,1\n2026-03-03 00:00,2\n");
+    folder().write("days.csv", "time,u\n2026-03-01,1\n2026-03-03,2\n");
+    const std::vector<std::string> range{"--x-range", "2026-03-01:2026-03-03", "--y-range", "0:5"};
+    for (const char* other : {"second.csv", "days.csv"}) {
+        for (const bool isFirst : {true, false}) {
+            std::vector<std::string> arguments{isFirst ? other : "first.csv", isFirst ? "first.csv" : other, "--margin", "20,60,30,20", "--size", "380x250"};
+            arguments.insert(arguments.end(), range.begin(), range.end());
+            const DrawnPage page = drawn(arguments);
+            const auto points = curvePoints(page, isFirst ? "#d55e00" : "#0072b2");
+            ASSERT_FALSE(points.empty());
+            EXPECT_NEAR(points[0].x, 60.0 + 300.0 * 0.25, 1e-3) << other << isFirst;
+            const auto others = curvePoints(page, isFirst ? "#0072b2" : "#d55e00");
+            ASSERT_FALSE(others.empty());
+            EXPECT_NEAR(others[0].x, 60.0 + 300.0 * (other == std::string("days.csv") ? 0.0 : 0.5), 1e-3) << other << isFirst;
+        }
+    }
 }
 
 TEST_F(Options, titles)

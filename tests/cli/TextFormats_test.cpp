@@ -78,11 +78,14 @@ const TextCase kContents[] = {
         "comma, decimal point, 1 header row\n  1  date: date in days since 1970-01-01, 2 rows, 2012-01-01 to 2012-03-01\n  2  v: number, 2 rows, 1 to 2\n", "date | v", 1},
     {"daysBeforeYears", "Datum;v\n01.01.2012;1,5\n01.03.2012;2\n",
         "semicolon, decimal comma, 1 header row\n  1  Datum: date in days since 1970-01-01, 2 rows, 2012-01-01 to 2012-03-01\n  2  v: number, 2 rows, 1.5 to 2\n", "Datum | v", 1},
-    {"secondsThatFallTogether", "time,v\n2012-01-01 06:00:00,1\n2012-01-01 06:00:01,2\n2012-01-01 18:00:00,3\n",
-        "comma, decimal point, 1 header row\n  1  time: date in days since 1970-01-01, 3 rows, 2012-01-01 06:00 to 2012-01-01 18:00\n  2  v: number, 3 rows, 1 to 3\n", "time | v",
-        1, "FILE: time: 1 time falls together with the one before, because times of dates are kept to a few minutes; a column of seconds tells them apart\n"},
+    {"secondsOfDates", "time,v\n2012-01-01 06:00:00,1\n2012-01-01 06:00:01,2\n2012-01-01 18:00:00,3\n",
+        "comma, decimal point, 1 header row\n  1  time: date in days since 2012-01-01, 3 rows, 2012-01-01 06:00 to 2012-01-01 18:00\n  2  v: number, 3 rows, 1 to 3\n", "time | v",
+        1},
+    {"timesThatFallTogether", "time,v\n2012-01-01 06:00:00,1\n2112-01-01 06:00:00,2\n2112-01-01 06:00:01,3\n",
+        "comma, decimal point, 1 header row\n  1  time: date in days since 2012-01-01, 3 rows, 2012-01-01 06:00 to 2112-01-01 06:00\n  2  v: number, 3 rows, 1 to 3\n", "time | v",
+        1, "FILE: time: 1 time falls together with the one before: single precision does not tell them apart so far from 2012-01-01\n"},
     {"timesOfDay", "date,v\n2012-01-01T06:00:00Z,1\n2012-01-01T18:00:00Z,2\n",
-        "comma, decimal point, 1 header row\n  1  date: date in days since 1970-01-01, 2 rows, 2012-01-01 06:00 to 2012-01-01 18:00\n  2  v: number, 2 rows, 1 to 2\n", "date | v",
+        "comma, decimal point, 1 header row\n  1  date: date in days since 2012-01-01, 2 rows, 2012-01-01 06:00 to 2012-01-01 18:00\n  2  v: number, 2 rows, 1 to 2\n", "date | v",
         1},
     {"unsortedX", "t,v\n3,4\n1,2\n2,8\n", "comma, decimal point, 1 header row\n  1  t: number, 3 rows, 1 to 3\n  2  v: number, 3 rows, 2 to 8\n", "t | v", 1,
         "FILE: v: samples sorted by t, which does not ascend in the file\n"},
@@ -160,8 +163,8 @@ TEST_F(DrawnValues, standAtTheirPlaces)
 {
     folder().write("steps.csv", "t,v\n0,0\n1,10\n2,5\n3,2\n4,0\n");
     const DrawnPage page = drawn({"steps.csv", "--margin", "20,40,30,60", "--size", "500x250", "--x-range", "0:4", "--y-range", "0:10"});
-    // The data area is 40...440 by 20...220 points, y growing downwards. The first sample makes two vertices, and the last column of pixels that a curve reaches is not drawn when the range ends with it.
-    const std::vector<Point> expected{{40, 220}, {40, 220}, {140, 20}, {240, 120}, {340, 180}};
+    // The data area is 40...440 by 20...220 points, y growing downwards. The first sample makes two vertices, and the last line ends 1.0625 points before the edge, under the frame.
+    const std::vector<Point> expected{{40, 220}, {40, 220}, {140, 20}, {240, 120}, {340, 180}, {438.9375, 219.575}};
     const auto points = curvePoints(page);
     ASSERT_EQ(points.size(), expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {

@@ -29,23 +29,26 @@ TEST(Words, valuesAreNumbersOrDates)
 {
     const struct {
         double value;
-        bool isDate;
+        std::optional<double> dateOrigin;
         const char* text;
     } rows[] = {
-        {0.1, false, "0.1"},
-        {-2500.0, false, "-2500"},
-        {0.0, true, "1970-01-01"},
-        {-1.0, true, "1969-12-31"},
-        {1.25, true, "1970-01-02 06:00:00"},
+        {0.1, std::nullopt, "0.1"},
+        {-2500.0, std::nullopt, "-2500"},
+        {0.0, 0.0, "1970-01-01"},
+        {-1.0, 0.0, "1969-12-31"},
+        {1.25, 0.0, "1970-01-02 06:00:00"},
+        {0.25, 20513.0, "2026-03-01 06:00:00"},
+        {-20513.0, 20513.0, "1970-01-01"},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(textOfValue(row.value, row.isDate), row.text);
-        EXPECT_EQ(valueOfText(row.text, row.isDate), row.value) << row.text;
+        EXPECT_EQ(textOfValue(row.value, row.dateOrigin), row.text);
+        EXPECT_EQ(valueOfText(row.text, row.dateOrigin), row.value) << row.text;
     }
-    EXPECT_EQ(valueOfText(" 7 ", false), 7.0);
-    EXPECT_EQ(valueOfText("2026-01-01", false), std::nullopt);
-    EXPECT_EQ(valueOfText("inf", false), std::nullopt);
-    EXPECT_EQ(valueOfText("", true), std::nullopt);
+    EXPECT_EQ(valueOfText(" 7 ", std::nullopt), 7.0);
+    EXPECT_EQ(valueOfText(" 20514 ", 20513.0), 1.0) << "days since 1970";
+    EXPECT_EQ(valueOfText("2026-01-01", std::nullopt), std::nullopt);
+    EXPECT_EQ(valueOfText("inf", std::nullopt), std::nullopt);
+    EXPECT_EQ(valueOfText("", 0.0), std::nullopt);
 }
 
 TEST(Words, optionsAreSaidInPlainWords)

@@ -278,7 +278,11 @@ void DocumentController::setOptions(const Options& wanted)
     if (m_document->needsReading(wanted)) {
         // Registered before the reading, so that it is the counterpart of a step that is being undone.
         auto step = registerUndo(former);
-        start(m_document->sourcePaths(), wanted,
+        Options asked = wanted;
+        // Other dates have another beginning.
+        if (asked.x != former.x)
+            asked.dateOrigin = std::nullopt;
+        start(m_document->sourcePaths(), asked,
             {[this, former](ReadDocumentData data) {
                  m_document->install(std::move(data));
                  if (fitsAfterChange(former))

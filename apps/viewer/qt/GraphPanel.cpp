@@ -77,12 +77,6 @@ std::optional<std::string> textIn(const QLineEdit* edit)
     return edit->text().isEmpty() ? std::nullopt : std::optional(edit->text().toStdString());
 }
 
-bool showsDates(const GraphDocument& document)
-{
-    const auto& files = document.files();
-    return !files.empty() && std::all_of(files.begin(), files.end(), [](const FileSeries& file) { return file.selection.xIsDate; });
-}
-
 } // namespace
 
 GraphPanel::GraphPanel(QWidget* parent) : QScrollArea(parent)
@@ -167,8 +161,8 @@ void GraphPanel::showDocument(const GraphDocument& document)
     // Categories are texts, and their axis shows whole categories.
     m_xFormat->setEnabled(!m_options.hasCategories());
     m_xRange->setEnabled(!m_options.hasCategories());
-    m_xRange->setGraph(graph, showsDates(document));
-    m_yRange->setGraph(graph, false);
+    m_xRange->setGraph(graph, dateOriginOf(document.files()));
+    m_yRange->setGraph(graph, std::nullopt);
     const auto label = [](const std::shared_ptr<TOLVAxis>& axis) { return axis ? axis->label() : std::nullopt; };
     showText(m_title, m_options.title, std::nullopt);
     showText(m_xLabel, m_options.xLabel, label(graph->horizontalAxis()));

@@ -92,8 +92,7 @@ MarkersPanel::MarkersPanel(GraphWidget* graphWidget, QWidget* parent)
 
 void MarkersPanel::showDocument(const GraphDocument& document)
 {
-    const auto& files = document.files();
-    m_isDate = !files.empty() && std::all_of(files.begin(), files.end(), [](const FileSeries& file) { return file.selection.xIsDate; });
+    m_dateOrigin = dateOriginOf(document.files());
     QStringList headers;
     const auto& axis = document.graph()->horizontalAxis();
     const QString x = axis ? QString::fromStdString(axis->label().value_or("")) : QString();
@@ -158,7 +157,7 @@ void MarkersPanel::fillRow(int row, double value)
             m_table->setItem(row, column, new QTableWidgetItem);
         return m_table->item(row, column);
     };
-    item(0)->setText(textOfValue(value, m_isDate));
+    item(0)->setText(textOfValue(value, m_dateOrigin));
     const auto series = m_graphWidget->graph()->graphData();
     for (int column = 1; column < m_table->columnCount(); ++column) {
         const auto index = static_cast<std::size_t>(column - 1);
@@ -174,12 +173,12 @@ void MarkersPanel::changeValue(int row, int column)
     const auto index = static_cast<std::size_t>(row);
     if (m_isFilling || column != 0 || !graph || index >= graph->markers().size())
         return;
-    const auto value = valueOfText(m_table->item(row, 0)->text(), m_isDate);
+    const auto value = valueOfText(m_table->item(row, 0)->text(), m_dateOrigin);
     if (!value) {
         const QString text = m_table->item(row, 0)->text();
         fill();
         emit rejected(tr("The marker was not moved."),
-            m_isDate ? tr("Found “%1”, expected a date such as 2026-11-21 or a number of days.").arg(text) : tr("Found “%1”, expected a number.").arg(text));
+            m_dateOrigin ? tr("Found “%1”, expected a date such as 2026-11-21 or a number of days.").arg(text) : tr("Found “%1”, expected a number.").arg(text));
         return;
     }
     const auto moved = graph->markers()[index]->copy();

@@ -45,7 +45,7 @@ private:
     void updateButtons();
 
     GraphWidget* m_graphWidget = nullptr;
-    bool m_isDate = false;
+    std::optional<double> m_dateOrigin;
     bool m_isFilling = false;
     std::vector<double> m_values;
     QTableWidget* m_table = nullptr;

@@ -33,10 +33,10 @@ RangeFields::RangeFields(Axis axis, QWidget* parent) : QWidget(parent), m_axis(a
         connect(edit, &QLineEdit::editingFinished, this, &RangeFields::apply);
 }
 
-void RangeFields::setGraph(std::shared_ptr<TOLVGraph> graph, bool isDate)
+void RangeFields::setGraph(std::shared_ptr<TOLVGraph> graph, std::optional<double> dateOrigin)
 {
     m_graph = std::move(graph);
-    m_isDate = isDate;
+    m_dateOrigin = dateOrigin;
     refresh();
 }
 
@@ -50,7 +50,7 @@ void RangeFields::refresh()
         if (edit->isModified() && edit->hasFocus())
             continue;
         // Six digits of a range that was panned say enough; numbers of few digits are shown as they are.
-        const auto shown = [&](double value) { return m_isDate ? textOfValue(isLong ? std::floor(value) : value, true) : QString::number(value, 'g', 6); };
+        const auto shown = [&](double value) { return m_dateOrigin ? textOfValue(isLong ? std::floor(value) : value, m_dateOrigin) : QString::number(value, 'g', 6); };
         edit->setText(range ? shown(edit == m_from ? range->min() : range->max()) : QString());
         edit->setCursorPosition(0);
     }
@@ -62,14 +62,14 @@ void RangeFields::apply()
         return;
     const auto range = m_axis == Axis::X ? m_graph->extents()->x() : m_graph->extents()->y();
     // An end that was left alone is the very one, not its six digits.
-    const auto from = m_from->isModified() ? valueOfText(m_from->text(), m_isDate) : range->min();
-    const auto to = m_to->isModified() ? valueOfText(m_to->text(), m_isDate) : range->max();
+    const auto from = m_from->isModified() ? valueOfText(m_from->text(), m_dateOrigin) : range->min();
+    const auto to = m_to->isModified() ? valueOfText(m_to->text(), m_dateOrigin) : range->max();
     m_from->setModified(false);
     m_to->setModified(false);
     const bool isLogarithmic = m_axis == Axis::X ? m_graph->XIsLog() : m_graph->YIsLog();
     QString reason;
     if (!from || !to)
-        reason = m_isDate ? tr("Both ends have to be dates such as 2026-11-21, or numbers of days.") : tr("Both ends have to be numbers.");
+        reason = m_dateOrigin ? tr("Both ends have to be dates such as 2026-11-21, or numbers of days.") : tr("Both ends have to be numbers.");
     else if (!(static_cast<float>(*from) < static_cast<float>(*to)))
         reason = tr("The second end has to be greater than the first.");
     else if (isLogarithmic && !(static_cast<float>(*from) > 0.0F))

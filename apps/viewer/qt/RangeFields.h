@@ -22,8 +22,8 @@ public:
 
     explicit RangeFields(Axis axis, QWidget* parent = nullptr);
 
-    /// The graph is shared; null for none. Its ranges are dates where `isDate`.
-    void setGraph(std::shared_ptr<TOLVGraph> graph, bool isDate);
+    /// The graph is shared; null for none. Its ranges are dates where there is a `dateOrigin`, see dateOriginOf().
+    void setGraph(std::shared_ptr<TOLVGraph> graph, std::optional<double> dateOrigin);
     /// Shows the range of this moment.
     void refresh();
     /// What the fields' texts ask for becomes the visible range.
@@ -38,7 +38,7 @@ signals:
 private:
     Axis m_axis;
     std::shared_ptr<TOLVGraph> m_graph;
-    bool m_isDate = false;
+    std::optional<double> m_dateOrigin;
     QLineEdit* m_from = nullptr;
     QLineEdit* m_to = nullptr;
 };

@@ -84,24 +84,25 @@ QString plainText(const std::string& sentence)
     return text;
 }
 
-QString textOfValue(double value, bool isDate)
+QString textOfValue(double value, std::optional<double> dateOrigin)
 {
-    if (!isDate || !(std::abs(value) < kMostDays))
+    const double days = value + dateOrigin.value_or(0.0);
+    if (!dateOrigin || !(std::abs(days) < kMostDays))
         return QLocale::c().toString(value, 'g', QLocale::FloatingPointShortest);
-    const double seconds = std::round(value * kMillisecondsOfDay / 1000.0);
+    const double seconds = std::round(days * kMillisecondsOfDay / 1000.0);
     const QDateTime time = QDateTime::fromSecsSinceEpoch(static_cast<qint64>(seconds), Qt::UTC);
     return time.toString(time.time().msecsSinceStartOfDay() == 0 ? QStringLiteral("yyyy-MM-dd") : QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
-std::optional<double> valueOfText(const QString& text, bool isDate)
+std::optional<double> valueOfText(const QString& text, std::optional<double> dateOrigin)
 {
     const QString trimmed = text.trimmed();
     try {
-        return parseNumberOrDate("value", trimmed.toStdString(), isDate);
+        return parseNumberOrDate("value", trimmed.toStdString(), dateOrigin);
     } catch (const UsageError&) {
         bool isNumber = false;
         const double number = QLocale().toDouble(trimmed, &isNumber);
-        return isNumber && std::isfinite(number) ? std::optional<double>(number) : std::nullopt;
+        return isNumber && std::isfinite(number) ? std::optional<double>(number - dateOrigin.value_or(0.0)) : std::nullopt;
     }
 }
 

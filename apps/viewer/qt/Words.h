@@ -29,10 +29,10 @@ inline constexpr std::array kLinePatterns{LinePattern::Solid, LinePattern::Dashe
 /// A sentence of the model, in which options of the command line ("--x-axis") become what the window calls them ("x axis").
 [[nodiscard]] QString plainText(const std::string& sentence);
 
-/// The shortest number that reads back as the same, or with `isDate` the ISO date of days since 1970, with the time of day where it is not midnight, to the second.
-[[nodiscard]] QString textOfValue(double value, bool isDate);
+/// The shortest number that reads back as the same, or with a `dateOrigin` (in days since 1970) the ISO date of days since that origin, with the time of day where it is not midnight, to the second.
+[[nodiscard]] QString textOfValue(double value, std::optional<double> dateOrigin);
 /// What such a text means; also numbers with the decimal sign of the user's language. Nothing for other texts.
-[[nodiscard]] std::optional<double> valueOfText(const QString& text, bool isDate);
+[[nodiscard]] std::optional<double> valueOfText(const QString& text, std::optional<double> dateOrigin);
 
 /// Column names in one line, separated by commas; a name with a comma or a quotation mark is put in quotation marks, its own ones doubled.
 [[nodiscard]] QString textOfNames(const std::vector<std::string>& names);

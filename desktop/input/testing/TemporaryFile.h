@@ -48,7 +48,7 @@ inline std::string textOfValue(float value)
     return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
 }
 
-/// The columns on one line: `time[s]: 0 1 2 | value: 5 nan 7 | date(date): 15340`. Values are printed exactly.
+/// The columns on one line: `time[s]: 0 1 2 | value: 5 nan 7 | date(date): 15340 | when(date from 20513): 0.5`. Values are printed exactly.
 inline std::string summary(const MeasurementTable& table)
 {
     std::string text;
@@ -56,7 +56,8 @@ inline std::string summary(const MeasurementTable& table)
         text += text.empty() ? "" : " | ";
         text += column.displayName();
         text += column.unit.empty() ? "" : "[" + column.unit + "]";
-        text += column.kind == ColumnKind::Number ? "" : "(" + std::string(columnKindName(column.kind)) + ")";
+        const std::string origin = column.dateOrigin == 0.0 ? "" : " from " + textOfValue(static_cast<float>(column.dateOrigin));
+        text += column.kind == ColumnKind::Number ? "" : "(" + std::string(columnKindName(column.kind)) + origin + ")";
         text += ":";
         for (float value : column.values)
             text += " " + textOfValue(value);
