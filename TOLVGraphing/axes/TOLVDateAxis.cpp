@@ -70,7 +70,7 @@ std::optional<DateStep> shortestStep(const ShownRange& range, double axisLength,
     return std::nullopt;
 }
 
-/// Removes the minor values that stand where a major one does, which may differ by a rounding.
+/// Removes the minor values that stand where a major one does, which may differ by a rounding, and Mondays next to the first of a month.
 void removeMajorValues(TOLVAxis::Values& minorValues, const TOLVAxis::Values& majorValues, double minorLength)
 {
     const double tolerance = 0.25 * minorLength;
