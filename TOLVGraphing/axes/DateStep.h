@@ -13,6 +13,7 @@ enum class DateUnit { Nanoseconds, Days, Months, Years };
 /// The distance between neighbouring ticks of an axis of dates: so many nanoseconds, days, months or years of the calendar, in UTC without leap seconds. The ticks stand at whole multiples: of nanoseconds since midnight, of days since 1970-01-01 or, where the count is 7, at Mondays,
 /// of months since January and of years since the year 0.
 struct TOLV_EXPORT DateStep {
+    /// What is counted.
     DateUnit unit = DateUnit::Days;
     /// Positive.
     std::int64_t count = 1;

@@ -13,8 +13,8 @@ namespace TOLVGraphing {
 
 namespace {
 
-/// A value between ticks is written this much more exactly than they are.
-constexpr double kPartsOfStep = 100.0;
+/// A value between ticks is written this much more exactly than they are: lines 6 points apart tell it to about a point.
+constexpr double kPartsOfStep = 10.0;
 /// Ticks are sums of doubles: they stand at a multiple of their step when they do to this part of it.
 constexpr std::int64_t kAlignedParts = 1000;
 constexpr std::size_t kYearLength = sizeof "2026" - 1;

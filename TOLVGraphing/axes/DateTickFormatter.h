@@ -13,7 +13,7 @@ class TOLVDateAxis;
 /// Writes the values of an axis of dates. Ticks are written as short as the axis's step allows: years "2026", months "2026-03", days "2026-03-01", times "10:30", seconds "10:30:15", parts of a second "10:30:15.25", without zeros at the end. Of ticks
 /// with times, the first major one (the first minor one where there is no major one) has the date before it, "2026-03-01 10:30", and one at midnight is the date alone. Ticks that a host has set are written so where they stand at multiples of the step.
 ///
-/// Every other value is written with date and time, "2026-03-01 10:30:15.25", about as exactly as a hundredth of the shorter step: the date alone where that is a day or more, else to the minute, to the second, or with as many digits of the second as it takes. No second, and no digit
+/// Every other value is written with date and time, "2026-03-01 10:30:15.25", to a tenth of the shorter step or somewhat finer: the date alone where that is a day or more, else to the minute, to the second, or with as many digits of the second as it takes. No second, and no digit
 /// of one, is written that is shorter than the distance of neighbouring floats. Where the major ticks are days or longer, midnight is the date alone.
 ///
 /// Before the axis's first preparation, and where it has no step, the texts are those of DayDateFormatter with the axis's origin; without an axis, or with one of another class, those of a DayDateFormatter without an origin. What lies outside the years 0 to 9999 or is not

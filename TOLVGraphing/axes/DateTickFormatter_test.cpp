@@ -97,25 +97,29 @@ TEST(DateTickFormatter, OtherValuesHaveDateAndTime)
         double value;
         const char* text;
     } cases[] = {
-        // Minor steps of 100 years, half a year, a month: 365, 1.8 and 0.28 days to each part.
+        // Minor steps of 100 years, half a year, a month: a tenth of them is longer than a day.
         {0.0, -719528.0, 741442.0, 20513.4375, "2026-03-01"},
         {0.0, 10957.0, 21915.0, 20513.4375, "2026-03-01"},
-        {0.0, 19723.0, 20089.0, 19783.4375, "2024-03-01 10:30"},
+        {0.0, 19723.0, 20089.0, 19783.4375, "2024-03-01"},
+        {0.0, 19723.0, 20089.0, 19783.9375, "2024-03-01"},
         {0.0, 19723.0, 20089.0, 19784.0, "2024-03-02"},
-        // Of 6 hours: 3.6 minutes.
+        // Of 6 hours, 36 minutes; of half an hour, 3 minutes.
         {kMarch, 0.0, 10.0, 2.4375, "2026-03-03 10:30"},
         {kMarch, 0.0, 10.0, 2.0, "2026-03-03"},
-        // Of half an hour: 18 seconds; midnight of another day is a time among times.
-        {kMarch, 0.0, 1.0, dayPart(10, 30, 15), "2026-03-01 10:30:15"},
-        {kMarch, 0.0, 1.0, 5.0, "2026-03-06 00:00:00"},
-        // Of a minute: 0.6 seconds.
-        {kMarch, dayPart(10), dayPart(11), dayPart(10, 30, 15.26), "2026-03-01 10:30:15.3"},
-        {kMarch, dayPart(10), dayPart(11), dayPart(10, 30, 20), "2026-03-01 10:30:20"},
-        // Of a twentieth of a second: 0.5 milliseconds, but floats are 2.6 milliseconds apart.
+        {kMarch, 0.0, 1.0, dayPart(10, 30, 15), "2026-03-01 10:30"},
+        // Midnight is a time among times.
+        {kMarch, 0.0, 1.0, 5.0, "2026-03-06 00:00"},
+        // Of a minute, 6 seconds.
+        {kMarch, dayPart(10), dayPart(11), dayPart(10, 30, 15.26), "2026-03-01 10:30:15"},
+        {kMarch, dayPart(10), dayPart(11), 1.0, "2026-03-02 00:00:00"},
+        // Of a fifth of a second, 20 milliseconds.
+        {kMarch, dayPart(10, 30, 15), dayPart(10, 30, 25), dayPart(10, 30, 16.126), "2026-03-01 10:30:16.13"},
+        {kMarch, dayPart(10, 30, 15), dayPart(10, 30, 25), dayPart(10, 30, 16.5), "2026-03-01 10:30:16.5"},
+        // Of a twentieth, 5 milliseconds, but floats are 2.6 milliseconds apart.
         {kMarch, dayPart(10, 30, 15), dayPart(10, 30, 18), dayPart(10, 30, 16.123), "2026-03-01 10:30:16.12"},
-        // Floats are 0.7 and 1.3 seconds apart.
-        {kMarch, 127.0, 127.5, 127.0 + dayPart(10, 30, 15), "2026-07-06 10:30:15"},
-        {kMarch, 128.0, 128.5, 128.0 + dayPart(10, 30, 15), "2026-07-07 10:30"},
+        // Of half a minute, 3 seconds; floats are 0.7 and 1.3 seconds apart.
+        {kMarch, 127.0, 127.02, 127.0 + dayPart(10, 30, 15), "2026-07-06 10:30:15"},
+        {kMarch, 128.0, 128.02, 128.0 + dayPart(10, 30, 15), "2026-07-07 10:30"},
         // Nearly three minutes.
         {0.0, kMarch, kMarch + 1.0, kMarch + 83.0 / 512.0, "2026-03-01 03:53"},
         // Outside.
@@ -135,7 +139,11 @@ TEST(DateTickFormatter, TicksOfAHostAreWrittenInFullWhereTheStepHasNone)
     GraphWithAxis<TOLVDateAxis> graph;
     graph.prepare(19723.0, 20089.0);
     graph.axis()->setMajorValues({19723.0, 19724.0, 19754.0, 19783.4375});
-    EXPECT_EQ(labelsOf(graph.axis(), graph.axis()->majorValues()), (Labels{"2024-01", "2024-01-02", "2024-02", "2024-03-01 10:30"}));
+    EXPECT_EQ(labelsOf(graph.axis(), graph.axis()->majorValues()), (Labels{"2024-01", "2024-01-02", "2024-02", "2024-03-01"}));
+    graph.axis()->setOrigin(kMarch);
+    graph.prepare(0.0, 1.0);
+    graph.axis()->setMajorValues({0.0, dayPart(3), dayPart(6), dayPart(10, 30)});
+    EXPECT_EQ(labelsOf(graph.axis(), graph.axis()->majorValues()), (Labels{"2026-03-01", "2026-03-01 03:00", "06:00", "2026-03-01 10:30"}));
 }
 
 TEST(DateTickFormatter, WithoutStepsTheTextsAreThoseOfDays)

@@ -131,7 +131,7 @@ bool dividesStep(const DateStep& shorter, const DateStep& longer)
         return shorter.count < longer.count && longer.count % shorter.count == 0;
     switch (shorter.unit) {
     case DateUnit::Nanoseconds: return true;
-    case DateUnit::Days: return shorter.count == 1 && longer.unit != DateUnit::Nanoseconds;
+    case DateUnit::Days: return (shorter.count == 1 && longer.unit != DateUnit::Nanoseconds) || (shorter.count == kDaysPerWeek && longer == DateStep{DateUnit::Months, 1});
     case DateUnit::Months: return longer.unit == DateUnit::Years;
     case DateUnit::Years: break;
     }

@@ -13,13 +13,17 @@ namespace TOLVGraphing {
 
 namespace {
 
-/// The closest that major ticks and lines of minor ones may stand, in points.
-constexpr double kMinimumTickDistance = 80.0;
-constexpr double kMinimumLineDistance = 6.0;
-/// The shortest step in distances of neighbouring floats, so that rounding moves no tick further than an eighth of a step,
+/// How close ticks may stand, and how many there may be on the longest axis.
+struct TickDensity {
+    /// In points.
+    double minimumDistance;
+    double mostSteps;
+};
+
+constexpr TickDensity kMajorDensity{80.0, 200.0};
+constexpr TickDensity kMinorDensity{6.0, 1000.0};
+/// The shortest step in distances of neighbouring floats, so that rounding moves no tick further than an eighth of a step.
 constexpr double kFloatsPerStep = 4.0;
-/// and the most steps that a range is divided into.
-constexpr double kMostSteps = 1000.0;
 
 const ArchiveClassRegistration registration("TOLVDateAxis", &TOLVDateAxis::initWithCoder);
 
@@ -40,7 +44,7 @@ struct ShownRange {
     {
         const float largest = std::max(std::abs(min), std::abs(max));
         const double distance = static_cast<double>(std::nextafter(largest, std::numeric_limits<float>::infinity())) - static_cast<double>(largest);
-        return std::max(kFloatsPerStep * distance, length() / kMostSteps);
+        return kFloatsPerStep * distance;
     }
 };
 
@@ -53,20 +57,20 @@ std::optional<ShownRange> shownRange(const std::shared_ptr<TOLVAxisExtents>& ext
     return isProper ? std::optional(range) : std::nullopt;
 }
 
-/// The shortest step that passes and is so many points long, on an axis of a length in points.
+/// The shortest step that passes and is no denser than it may be, on an axis of a length in points.
 template <typename Passes>
-std::optional<DateStep> shortestStep(const ShownRange& range, double axisLength, double minimumDistance, Passes passes)
+std::optional<DateStep> shortestStep(const ShownRange& range, double axisLength, const TickDensity& density, Passes passes)
 {
-    const double finest = range.finestLength();
+    const double finest = std::max(range.finestLength(), range.length() / density.mostSteps);
     for (const DateStep& step : allDateSteps()) {
         const double days = shortestLengthInDays(step);
-        if (days >= finest && days / range.length() * axisLength >= minimumDistance && passes(step))
+        if (days >= finest && days / range.length() * axisLength >= density.minimumDistance && passes(step))
             return step;
     }
     return std::nullopt;
 }
 
-/// Removes the minor values that stand where a major one does, which may differ by a rounding.
+/// Removes the minor values that stand where a major one does, which may differ by a rounding, and Mondays next to the first of a month.
 void removeMajorValues(TOLVAxis::Values& minorValues, const TOLVAxis::Values& majorValues, double minorLength)
 {
     const double tolerance = 0.25 * minorLength;
@@ -137,9 +141,9 @@ void TOLVDateAxis::updateStepsInRect(const Rect& rect)
     if (!range)
         return;
     const double length = lengthOfRect(rect);
-    m_majorStep = shortestStep(*range, length, kMinimumTickDistance, [](const DateStep&) { return true; });
+    m_majorStep = shortestStep(*range, length, kMajorDensity, [](const DateStep&) { return true; });
     if (m_majorStep)
-        m_minorStep = shortestStep(*range, length, kMinimumLineDistance, [this](const DateStep& step) { return dividesStep(step, *m_majorStep); });
+        m_minorStep = shortestStep(*range, length, kMinorDensity, [this](const DateStep& step) { return dividesStep(step, *m_majorStep); });
 }
 
 void TOLVDateAxis::getMajorValues(Values* majorValues, Values* minorValues) const

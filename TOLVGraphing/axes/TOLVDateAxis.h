@@ -12,8 +12,8 @@ namespace TOLVGraphing {
 /// takes the first day as the origin and subtracts it in double precision.
 ///
 /// Ticks stand at natural instants. Major ones stand at the shortest of these steps whose ticks are at least 80 points apart: 1, 2, 5, 10, 15, 30 seconds; 1, 2, 5, 10, 15, 30 minutes; 1, 2, 3, 6, 12 hours; 1, 2, 7 days (7: on Mondays); 1, 3, 6 months;
-/// 1, 2, 5, 10, 20, 50, ... 5000 years; below a second 0.5, 0.2, 0.1, 0.05, ... seconds, down to a nanosecond. Minor ones stand at the shortest of the same steps that has all major ticks among its own, and is at least 6 points long. Months and years are those of the
-/// calendar and count as long as the shortest of them. No step is shorter than four times the distance of the floats at the ends of the range or than a thousandth of the range.
+/// 1, 2, 5, 10, 20, 50, ... 5000 years; below a second 0.5, 0.2, 0.1, 0.05, ... seconds, down to a nanosecond. Minor ones stand at the shortest of the same steps that has all major ticks among its own, and is at least 6 points long; between months that have no room for days they stand at Mondays, without those next to the first of a month. Months and years are those of the
+/// calendar and count as long as the shortest of them. No step is shorter than four times the distance of the floats at the ends of the range or than a two-hundredth of the range, a thousandth for minor ones.
 ///
 /// Only instants of the years 0 to 9999 are ticks, and a range has none where even 5000 years would stand too close; an empty range and one that is reversed or not finite have none either. Labels are
 /// dates with a DateTickFormatter:
@@ -49,7 +49,7 @@ public:
     void updateStepsInRect(const Rect& rect) override;
     /// A new object each time.
     [[nodiscard]] std::shared_ptr<TOLVMapping> mappingForRect(const Rect& rect) const override;
-    /// Values inside the range, both ends included, once they are narrowed to single precision: each is the instant less the origin in double precision. No more than ten thousand of either kind.
+    /// Values inside the range, both ends included, once they are narrowed to single precision: each is the instant less the origin in double precision. No more than ten thousand of either kind, whatever range has been set since the steps were chosen.
     void getMajorValues(Values* majorValues, Values* minorValues) const override;
 
 private:

@@ -94,17 +94,30 @@ TEST(TOLVDateAxis, DaysWeeksMonthsAndYearsAreThoseOfTheCalendar)
         {"30 days on Mondays", kMarch, 0.0, 30.0, 400.0, {DateUnit::Days, 7}, {1.0, 8.0, 15.0, 22.0, 29.0}, DateStep{DateUnit::Nanoseconds, 12 * kHour}, 56},
         {"Mondays before 1970", 0.0, -30.0, 0.0, 400.0, {DateUnit::Days, 7}, {-24.0, -17.0, -10.0, -3.0}, DateStep{DateUnit::Nanoseconds, 12 * kHour}, 57},
         // 2023-12-15 to 2024-06-15: a leap year.
-        {"half a year", 0.0, 19706.0, 19889.0, 700.0, {DateUnit::Months, 1}, {19723.0, 19754.0, 19783.0, 19814.0, 19844.0, 19875.0}, std::nullopt, 0},
+        {"half a year", 0.0, 19706.0, 19889.0, 700.0, {DateUnit::Months, 1}, {19723.0, 19754.0, 19783.0, 19814.0, 19844.0, 19875.0}, DateStep{DateUnit::Days, 7}, 24},
         {"half a year on a long axis", 0.0, 19706.0, 19889.0, 1200.0, {DateUnit::Months, 1}, {19723.0, 19754.0, 19783.0, 19814.0, 19844.0, 19875.0}, DateStep{DateUnit::Days, 1},
             178},
         {"1 leap year", 0.0, 19723.0, 20089.0, 400.0, {DateUnit::Months, 3}, {19723.0, 19814.0, 19905.0, 19997.0, 20089.0}, DateStep{DateUnit::Months, 1}, 8},
-        {"1900 is no leap year", -25567.0, 0.0, 90.0, 400.0, {DateUnit::Months, 1}, {0.0, 31.0, 59.0, 90.0}, std::nullopt, 0},
+        {"1900 is no leap year", -25567.0, 0.0, 90.0, 400.0, {DateUnit::Months, 1}, {0.0, 31.0, 59.0, 90.0}, DateStep{DateUnit::Days, 7}, 12},
         {"3 years", 0.0, 19723.0, 20819.0, 400.0, {DateUnit::Years, 1}, {19723.0, 20089.0, 20454.0, 20819.0}, DateStep{DateUnit::Months, 1}, 33},
         {"30 years", 0.0, 10957.0, 21915.0, 400.0, {DateUnit::Years, 10}, {10957.0, 14610.0, 18262.0, 21915.0}, DateStep{DateUnit::Months, 6}, 57},
         {"4000 years", 0.0, -719528.0, 741442.0, 400.0, {DateUnit::Years, 1000}, {-719528.0, -354285.0, 10957.0, 376200.0, 741442.0}, DateStep{DateUnit::Years, 100}, 36},
         {"4000 years since 2026", kMarch, -719528.0 - kMarch, 741442.0 - kMarch, 400.0, {DateUnit::Years, 1000},
             {-719528.0 - kMarch, -354285.0 - kMarch, 10957.0 - kMarch, 376200.0 - kMarch, 741442.0 - kMarch}, DateStep{DateUnit::Years, 100}, 36},
     });
+}
+
+TEST(TOLVDateAxis, MondaysStandBetweenMonthsButNotNextToTheirFirst)
+{
+    GraphWithAxis<TOLVDateAxis> graph;
+    // 2023-12-15 to 2024-02-15. 2024-01-01 is a Monday, 2024-02-01 a Thursday.
+    graph.prepare(19706.0, 19768.0, 200.0);
+    EXPECT_EQ(graph.axis()->majorValues(), (Values{19723.0, 19754.0}));
+    EXPECT_EQ(graph.axis()->minorValues(), (Values{19709.0, 19716.0, 19730.0, 19737.0, 19744.0, 19751.0, 19758.0, 19765.0}));
+    // 2024-08-20 to 2024-10-20: 2024-09-01 is a Sunday, 2024-10-01 a Tuesday: the Mondays beside them are left out.
+    graph.prepare(19955.0, 20016.0, 200.0);
+    EXPECT_EQ(graph.axis()->majorValues(), (Values{19967.0, 19997.0}));
+    EXPECT_EQ(graph.axis()->minorValues(), (Values{19961.0, 19975.0, 19982.0, 19989.0, 20003.0, 20010.0}));
 }
 
 TEST(TOLVDateAxis, AnOriginWithinADayShiftsTheValuesOfTheSameInstants)
@@ -196,8 +209,9 @@ TEST(TOLVDateAxis, EveryRangeAndOriginGivesAShortAscendingList)
                 for (const double width : {400.0, 1e9, 0.0, -50.0, kNaN, kInfinity}) {
                     SCOPED_TRACE(testing::Message() << min << " to " << max << " over " << width << " since " << origin);
                     graph.prepare(min, max, width);
+                    EXPECT_LE(graph.axis()->majorValues().size(), 201U);
+                    EXPECT_LE(graph.axis()->minorValues().size(), 1001U);
                     for (const Values* values : {&graph.axis()->majorValues(), &graph.axis()->minorValues()}) {
-                        EXPECT_LE(values->size(), 1001U);
                         EXPECT_TRUE(std::is_sorted(values->begin(), values->end()));
                         EXPECT_TRUE(std::all_of(values->begin(), values->end(),
                             [&](double value) { return static_cast<float>(value) >= static_cast<float>(min) && static_cast<float>(value) <= static_cast<float>(max); }));
