@@ -15,8 +15,8 @@ std::optional<DateInstant> instantAfterDay(double wholeDay, double days, std::in
     const double units = std::round(days * unitsPerDay);
     const double passedDays = std::floor(units / unitsPerDay);
     const double day = wholeDay + passedDays;
-    // The last moments are rounded to a day that is outside.
-    if (day > kLastDateDay)
+    // The last moments are rounded to a day that is outside, and the sum may have been rounded up to the first day.
+    if (day < kFirstDateDay || day > kLastDateDay)
         return std::nullopt;
     return DateInstant{static_cast<int>(day), static_cast<std::int64_t>(units - passedDays * unitsPerDay) * resolution};
 }
