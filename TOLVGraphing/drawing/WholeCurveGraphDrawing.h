@@ -24,6 +24,7 @@ public:
     /// `drawsMarkerValues` draws a callout with each series' value at each marker, as CurveGraphDrawing does.
     explicit WholeCurveGraphDrawing(bool drawsMarkerValues = true) : m_drawsMarkerValues(drawsMarkerValues) {}
 
+    /// As it was made.
     [[nodiscard]] bool drawsMarkerValues() const { return m_drawsMarkerValues; }
 
     void drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect) override;
