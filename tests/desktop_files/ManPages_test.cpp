@@ -252,6 +252,7 @@ TEST(ManPages, haveEveryNameInADocument)
     options.xFormat = options.yFormat = app::NumberStyle::SI;
     options.x = options.categoryColumn = options.title = options.xLabel = options.yLabel = "text";
     options.channels = 2;
+    options.dateOrigin = 20513.0;
     options.xRange = options.yRange = app::RangeText{"0", "1"};
     options.margin = EdgeInsets{1.0, 2.0, 3.0, 4.0};
     std::set<std::string> stored;
