@@ -1,13 +1,10 @@
 #include "WholeCurveGraphDrawing.h"
 
 #include "../data/TOLVGraphCurve.h"
-#include "../graph/TOLVGraph.h"
 #include "../mapping/TOLVLinearMapping.h"
 #include "../mapping/TOLVLogarithmicMapping.h"
-#include "../platform/foundation/Exception.h"
-#include "../platform/graphics/CurrentContext.h"
-#include "../platform/graphics/GraphicsStateSaver.h"
 #include "CurveGraphDrawing.h"
+#include "SeriesCurves.h"
 
 #include <algorithm>
 #include <cmath>
@@ -153,42 +150,14 @@ void setSamples(TOLVGraphCurve& curve, const std::vector<Sample>& samples)
     curve.setY(TOLVRealVector::vectorWithComponents(std::move(y)));
 }
 
-void drawSeries(const TOLVGraph& graph, const TOLVGraphData& series, const Rect& dataRect)
-{
-    const auto x = std::dynamic_pointer_cast<const TOLVRealVector>(series.X());
-    const auto y = std::dynamic_pointer_cast<const TOLVRealVector>(series.Y());
-    const auto& extents = graph.extents();
-    if (!x || !y || !extents || !extents->x() || !extents->y())
-        return;
-    try {
-        const auto curve = TOLVGraphCurve::curveWithX(x, y, series.lineStyle());
-        curve->setXMinimum(static_cast<float>(extents->x()->min()));
-        curve->setXMaximum(static_cast<float>(extents->x()->max()));
-        curve->setYMinimum(static_cast<float>(extents->y()->min()));
-        curve->setYMaximum(static_cast<float>(extents->y()->max()));
-        curve->setXIsLog(graph.XIsLog());
-        curve->setYIsLog(graph.YIsLog());
-        if (const auto samples = VisibleSamples(*curve, dataRect).completed())
-            setSamples(*curve, *samples);
-        curve->buildForRect(dataRect);
-        curve->drawInRect(dataRect);
-    } catch (const Exception&) {
-        // One series that cannot be drawn must not keep the others from being drawn.
-    }
-}
-
 } // namespace
 
 void WholeCurveGraphDrawing::drawGraph(const std::shared_ptr<TOLVGraph>& graph, const Rect& inRect)
 {
-    DrawingContext* context = currentContext();
-    if (!graph || !context)
-        return;
-    const Rect dataRect = graph->dataRectInRect(inRect);
-    const GraphicsStateSaver saver(*context);
-    Path::pathWithRect(insetRect(dataRect, kFrame, kFrame)).addClip();
-    for (const auto& series : graph->graphData())
-        drawSeries(*graph, *series, dataRect);
+    drawSeriesCurves(graph, inRect, [](TOLVGraphCurve& curve, const Rect& dataRect) {
+        if (const auto samples = VisibleSamples(curve, dataRect).completed())
+            setSamples(curve, *samples);
+    });
 }
 
 void WholeCurveGraphDrawing::drawMarkers(const std::vector<std::shared_ptr<TOLVMarker>>& markers, const std::shared_ptr<TOLVGraph>& forGraph, const Rect& inRect)
