@@ -199,6 +199,21 @@ TEST_F(PanelsOfWindow, rangesFollowTheGraph)
     EXPECT_EQ(panel().yRange()->to()->text(), "9");
 }
 
+TEST_F(PanelsOfWindow, rangesAndMarkersOfDatesAreDates)
+{
+    open({WindowTest::write("log.csv", "time,v\n2026-03-01 10:00:00,1\n2026-03-01 10:00:30,2\n2026-03-01 10:01:00,3\n")});
+    write(panel().xRange()->from(), "2026-03-01 10:00:15");
+    write(panel().xRange()->to(), "2026-03-01 10:00:45");
+    EXPECT_NEAR(graph().extents()->x()->min() * 86'400.0, 36'015.0, 0.01);
+    EXPECT_NEAR(graph().extents()->x()->max() * 86'400.0, 36'045.0, 0.01);
+    EXPECT_EQ(panel().xRange()->from()->text(), "2026-03-01 10:00:15");
+    EXPECT_EQ(panel().xRange()->to()->text(), "2026-03-01 10:00:45");
+    EXPECT_EQ(panel().yRange()->from()->text().contains("1970"), false);
+    // Another graph of numbers has numbers again.
+    open({writeExample()});
+    EXPECT_EQ(panel().xRange()->from()->text(), "1");
+}
+
 TEST_F(PanelsOfWindow, keysGoToTheFieldThatIsWrittenIn)
 {
     window.activateWindow();

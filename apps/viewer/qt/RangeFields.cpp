@@ -4,7 +4,7 @@
 
 #include <TOLVGraphing/graph/TOLVGraph.h>
 
-#include <QHBoxLayout>
+#include <QBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -19,13 +19,18 @@ constexpr double kManyDays = 14.0;
 
 } // namespace
 
-RangeFields::RangeFields(Axis axis, QWidget* parent) : QWidget(parent), m_axis(axis), m_from(new QLineEdit), m_to(new QLineEdit)
+RangeFields::RangeFields(Axis axis, QWidget* parent)
+    : QWidget(parent)
+    , m_axis(axis)
+    , m_layout(new QBoxLayout(QBoxLayout::LeftToRight, this))
+    , m_from(new QLineEdit)
+    , m_between(new QLabel(tr("to")))
+    , m_to(new QLineEdit)
 {
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(m_from);
-    row->addWidget(new QLabel(tr("to")));
-    row->addWidget(m_to);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->addWidget(m_from);
+    m_layout->addWidget(m_between);
+    m_layout->addWidget(m_to);
     const QString name = axis == Axis::X ? tr("x") : tr("y");
     m_from->setAccessibleName(tr("Visible range of %1, from").arg(name));
     m_to->setAccessibleName(tr("Visible range of %1, to").arg(name));
@@ -37,6 +42,9 @@ void RangeFields::setGraph(std::shared_ptr<TOLVGraph> graph, std::optional<doubl
 {
     m_graph = std::move(graph);
     m_dateOrigin = dateOrigin;
+    // Two dates with times are too wide for one row.
+    m_layout->setDirection(dateOrigin ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    m_between->setVisible(!dateOrigin);
     refresh();
 }
 

@@ -5,6 +5,8 @@
 #include <functional>
 #include <memory>
 
+class QBoxLayout;
+class QLabel;
 class QLineEdit;
 
 namespace TOLVGraphing {
@@ -39,7 +41,9 @@ private:
     Axis m_axis;
     std::shared_ptr<TOLVGraph> m_graph;
     std::optional<double> m_dateOrigin;
+    QBoxLayout* m_layout = nullptr;
     QLineEdit* m_from = nullptr;
+    QLabel* m_between = nullptr;
     QLineEdit* m_to = nullptr;
 };
 
