@@ -44,9 +44,11 @@ std::string quotedExcerpt(std::string_view text)
         shown = shown.substr(0, length);
     }
     std::string excerpt = "'";
-    for (char character : shown) {
-        const auto byte = static_cast<unsigned char>(character);
-        excerpt += byte < 0x20 || byte == 0x7F ? '?' : character;
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(shown[i]);
+        const bool isLateControl = byte == 0xC2 && i + 1 < shown.size() && static_cast<unsigned char>(shown[i + 1]) < 0xA0;
+        excerpt += byte < 0x20 || byte == 0x7F || isLateControl ? '?' : shown[i];
+        i += isLateControl ? 1 : 0;
     }
     return excerpt + (isCut ? "...'" : "'");
 }

@@ -41,7 +41,7 @@ public:
 };
 
 /// The text in single quotation marks, fit for an error message: at most 40 bytes (cut between characters, then "..."), with `?` in place
-/// of control characters. The result is UTF-8: bytes that are not are taken for Latin-1 (ISO 8859-1).
+/// of control characters (U+0000 to U+001F and U+007F to U+009F). The result is UTF-8: bytes that are not are taken for Latin-1 (ISO 8859-1).
 [[nodiscard]] TOLV_EXPORT std::string quotedExcerpt(std::string_view text);
 
 } // namespace TOLVGraphing::input

@@ -91,6 +91,13 @@ TEST(MeasurementError, excerpts)
     EXPECT_EQ(quotedExcerpt("a\x1B[31m\n\x7F"),
         "'a?[31m?"
         "?'");
+    // Also the late ones, of Latin-1 and of UTF-8.
+    EXPECT_EQ(quotedExcerpt("a\x9B"
+                            "31m\x80\x9F\xA0\xB5"),
+        "'a?31m??\u00A0\u00B5'");
+    EXPECT_EQ(quotedExcerpt("a\xC2\x9B"
+                            "31m\xC2\x80\xC2\x9F\u00A0\u00B5"),
+        "'a?31m??\u00A0\u00B5'");
     EXPECT_EQ(quotedExcerpt(std::string(40, 'x')), "'" + std::string(40, 'x') + "'");
     EXPECT_EQ(quotedExcerpt(std::string(41, 'x')), "'" + std::string(40, 'x') + "...'");
     EXPECT_EQ(quotedExcerpt(std::string(39, 'x') + "\u00B5" + "y"), "'" + std::string(39, 'x') + "...'");

@@ -13,10 +13,14 @@ void showProblem(QWidget* parent, const QString& failure, const QString& reason)
     QMessageBox box(QMessageBox::Warning, QString(), failure, QMessageBox::Ok, parent);
     box.setInformativeText(reason);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    // Reasons have words of files in them, and no "<b>" of those is meant for the dialog.
+    showLetterByLetter(box);
+    box.exec();
+}
+
+void showLetterByLetter(QMessageBox& box)
+{
     for (QLabel* label : box.findChildren<QLabel*>())
         label->setTextFormat(Qt::PlainText);
-    box.exec();
 }
 
 bool attempt(QWidget* parent, const QString& failure, const std::function<void()>& work)

@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class QMessageBox;
 class QWidget;
 
 namespace TOLVGraphing {
@@ -16,5 +17,8 @@ TOLV_EXPORT bool attempt(QWidget* parent, const QString& failure, const std::fun
 
 /// The dialog alone: what failed and the reason, both as they will be read, in plain text. `parent` may be null. Returns when the user has closed it; the event loop runs meanwhile.
 TOLV_EXPORT void showProblem(QWidget* parent, const QString& failure, const QString& reason);
+
+/// Has a message box show its texts letter by letter: words of files may look like markup, and none is meant for the dialog. After its texts are set, from the thread of the windows.
+TOLV_EXPORT void showLetterByLetter(QMessageBox& box);
 
 } // namespace TOLVGraphing

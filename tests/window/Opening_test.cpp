@@ -104,6 +104,7 @@ TEST_F(OpeningInWindow, asksWhereTheMeasurementsOfADocumentHaveGone)
         ASSERT_TRUE(waitUntil([&] { return answer.isGiven(); }));
         EXPECT_EQ(answer.text(), "Where are the measurements “example.csv” now?");
         EXPECT_THAT(answer.reason(), testing::HasSubstr(measurements.toStdString()));
+        EXPECT_TRUE(answer.wasLetterByLetter());
         runEvents(50);
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
         EXPECT_FALSE(document().hasData());

@@ -83,6 +83,7 @@ TEST_F(SavingFromWindow, asksAboutUnsavedChangesBeforeClosing)
         EXPECT_FALSE(window.close());
         EXPECT_TRUE(answer.isGiven());
         EXPECT_THAT(answer.text(), testing::HasSubstr("example.csv"));
+        EXPECT_TRUE(answer.wasLetterByLetter());
         EXPECT_TRUE(window.isVisible());
     }
     ASSERT_TRUE(window.files()->saveTo(inFolder("a.tolvgraph")));

@@ -6,7 +6,10 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QLabel>
 #include <QSettings>
+
+#include <algorithm>
 
 namespace TOLVGraphing::app {
 
@@ -35,6 +38,8 @@ DialogAnswer::DialogAnswer(QMessageBox::StandardButton button)
         m_isGiven = true;
         m_text = box->text();
         m_reason = box->informativeText();
+        const auto labels = box->findChildren<QLabel*>();
+        m_wasLetterByLetter = std::all_of(labels.begin(), labels.end(), [](const QLabel* label) { return label->text().isEmpty() || label->textFormat() == Qt::PlainText; });
         box->button(button)->click();
     });
     m_timer.start(kLookInterval);

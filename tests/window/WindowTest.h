@@ -26,12 +26,15 @@ public:
     [[nodiscard]] bool isGiven() const { return m_isGiven; }
     [[nodiscard]] std::string text() const { return m_text.toStdString(); }
     [[nodiscard]] std::string reason() const { return m_reason.toStdString(); }
+    /// Nothing in its texts was taken for markup.
+    [[nodiscard]] bool wasLetterByLetter() const { return m_wasLetterByLetter; }
 
 private:
     QTimer m_timer;
     bool m_isGiven = false;
     QString m_text;
     QString m_reason;
+    bool m_wasLetterByLetter = false;
 };
 
 /// A test of a window, with a folder for its files and empty settings.

@@ -86,6 +86,7 @@ std::optional<std::filesystem::path> FileCommands::askForSource(const MissingSou
     QMessageBox question(QMessageBox::Question, QString(), tr("Where are the measurements “%1” now?").arg(name), QMessageBox::Open | QMessageBox::Cancel, m_window);
     question.setInformativeText(tr("“%1” shows them, and they are not here any more:\n%2\n\nOther measurements that are missing are looked for beside those that you choose.")
                                     .arg(nameOfFile(missing.document.string()), places.join(QLatin1Char('\n'))));
+    showLetterByLetter(question);
     question.button(QMessageBox::Open)->setText(tr("&Choose…"));
     question.setDefaultButton(QMessageBox::Open);
     if (question.exec() != QMessageBox::Open)
@@ -114,6 +115,7 @@ bool FileCommands::mayLoseDocument()
     QMessageBox question(QMessageBox::Question, QString(), tr("Save the changes to “%1”?").arg(QString::fromStdString(m_controller->document().displayName())),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_window);
     question.setInformativeText(tr("Looks and markers are lost otherwise. The measurements themselves are never changed."));
+    showLetterByLetter(question);
     question.setDefaultButton(QMessageBox::Save);
     switch (question.exec()) {
     case QMessageBox::Save: return save();
