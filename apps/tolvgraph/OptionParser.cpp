@@ -22,7 +22,7 @@ constexpr const char* kDescription = "Draws graphs of measurements. Reads delimi
 
 constexpr const char* kFooter = R"(FILE may be - for standard input. The first column is x and every other column of numbers a series, unless --x and --y say otherwise; a single
 column, the channels of raw numbers and series beside a first column of words are drawn against the row number. Dates in the x column (2026-11-21,
-21.11.2026, 2026-11-21 12:30:15) are told apart to the second over half a year from the first day on.
+21.11.2026, 2026-11-21 12:30:15) are told apart to the second over four months from the first day on.
 
 Raw numbers are floats of four (.f32) or eight (.f64) bytes, the lowest byte first, and nothing else. The extremes of .f32 and .npy columns with millions
 of numbers are kept in ~/.cache/tolvgraphing/extremes (or where XDG_CACHE_HOME says), so that the file opens at once the next time;

@@ -39,7 +39,7 @@ struct TOLV_EXPORT MeasurementColumn {
     /// A date is days since `dateOrigin`. A time without an offset counts as UTC.
     ColumnValues values;
     /// Of dates, what their values are counted from: days since 1970-01-01 00:00 UTC, so that a date is `dateOrigin` + value. 0 where every date is a whole day, for which floats are exact for 45,000 years. Where some have a time of day it
-    /// is the day of the first one, because floats tell seconds apart for half a year behind their origin only (a step is 2^-24 of the distance: 5 ms after a day, 2.6 s after a year). ReadSettings::dateOrigin goes before both. 0 for other kinds.
+    /// is the day of the first one, because floats tell seconds apart for 128 days on either side of their origin only (a step is 5 ms within the first day, 2.6 s after a year). ReadSettings::dateOrigin goes before both. 0 for other kinds.
     double dateOrigin = 0.0;
 
     /// How many of the values are NaN.
