@@ -281,7 +281,8 @@ void requireAxis(const ArchivedValues& document, const std::shared_ptr<TOLVAxis>
 {
     const std::string found = axis ? axis->archiveClassName() : "none";
     if (std::find(classes.begin(), classes.end(), found) == classes.end())
-        document.fail("graph", "an axis of class " + found + " for " + name, "a linear or logarithmic one" + std::string(classes.size() > 2 ? " or one of categories" : ""));
+        document.fail(
+            "graph", "an axis of class " + found + " for " + name, "a linear or logarithmic one" + std::string(classes.size() > 2 ? " or one of dates or categories" : ""));
 }
 
 std::shared_ptr<TOLVGraph> graphFrom(const ArchivedValues& document)
