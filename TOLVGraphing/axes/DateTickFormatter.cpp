@@ -41,7 +41,8 @@ std::optional<double> tickAt(const TOLVAxis::Values& ticks, double number)
 std::optional<DateInstant> instantOfTick(double tick, double origin, const DateStep& step)
 {
     const bool isTime = step.unit == DateUnit::Nanoseconds;
-    const std::int64_t resolution = isTime ? powerOfTenBelow(static_cast<double>(std::min(step.count, kNanosecondsPerSecond) / kAlignedParts)) : kNanosecondsPerSecond;
+    const std::int64_t alignedPart = std::min(step.count, kNanosecondsPerSecond) / kAlignedParts;
+    const std::int64_t resolution = isTime ? powerOfTenBelow(static_cast<double>(alignedPart)) : kNanosecondsPerSecond;
     const auto instant = instantSinceOrigin(tick, origin, resolution);
     const std::int64_t multiple = isTime ? step.count : kNanosecondsPerDay;
     return instant && instant->nanosecond % multiple == 0 ? instant : std::nullopt;
@@ -147,11 +148,6 @@ std::optional<std::string> DateTickFormatter::wholeText(const TOLVDateAxis& axis
 std::shared_ptr<NumberFormatter> DateTickFormatter::copy() const
 {
     return std::make_shared<DateTickFormatter>(*this);
-}
-
-std::shared_ptr<NumberFormatter> DateTickFormatter::copyForAxis(std::weak_ptr<const TOLVAxis> axis) const
-{
-    return std::make_shared<DateTickFormatter>(std::move(axis));
 }
 
 } // namespace TOLVGraphing

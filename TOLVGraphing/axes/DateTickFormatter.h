@@ -30,8 +30,6 @@ public:
 
     /// Weak. The axis whose ticks are looked at; null without one.
     [[nodiscard]] std::shared_ptr<const TOLVAxis> axis() const { return m_axis.lock(); }
-    /// A formatter for another axis, referred to weakly.
-    [[nodiscard]] std::shared_ptr<NumberFormatter> copyForAxis(std::weak_ptr<const TOLVAxis> axis) const;
 
 private:
     [[nodiscard]] static std::optional<std::string> textOfTick(const TOLVDateAxis& axis, double number);

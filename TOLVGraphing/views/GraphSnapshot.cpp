@@ -10,26 +10,25 @@ namespace TOLVGraphing {
 
 namespace {
 
-/// A formatter of the class that looks at an axis of the graph, for the same axis of the snapshot; null for others.
-template <typename Formatter>
-std::shared_ptr<const NumberFormatter> formatterForSnapshot(const std::shared_ptr<NumberFormatter>& formatter, const TOLVGraph& graph, const TOLVGraph& snapshot)
+/// The snapshot's axis in the place of one of the graph's; null for others.
+std::shared_ptr<const TOLVAxis> axisInSnapshot(const std::shared_ptr<const TOLVAxis>& axis, const TOLVGraph& graph, const TOLVGraph& snapshot)
 {
-    const auto tickFormatter = std::dynamic_pointer_cast<const Formatter>(formatter);
-    const auto axis = tickFormatter ? tickFormatter->axis() : nullptr;
     if (axis && axis == graph.horizontalAxis())
-        return tickFormatter->copyForAxis(snapshot.horizontalAxis());
-    if (axis && axis == graph.verticalAxis())
-        return tickFormatter->copyForAxis(snapshot.verticalAxis());
-    return nullptr;
+        return snapshot.horizontalAxis();
+    return axis && axis == graph.verticalAxis() ? snapshot.verticalAxis() : nullptr;
 }
 
 /// The formatter for the snapshot's axes: what looks at an axis of the graph looks at the snapshot's. Others are kept; the axis copies them.
 std::shared_ptr<const NumberFormatter> formatterInSnapshot(const std::shared_ptr<NumberFormatter>& formatter, const TOLVGraph& graph, const TOLVGraph& snapshot)
 {
-    if (auto numbers = formatterForSnapshot<TickNumberFormatter>(formatter, graph, snapshot))
-        return numbers;
-    if (auto dates = formatterForSnapshot<DateTickFormatter>(formatter, graph, snapshot))
-        return dates;
+    if (const auto numbers = std::dynamic_pointer_cast<const TickNumberFormatter>(formatter)) {
+        if (const auto axis = axisInSnapshot(numbers->axis(), graph, snapshot))
+            return numbers->copyForAxis(axis);
+    }
+    if (const auto dates = std::dynamic_pointer_cast<const DateTickFormatter>(formatter)) {
+        if (const auto axis = axisInSnapshot(dates->axis(), graph, snapshot))
+            return std::make_shared<DateTickFormatter>(axis);
+    }
     return formatter;
 }
 

@@ -11,7 +11,8 @@ std::optional<DateInstant> instantAfterDay(double wholeDay, double days, std::in
     const double sum = wholeDay + days;
     if (!(sum >= kFirstDateDay && sum < kLastDateDay + 1.0))
         return std::nullopt;
-    const auto unitsPerDay = static_cast<double>(kNanosecondsPerDay / resolution);
+    const std::int64_t unitCount = kNanosecondsPerDay / resolution;
+    const auto unitsPerDay = static_cast<double>(unitCount);
     const double units = std::round(days * unitsPerDay);
     const double passedDays = std::floor(units / unitsPerDay);
     const double day = wholeDay + passedDays;
